@@ -1,0 +1,14 @@
+# Flags for every target of this project.
+# STB_GNU_UNIQUE symbols would keep the plug-in loaded for ever: dlclose could not destroy its readers.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  add_compile_options(-fno-gnu-unique)
+endif()
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-psabi)
+if(CUS_WERROR)
+  add_compile_options(-Werror)
+endif()
+
+if(CUS_SANITIZE)
+  add_compile_options(-fsanitize=${CUS_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${CUS_SANITIZE})
+endif()

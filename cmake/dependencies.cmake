@@ -1,0 +1,22 @@
+# The general libraries, all from the distribution. The plug-in only needs their headers: the host
+# process brings the code.
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(jsoncpp REQUIRED IMPORTED_TARGET GLOBAL jsoncpp)
+pkg_check_modules(tinyxml2 REQUIRED IMPORTED_TARGET GLOBAL tinyxml2)
+pkg_check_modules(lua REQUIRED IMPORTED_TARGET GLOBAL lua5.3-c++)
+# UTF-8 iteration, headers only
+find_path(UTF8CPP_INCLUDE_DIR utf8.h PATH_SUFFIXES utf8cpp REQUIRED)
+
+add_library(host_headers INTERFACE)
+target_include_directories(host_headers INTERFACE ${PROJECT_SOURCE_DIR})
+foreach(library jsoncpp tinyxml2 lua)
+  target_include_directories(host_headers SYSTEM INTERFACE ${${library}_INCLUDE_DIRS})
+endforeach()
+
+if(CUS_BUILD_DESK)
+  pkg_check_modules(libcurl REQUIRED IMPORTED_TARGET GLOBAL libcurl)
+endif()
+if(CUS_BUILD_TESTS)
+  find_package(GTest REQUIRED)
+  find_package(Python3 REQUIRED COMPONENTS Interpreter)
+endif()

@@ -1,0 +1,81 @@
+#include "desk/host/document_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+
+#include "desk/host/settings.h"
+
+namespace deskhost {
+namespace {
+
+constexpr std::size_t kChunkBytes = std::size_t{64} << 10;
+
+class Descriptor {
+ public:
+  explicit Descriptor(const std::string& file)
+      : number_(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)) {}
+  ~Descriptor() {
+    if (number_ >= 0) ::close(number_);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  int number() const { return number_; }
+
+ private:
+  int number_;
+};
+
+std::string systemReason(int error) {
+  return std::generic_category().message(error);
+}
+
+std::string sizeReason() {
+  return "larger than " + std::to_string(settings().maxDocumentBytes) + " bytes";
+}
+
+/// What keeps the open file from being read, or an empty text. Sets `size` to what it holds now.
+std::string fileFault(int number, std::size_t& size) {
+  struct stat status {};
+  if (::fstat(number, &status) != 0) return systemReason(errno);
+  if (S_ISDIR(status.st_mode)) return systemReason(EISDIR);
+  if (!S_ISREG(status.st_mode)) return "not a regular file";
+  size = static_cast<std::size_t>(status.st_size);
+  return size > settings().maxDocumentBytes ? sizeReason() : std::string();
+}
+
+std::string readAll(int number, std::size_t expected, std::string& text) {
+  const std::size_t most = settings().maxDocumentBytes;
+  std::size_t filled = 0;
+  // One byte more than expected, so that the end of the file is seen without growing the text.
+  text.resize(std::min(expected, most) + 1);
+  for (;;) {
+    if (filled == text.size()) text.resize(std::min(filled + kChunkBytes, most + 1));
+    const ssize_t got = ::read(number, &text[filled], text.size() - filled);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return systemReason(errno);
+    filled += static_cast<std::size_t>(got);
+    if (filled > most) return sizeReason();
+    if (got == 0) break;
+  }
+  text.resize(filled);
+  return {};
+}
+
+}  // namespace
+
+bool readDocumentFile(const std::string& file, std::string& text, std::string& reason) {
+  const Descriptor descriptor(file);
+  std::size_t size = 0;
+  std::string fault =
+      descriptor.number() < 0 ? systemReason(errno) : fileFault(descriptor.number(), size);
+  if (fault.empty()) fault = readAll(descriptor.number(), size, text);
+  if (!fault.empty()) reason = file + ": " + fault;
+  return fault.empty();
+}
+
+}  // namespace deskhost

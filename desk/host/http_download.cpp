@@ -1,0 +1,111 @@
+#include <sys/stat.h>
+
+#include <json/value.h>
+#include <tinyxml2.h>
+
+#include <algorithm>
+#include <exception>
+
+#include "desk/host/document_file.h"
+#include "desk/host/documents.h"
+#include "desk/host/download_codes.h"
+#include "desk/host/http_transfer.h"
+#include "desk/host/log.h"
+#include "desk/host/paths.h"
+#include "desk/host/temporary_file.h"
+#include "host/cbl.h"
+
+namespace deskhost {
+namespace {
+
+bool endsWith(const std::string& text, const std::string& end) {
+  return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+/// A job that does not load must not take the place of one that does.
+bool loadsAsItsTarget(const std::string& target, const std::string& file, std::string& reason) {
+  const bool isJson = endsWith(target, ".json");
+  const bool isXml = endsWith(target, ".xml");
+  std::string text;
+  if (!isJson && !isXml) return true;
+  if (!readDocumentFile(file, text, reason)) return false;
+  Json::Value root;
+  tinyxml2::XMLDocument document;
+  DocumentFault fault;
+  if (isJson ? parseJson(text, root, fault) : parseXml(text, document, fault)) return true;
+  reason = describe("not a document", fault);
+  return false;
+}
+
+bool findTarget(const std::string& target, std::string& file, std::string& reason) {
+  if (!resolvePath(target, file, reason)) return false;
+  struct stat status {};
+  if (::lstat(file.c_str(), &status) != 0 || S_ISREG(status.st_mode)) return true;
+  reason = file + ": not a regular file";
+  return false;
+}
+
+DownloadResult fetchInto(const std::string& url, const std::string& target) {
+  DownloadResult result;
+  std::string file;
+  TemporaryFile temporary;
+  if (!findTarget(target, file, result.reason)) {
+    result.code = DownloadCode::TargetRefused;
+  } else if (!temporary.create(file, result.reason)) {
+    result.code = DownloadCode::CannotWrite;
+  } else if (result = transfer(url, &temporary); result.code != DownloadCode::Done) {
+    return result;
+  } else if (!loadsAsItsTarget(target, temporary.path(), result.reason)) {
+    result.code = DownloadCode::NotADocument;
+  } else if (!temporary.commit(result.reason)) {
+    result.code = DownloadCode::CannotWrite;
+  }
+  return result;
+}
+
+DownloadResult fetch(const std::string& url, const std::string& target) {
+  if (!isHttpAddress(url)) return {DownloadCode::BadUrl, "not an http or https address"};
+  return target.empty() ? transfer(url, nullptr) : fetchInto(url, target);
+}
+
+void logFailure(const std::string& url, const std::string& target, const DownloadResult& result) {
+  const std::string into = target.empty() ? target : " into " + target;
+  log("download of " + withoutCredentials(url) + into + " failed (" +
+      std::to_string(static_cast<int>(result.code)) + "): " + result.reason);
+}
+
+}  // namespace
+
+std::string withoutCredentials(const std::string& url) {
+  // The transfer library takes one slash or three for the two that belong there.
+  const std::size_t scheme = url.find(":/");
+  const std::size_t start = scheme == std::string::npos
+                                ? 0
+                                : std::min(url.find_first_not_of('/', scheme + 1), url.size());
+  // In an address that is not well formed nobody knows where the password ends.
+  const std::size_t end = isHttpAddress(url) ? url.find_first_of("/?#", start) : std::string::npos;
+  const std::size_t at = url.substr(0, end).rfind('@');
+  if (at == std::string::npos || at < start) return url;
+  return url.substr(0, start) + "***" + url.substr(at);
+}
+
+}  // namespace deskhost
+
+namespace cbl {
+
+CHttpDownload::CHttpDownload() = default;
+CHttpDownload::~CHttpDownload() = default;
+
+int CHttpDownload::get(const std::string& url, const std::string& target, const std::string&,
+                       long long, long long) {
+  deskhost::DownloadResult result{deskhost::DownloadCode::Internal, {}};
+  try {
+    result = deskhost::fetch(url, target);
+    if (result.code != deskhost::DownloadCode::Done) deskhost::logFailure(url, target, result);
+  } catch (const std::exception& error) {
+    deskhost::log(error.what());
+  }
+  return static_cast<int>(result.code);
+}
+
+}  // namespace cbl

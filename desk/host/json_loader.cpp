@@ -1,0 +1,81 @@
+#include <json/reader.h>
+#include <json/value.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+#include "desk/host/documents.h"
+#include "desk/host/settings.h"
+#include "host/cbl.h"
+
+namespace deskhost {
+namespace {
+
+constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
+
+std::unique_ptr<Json::CharReader> makeReader() {
+  Json::CharReaderBuilder builder;
+  builder["collectComments"] = false;
+  builder["failIfExtra"] = true;
+  builder["rejectDupKeys"] = false;
+  builder["skipBom"] = false;
+  builder["stackLimit"] = settings().maxJsonDepth;
+  return std::unique_ptr<Json::CharReader>(builder.newCharReader());
+}
+
+/// Takes the first fault from the library's list: "* Line 3, Column 5\n  reason.\n".
+DocumentFault firstFault(const std::string& errors) {
+  DocumentFault fault;
+  int used = 0;
+  if (std::sscanf(errors.c_str(), "* Line %d, Column %d %n", &fault.line, &fault.column, &used) !=
+      2) {
+    return {0, 0, errors};
+  }
+  fault.reason = errors.substr(static_cast<std::size_t>(used));
+  fault.reason.erase(std::min(fault.reason.find('\n'), fault.reason.size()));
+  return fault;
+}
+
+/// The library takes a zero byte for the end of the text, and what follows would go unseen.
+bool endsWithValue(const char* begin, const char* end, const Json::Value& root) {
+  const char* const limit = begin + root.getOffsetLimit();
+  const char* const zero = std::find(limit, end, '\0');
+  return zero == end || zero + 1 == end;
+}
+
+}  // namespace
+
+bool parseJson(const std::string& text, Json::Value& root, DocumentFault& fault) {
+  const bool marked = text.compare(0, 3, kByteOrderMark) == 0;
+  const char* const begin = text.data() + (marked ? 3 : 0);
+  const char* const end = text.data() + text.size();
+  std::string errors;
+  try {
+    if (!makeReader()->parse(begin, end, &root, &errors)) {
+      fault = firstFault(errors);
+    } else if (!endsWithValue(begin, end, root)) {
+      fault = {0, 0, "there are bytes after a zero byte"};
+    } else {
+      return true;
+    }
+  } catch (const Json::Exception&) {
+    fault = {0, 0, "nested deeper than " + std::to_string(settings().maxJsonDepth) + " levels"};
+  }
+  return false;
+}
+
+}  // namespace deskhost
+
+namespace cbl {
+
+int loadJsonFile(const std::string& path, Json::Value& root, bool) {
+  return deskhost::loadDocument(path,
+                                [&](const std::string& text, deskhost::DocumentFault& fault) {
+                                  return deskhost::parseJson(text, root, fault);
+                                })
+             ? 0
+             : -1;
+}
+
+}  // namespace cbl

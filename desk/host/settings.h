@@ -1,0 +1,42 @@
+// What the command line decides for the host's services. One set per process.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace deskhost {
+
+/// Bounds on one download. A transfer that leaves them is a failed transfer.
+struct DownloadLimits {
+  std::size_t maxBytes = std::size_t{64} << 20;        ///< body, counted while it arrives
+  std::size_t maxHeaderBytes = std::size_t{64} << 10;  ///< headers of all answers together
+  std::chrono::milliseconds connectTime{10'000};
+  std::chrono::milliseconds totalTime{120'000};  ///< from the first look-up to the last byte
+  std::chrono::seconds stallTime{20};            ///< slower than `stallSpeed` for this long
+  long stallSpeed = 100;                         ///< bytes per second
+  long maxRedirects = 5;
+};
+
+struct Settings {
+  /// Directory on this PC that stands for the controller's file system.
+  std::string root;
+
+  /// Directory that stands for the mounted USB disk; empty when no disk is plugged in.
+  std::string usb;
+
+  std::size_t maxDocumentBytes = std::size_t{64} << 20;
+
+  /// Nesting of a JSON document. A job needs less than ten levels.
+  int maxJsonDepth = 64;
+
+  /// Attributes of one XML element. The XML library compares each with all before it.
+  std::size_t maxXmlAttributes = 256;
+
+  DownloadLimits download;
+};
+
+/// The settings of the process. Set them before the first service is called: nothing is locked.
+Settings& settings();
+
+}  // namespace deskhost

@@ -1,0 +1,50 @@
+#include "desk/host/utf8.h"
+
+namespace deskhost {
+namespace {
+
+/// Lead bytes from `first` to `last`, the size they announce, and what the second byte may be.
+struct Lead {
+  unsigned char first, last;
+  std::size_t size;
+  unsigned char secondFirst, secondLast;
+};
+
+constexpr Lead kLeads[] = {
+    {0x00, 0x7F, 1, 0x00, 0x00}, {0xC2, 0xDF, 2, 0x80, 0xBF}, {0xE0, 0xE0, 3, 0xA0, 0xBF},
+    {0xE1, 0xEC, 3, 0x80, 0xBF}, {0xED, 0xED, 3, 0x80, 0x9F}, {0xEE, 0xEF, 3, 0x80, 0xBF},
+    {0xF0, 0xF0, 4, 0x90, 0xBF}, {0xF1, 0xF3, 4, 0x80, 0xBF}, {0xF4, 0xF4, 4, 0x80, 0x8F},
+};
+
+bool follows(std::string_view text, std::size_t at, const Lead& lead) {
+  if (text.size() - at < lead.size) return false;
+  for (std::size_t i = 1; i < lead.size; ++i) {
+    const auto byte = static_cast<unsigned char>(text[at + i]);
+    const unsigned char first = i == 1 ? lead.secondFirst : 0x80;
+    const unsigned char last = i == 1 ? lead.secondLast : 0xBF;
+    if (byte < first || byte > last) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::size_t utf8CharacterSize(std::string_view text, std::size_t at) {
+  const auto byte = static_cast<unsigned char>(text[at]);
+  for (const Lead& lead : kLeads) {
+    if (byte < lead.first || byte > lead.last) continue;
+    return follows(text, at, lead) ? lead.size : 0;
+  }
+  return 0;
+}
+
+bool isUtf8(std::string_view text) {
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t size = utf8CharacterSize(text, at);
+    if (size == 0) return false;
+    at += size;
+  }
+  return true;
+}
+
+}  // namespace deskhost

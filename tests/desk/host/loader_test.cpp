@@ -1,0 +1,152 @@
+#include <json/value.h>
+#include <tinyxml2.h>
+
+#include <chrono>
+
+#include "host/cbl.h"
+#include "tests/desk/host/host_test.h"
+
+namespace {
+
+constexpr char kPath[] = "/mnt/data/a";
+constexpr char kZeroInText[] = "[\"a\0b\"]";
+constexpr char kZeroAtEnd[] = "{}";
+constexpr char kZeroInside[] = "{} \0 x";
+
+std::string repeated(const std::string& text, int times) {
+  std::string all;
+  for (int i = 0; i < times; ++i) all += text;
+  return all;
+}
+
+std::string nested(int levels) {
+  return repeated("[", levels) + repeated("]", levels);
+}
+
+std::string tag(int attributes) {
+  std::string text = "<a";
+  for (int i = 0; i < attributes; ++i) text += " n" + std::to_string(i) + "='='";
+  return text + "/>";
+}
+
+template <std::size_t N>
+std::string bytes(const char (&text)[N]) {
+  return {text, N - 1};
+}
+
+/// A document and what the log says about it; nothing when it is to load.
+struct Row {
+  std::string text, complaint;
+};
+
+}  // namespace
+
+TEST_F(HostTest, LoadsJsonOrSaysWhereItFails) {
+  const std::string nothing = "Syntax error: value, object or array expected.";
+  const Row rows[] = {
+      {"{}", ""},
+      {" 7 ", ""},
+      {"\"切割\"", ""},
+      {"/* saw */ {\"a\": 1} // end", ""},
+      {"\xEF\xBB\xBF{\"a\": 1}\n", ""},
+      {bytes(kZeroInText), ""},
+      {std::string(kZeroAtEnd, sizeof kZeroAtEnd), ""},
+      {nested(64), ""},
+      {"", ":1:1: " + nothing},
+      {" \n ", ":2:2: " + nothing},
+      {"\xEF\xBB\xBFx", ":1:1: " + nothing},
+      {"{\n \"a\": 1\n \"b\": 2}", ":3:2: Missing ',' or '}' in object declaration"},
+      {"{\"a\": [1,\n2", ":2:2: Missing ',' or ']' in array declaration"},
+      {"[\"\\u12\"]", ":1:2: Bad unicode escape sequence in string: four digits expected."},
+      {"{}\n}", ":2:1: Extra non-whitespace after JSON value."},
+      {bytes(kZeroInside), ": there are bytes after a zero byte"},
+      {nested(65), ": nested deeper than 64 levels"},
+      {repeated("[", 1'000'000), ": nested deeper than 64 levels"},
+  };
+  for (const Row& row : rows) {
+    tree.write("root/mnt/data/a", row.text);
+    Json::Value root;
+    const int code = cbl::loadJsonFile(kPath, root, false);
+    const std::string log = row.complaint.empty() ? "" : kPath + row.complaint + "\n";
+    EXPECT_EQ(takeLog(), log) << row.text.substr(0, 80);
+    EXPECT_EQ(code >= 0, row.complaint.empty()) << row.text.substr(0, 80);
+  }
+}
+
+TEST_F(HostTest, HandsOverTheJsonValue) {
+  tree.write("root/mnt/data/a", "{\"a\": 1, \"b\": [true], \"a\": \"last\"}");
+  Json::Value root;
+  ASSERT_GE(cbl::loadJsonFile(kPath, root, false), 0);
+  EXPECT_EQ(root["a"], Json::Value("last"));
+  EXPECT_EQ(root["b"][0], Json::Value(true));
+}
+
+TEST_F(HostTest, LoadsXmlOrSaysWhereItFails) {
+  const Row rows[] = {
+      {"<a/>", ""},
+      {"\xEF\xBB\xBF<?xml version='1.0'?>\n<!-- < -->\n<!DOCTYPE a>\n<a>t</a>\n<!-- </a> -->", ""},
+      {"<a><![CDATA[</a></b>]]>< /a>", ""},
+      {"<a/>" + std::string(1, '\0'), ""},
+      {tag(256), ""},
+      {"<r>" + repeated(tag(200) + "<!-- " + tag(300) + "--><![CDATA[" + tag(300) + "]]>", 3) +
+           "</r>",
+       ""},
+      {"", ": the document is empty"},
+      {" \n", ": the document is empty"},
+      {"<!-- a -->", ": there is no root element"},
+      {"<a/>\n<b/>", ":2: a second root element"},
+      {"<a>\n<b>\n</a>", ":2: element without its end tag"},
+      {"<a/>\n</a>\n<b/>", ":2: an end tag closes no element"},
+      {"<a/>\nx", ":2: text that no tag ends"},
+      {"<a b='1'\nb='2'/>", ":2: malformed attribute, or the same one twice"},
+      {"<a>\n<b", ":2: malformed tag"},
+      {"<a>\n" + std::string(1, '\0') + "</a>", ":2: there are bytes after a zero byte"},
+      {"\n<a>" + tag(257) + "</a>", ":2: more than 256 attributes in one element"},
+      {repeated("<a>", 200) + repeated("</a>", 200), ":1: elements are nested too deep"},
+  };
+  for (const Row& row : rows) {
+    tree.write("root/mnt/data/a", row.text);
+    tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
+    tinyxml2::XMLElement* root = reinterpret_cast<tinyxml2::XMLElement*>(&document);
+    const int code = cbl::loadXmlFile(kPath, document, root);
+    const std::string log = row.complaint.empty() ? "" : kPath + row.complaint + "\n";
+    EXPECT_EQ(takeLog(), log) << row.text.substr(0, 80);
+    EXPECT_EQ(code >= 0, row.complaint.empty()) << row.text.substr(0, 80);
+    EXPECT_EQ(root, document.RootElement()) << row.text.substr(0, 80);
+    EXPECT_EQ(root == nullptr, code < 0) << row.text.substr(0, 80);
+  }
+}
+
+TEST_F(HostTest, RefusesHostileXmlInLittleTime) {
+  const std::string rows[] = {tag(1'000'000), repeated("<a ", 1'000'000),
+                              repeated("<a '", 1'000'000), repeated("</a>", 1'000'000),
+                              repeated("<!--", 1'000'000)};
+  for (const std::string& text : rows) {
+    tree.write("root/mnt/data/a", text);
+    tinyxml2::XMLDocument document;
+    tinyxml2::XMLElement* root = nullptr;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_LT(cbl::loadXmlFile(kPath, document, root), 0) << text.substr(0, 20);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+  }
+}
+
+TEST_F(HostTest, AnswersNegativeForWhatIsNoDocument) {
+  std::filesystem::create_directory(tree.path("root/mnt/data/d.json"));
+  const std::string lead = tree.path("root/mnt/data/");
+  const Row rows[] = {
+      {"", ": the name is empty"},
+      {"/mnt/data/../a", ": the name holds '..'"},
+      {"/mnt/data/none.json", ": " + lead + "none.json: No such file or directory"},
+      {"/mnt/data/d.json", ": " + lead + "d.json: Is a directory"},
+  };
+  for (const Row& row : rows) {
+    Json::Value value;
+    tinyxml2::XMLDocument document;
+    tinyxml2::XMLElement* root = nullptr;
+    EXPECT_LT(cbl::loadJsonFile(row.text, value, false), 0);
+    EXPECT_LT(cbl::loadXmlFile(row.text, document, root), 0);
+    const std::string line = row.text + row.complaint + "\n";
+    EXPECT_EQ(takeLog(), line + line);
+  }
+}

@@ -1,0 +1,41 @@
+#include <gtest/gtest.h>
+
+#include "desk/host/tick_clock.h"
+#include "host/utility.h"
+#include "tests/desk/host/host_test.h"
+
+TEST_F(HostTest, LogsOneVisibleLineWhateverANameHolds) {
+  const struct {
+    std::string text, line;
+  } rows[] = {
+      {"a\nb\r\tc", "a\\nb\\r\\tc"},
+      {std::string("a\0b\x1b[31m\x7f", 9), "a\\x00b\\x1b[31m\\x7f"},
+      {"切割 \xC3\xA9 \xF0\x9F\x94\xA7 \\", "切割 \xC3\xA9 \xF0\x9F\x94\xA7 \\"},
+      {"C1 \xC2\x9B", "C1 \\xc2\\x9b"},
+      {"\xC0\xAF \xED\xA0\x80 \xF4\x90\x80\x80 \xE5\x88",
+       "\\xc0\\xaf \\xed\\xa0\\x80 \\xf4\\x90\\x80\\x80 \\xe5\\x88"},
+  };
+  for (const auto& row : rows) {
+    deskhost::log(row.text);
+    EXPECT_EQ(takeLog(), row.line + "\n");
+  }
+}
+
+TEST(Log, GoesToStandardErrorUnlessASinkTakesIt) {
+  testing::internal::CaptureStderr();
+  deskhost::log("one");
+  deskhost::setLogSink([](const std::string&) { throw 1; });
+  deskhost::log("lost");
+  deskhost::setLogSink({});
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "cusdesk: one\n");
+}
+
+TEST(TickClock, RunsUntilItIsStopped) {
+  UTILITY::CTime* const clock = UTILITY::CTime::get_instance();
+  const unsigned long long before = clock->getTickCount();
+  deskhost::setTickCount(7);
+  EXPECT_EQ(clock->getTickCount(), 7U);
+  deskhost::setTickCount(std::nullopt);
+  EXPECT_GE(clock->getTickCount(), before);
+  EXPECT_LT(clock->getTickCount() - before, 60'000U);
+}
