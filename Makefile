@@ -1,0 +1,36 @@
+# The two commands that do everything, and a few that do less.
+#
+#   make run      install what is missing, build, run the demo script on the shipped job
+#   make test     the same, then every test
+#   make sanitize, make clang   the tests under sanitizers, or built with clang
+#   make lint     clang-tidy over everything
+#   make format   format the sources
+.PHONY: run test build sanitize clang lint format setup clean
+
+run: build
+	build/cusdesk run examples/demo.lua
+
+test: run
+	ctest --preset release -j2 --output-on-failure
+
+build: setup
+	cmake --preset release
+	cmake --build --preset release
+
+sanitize clang: setup
+	cmake --preset $@
+	cmake --build --preset $@
+	ctest --preset $@ -j2 --output-on-failure
+
+lint: setup
+	cmake --preset clang
+	git ls-files '*.cpp' ':!tests' | xargs -P2 -n4 clang-tidy -p build/clang --quiet
+
+format: setup
+	git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+setup:
+	@tools/install-missing-packages.sh
+
+clean:
+	rm -rf build

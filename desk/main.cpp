@@ -1,0 +1,89 @@
+// cusdesk: the desk runtime. It stands in for the panel on a PC.
+#include <cstdio>
+#include <exception>
+
+#include "desk/commands.h"
+#include "desk/errors.h"
+
+namespace {
+
+using namespace desk;
+
+std::string programHelp() {
+  std::string text =
+      "Examples:\n"
+      "  cusdesk run demo.lua                      run a script with the shipped example jobs\n"
+      "  cusdesk --root panel --usb stick run a.lua  run it with your own folders\n"
+      "\n"
+      "Usage: cusdesk [OPTION...] COMMAND [ARG...]\n"
+      "\n"
+      "Commands:\n";
+  for (const Command& command : commands()) {
+    std::string line = std::string("  ") + command.name;
+    line.resize(22, ' ');
+    text += line + command.help + "\n";
+  }
+  return text + "\nOptions:\n" + describe(globalOptions()) +
+         "\nExit codes: 0 fine, 1 findings or a failed script, 2 usage, 3 cannot read, obtain or "
+         "load.\n";
+}
+
+std::string commandHelp(const Command& command) {
+  return std::string("Examples:\n") + command.examples + "\nUsage: cusdesk [OPTION...] " +
+         command.name + " [OPTION...] " + command.operands + "\n  " + command.help +
+         "\n\nOptions:\n" + describe(command.options);
+}
+
+const Command& find(const std::string& name) {
+  std::vector<std::string> names;
+  for (const Command& command : commands()) {
+    if (name == command.name) return command;
+    names.push_back(command.name);
+  }
+  const std::string near = nearest(name, names);
+  throw Error(kExitUsage,
+              "unknown command '" + name + "'; " +
+                  (near.empty() ? "see 'cusdesk --help'" : "did you mean '" + near + "'?"));
+}
+
+int show(const std::string& text) {
+  std::fputs(text.c_str(), stdout);
+  return kExitFine;
+}
+
+int dispatch(const std::vector<std::string>& words) {
+  Invocation invocation;
+  invocation.global = parse(words, globalOptions());
+  std::vector<std::string> rest = invocation.global.operands;
+  if (invocation.global.has("version")) return show("cusdesk " CUSDESK_VERSION "\n");
+  if (rest.empty()) {
+    if (invocation.global.has("help")) return show(programHelp());
+    throw Error(kExitUsage, "which command? See 'cusdesk --help'");
+  }
+  const Command& command = find(rest.front());
+  rest.erase(rest.begin());
+  invocation.command = parse(rest, command.options);
+  if (invocation.global.has("help") || invocation.command.has("help")) {
+    return show(commandHelp(command));
+  }
+  return command.run(invocation);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  int code = kExitCannot;
+  try {
+    code = dispatch({argv + 1, argv + argc});
+  } catch (const Error& error) {
+    std::fprintf(stderr, "cusdesk: %s\n", error.what());
+    code = error.code();
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "cusdesk: %s\n", error.what());
+  }
+  if (std::fflush(stdout) != 0 && code == kExitFine) {
+    std::perror("cusdesk: standard output");
+    code = kExitCannot;
+  }
+  return code;
+}

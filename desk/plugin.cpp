@@ -1,0 +1,35 @@
+#include "desk/plugin.h"
+
+#include <dlfcn.h>
+
+#include <filesystem>
+
+#include "desk/errors.h"
+
+namespace desk {
+
+Plugin::Plugin(const std::string& path)
+    // A bare file name would send the loader to the system's library folders.
+    : path_(path), handle_(dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL)) {
+  if (handle_ == nullptr) {
+    throw Error(kExitCannot, std::string("cannot load the plug-in: ") + dlerror());
+  }
+}
+
+Plugin::~Plugin() {
+  dlclose(handle_);
+}
+
+void* Plugin::symbol(const char* name) const {
+  void* address = dlsym(handle_, name);
+  if (address == nullptr) {
+    throw Error(kExitCannot, "not a plug-in of this kind: " + path_ + " has no " + name);
+  }
+  return address;
+}
+
+void Plugin::registerModule(lua_State* L) const {
+  find<int(lua_State*)>("Custom_RegLuaLib")(L);
+}
+
+}  // namespace desk

@@ -1,0 +1,69 @@
+#include <algorithm>
+
+#include "json/json_analysis.h"
+#include "model/job_lists.h"
+#include "model/job_walks.h"
+
+std::list<WORK_T> JsonAnalysis::getWork(std::string barCode) {
+  return model::listWorksOf(data, barCode);
+}
+
+std::list<std::pair<std::string, WORK_T>> JsonAnalysis::getAllWork() {
+  return model::listWorks(data);
+}
+
+std::list<RETURNACUT_T> JsonAnalysis::getCut(std::string barNumber) {
+  return model::listCutsOf(data, barNumber);
+}
+
+std::list<RETURNACUT_T> JsonAnalysis::getAllCut() {
+  refillMaterialList();
+  return model::listCuts(data);
+}
+
+void JsonAnalysis::refillMaterialList() {
+  materialList.clear();
+  for (const BAR_T& bar : data.Bar) {
+    if (bar.piece.empty()) continue;
+    materialList.insert(materialList.end(), bar.piece.size(), std::stoi(bar.BarNumber));
+  }
+}
+
+int JsonAnalysis::getMaterialCount() {
+  const auto highest = std::max_element(materialList.begin(), materialList.end());
+  return highest == materialList.end() ? 0 : *highest;
+}
+
+int JsonAnalysis::getHeight(std::string& height) {
+  if (!model::declaresVersion1(data) || data.Bar.empty()) return -1;
+  height = data.Bar.front().MaxZ;
+  return 0;
+}
+
+int JsonAnalysis::getMaxYZ_Cutlength(std::string barCode, std::string& maxY, std::string& maxZ,
+                                     std::string& cutLength) {
+  return model::lookUpDimensions(data, barCode, maxY, maxZ, cutLength);
+}
+
+std::vector<tagHOHEINFO> JsonAnalysis::getHole() {
+  model::collectHoles(data, holeList);
+  return holeList;
+}
+
+std::list<PRINT_T> JsonAnalysis::getPrint() {
+  return model::listLabels(data);
+}
+
+void JsonAnalysis::getAllBarCodeToMap() {
+  barCodeMap.clear();
+  for (const BAR_T& bar : data.Bar) {
+    if (bar.piece.empty()) continue;
+    std::map<std::string, std::string>& codes = barCodeMap[bar.BarNumber];
+    for (const PIECE_T& piece : bar.piece) codes[piece.PieceNumber] = piece.BarCode;
+  }
+}
+
+std::string JsonAnalysis::getBarCode(const std::string& barNumber, const std::string& pieceNumber) {
+  // kept: looking up an unknown piece adds it to the map, with an empty barcode
+  return barCodeMap[barNumber][pieceNumber];
+}

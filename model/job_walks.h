@@ -1,0 +1,121 @@
+// The walks over a job that the queries of both readers share.
+//
+// A walk reads the records in place, in file order, and hands what it finds to a sink: any callable
+// of the shape given. References stay valid for the length of the walk only where a working row is
+// handed out, and as long as the job is not changed where records are.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "model/job_records.h"
+#include "model/query_rows.h"
+
+namespace model {
+
+/// Whether the header declares the one version that the gated queries answer for.
+bool declaresVersion1(const DATA_T& job);
+
+/// Every piece: sink(bar, piece).
+template <class Sink>
+void forEachPiece(const DATA_T& job, Sink&& sink) {
+  for (const BAR_T& bar : job.Bar) {
+    for (const PIECE_CHILD_SECOND_T& piece : bar.piece) sink(bar, piece);
+  }
+}
+
+/// Every work, of whatever version: sink(piece, work).
+template <class Sink>
+void forEachWork(const DATA_T& job, Sink&& sink) {
+  forEachPiece(job, [&](const BAR_T&, const PIECE_CHILD_SECOND_T& piece) {
+    for (const WORK_T& work : piece.work) sink(piece, work);
+  });
+}
+
+/// The works of every piece that bears the barcode, nothing for another version: sink(work).
+template <class Sink>
+void forEachWorkOf(const DATA_T& job, const std::string& barCode, Sink&& sink) {
+  if (!declaresVersion1(job)) return;
+  forEachPiece(job, [&](const BAR_T&, const PIECE_CHILD_SECOND_T& piece) {
+    if (piece.BarCode != barCode) return;
+    for (const WORK_T& work : piece.work) sink(work);
+  });
+}
+
+/// Fills the bar's share of a cut row.
+void setBarOfCut(RETURNACUT_T& row, const BAR_T& bar);
+
+/// Fills the piece's share of a cut row, all but its number.
+void setPieceOfCut(RETURNACUT_T& row, const PIECE_T& piece);
+
+/// The cuts of one bar, with `row` as the working row: sink(piece) after each filling.
+template <class Sink>
+void forEachCutOn(const BAR_T& bar, RETURNACUT_T& row, Sink&& sink) {
+  setBarOfCut(row, bar);
+  for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
+    setPieceOfCut(row, piece);
+    sink(piece);
+  }
+}
+
+/// The cuts of every bar that bears the number, nothing for another version: sink(). The row's
+/// PieceNumber is left alone.
+template <class Sink>
+void forEachCutOf(const DATA_T& job, const std::string& barNumber, RETURNACUT_T& row, Sink&& sink) {
+  if (!declaresVersion1(job)) return;
+  for (const BAR_T& bar : job.Bar) {
+    if (bar.BarNumber == barNumber) forEachCutOn(bar, row, [&](const PIECE_T&) { sink(); });
+  }
+}
+
+/// All cuts, of whatever version, with the numbers of their pieces: sink().
+template <class Sink>
+void forEachCut(const DATA_T& job, RETURNACUT_T& row, Sink&& sink) {
+  for (const BAR_T& bar : job.Bar) {
+    forEachCutOn(bar, row, [&](const PIECE_T& piece) {
+      row.PieceNumber = piece.PieceNumber;
+      sink();
+    });
+  }
+}
+
+/// Fills the bar's share of a label row.
+void setBarOfLabel(PRINT_T& row, const BAR_T& bar);
+
+/// One label per piece: sink(row). The row is a working row.
+template <class Sink>
+void forEachLabel(const DATA_T& job, Sink&& sink) {
+  PRINT_T row;
+  for (const BAR_T& bar : job.Bar) {
+    setBarOfLabel(row, bar);
+    for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
+      row.sProfileCode = piece.mark;
+      row.sCutAngle = piece.cut_angle_convert;
+      sink(static_cast<const PRINT_T&>(row));
+    }
+  }
+}
+
+/// Empties `holes`, then appends one entry per distinct work name, with the dimensions of the first
+/// piece that it occurs on. Throws std::invalid_argument or std::out_of_range ("stod") when one of
+/// them is no number; `holes` then keeps what was found before.
+void collectHoles(const DATA_T& job, std::vector<tagHOHEINFO>& holes);
+
+/// A piece and the bar it is cut from. Null pointers: no such piece.
+struct PieceOnBar {
+  const BAR_T* bar = nullptr;
+  const PIECE_T* piece = nullptr;
+};
+
+/// The first piece in file order that bears the barcode; none for another version. Writes nothing.
+PieceOnBar findPiece(const DATA_T& job, const std::string& barCode);
+
+/// Writes the line that every failed look-up of dimensions leaves on standard output.
+void reportUnknownBarCode(const std::string& barCode);
+
+/// The dimensions that belong to a barcode: those of the first piece that bears it.
+/// Returns 0, or -1 with a line on standard output and all three texts untouched.
+int lookUpDimensions(const DATA_T& job, const std::string& barCode, std::string& maxY,
+                     std::string& maxZ, std::string& cutLength);
+
+}  // namespace model

@@ -1,0 +1,123 @@
+"""Command lines that make no sense, and what they are answered with.
+
+Usage: command_line_test.py CUSDESK
+"""
+
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+CUSDESK = sys.argv.pop()
+
+
+def run(*words, **options):
+    return subprocess.run([CUSDESK, *words], capture_output=True, text=True, timeout=60, **options)
+
+
+class CommandLine(unittest.TestCase):
+    def test_senseless_ones_are_answered_with_one_line_and_2(self):
+        for words, line in [
+            ([], "which command? See 'cusdesk --help'"),
+            (["rnu", "a.lua"], "unknown command 'rnu'; did you mean 'run'?"),
+            (["frobnicate"], "unknown command 'frobnicate'; see 'cusdesk --help'"),
+            (["--rot", "x"], "unknown option '--rot'; did you mean '--root'?"),
+            (["--root"], "option '--root' needs an argument"),
+            (["--version=3"], "option '--version' takes no argument"),
+            (["-x"], "unknown option '-x'"),
+            (["run"], "run: which script?"),
+            (["run", "--raw-error", "--no-such"], "unknown option '--no-such'"),
+        ]:
+            answer = run(*words)
+            self.assertEqual((answer.stderr, answer.returncode), (f"cusdesk: {line}\n", 2), words)
+            self.assertEqual(answer.stdout, "", words)
+
+    def test_missing_files_are_answered_with_one_line_and_3(self):
+        for words, start in [
+            (["run", "no/such.lua"], "cannot open no/such.lua"),
+            (["--plugin", "no/such.so", "run", "a.lua"], "cannot load the plug-in: "),
+            (["--plugin", CUSDESK, "run", "a.lua"], "cannot load the plug-in: "),
+            (["--plugin", "libc.so.6", "run", "a.lua"], "cannot load the plug-in: "),
+        ]:
+            answer = run(*words)
+            self.assertEqual(answer.returncode, 3, words)
+            self.assertTrue(answer.stderr.startswith("cusdesk: " + start), answer.stderr)
+            self.assertEqual(answer.stderr.count("\n"), 1, answer.stderr)
+
+    def test_help_opens_with_examples(self):
+        for words in (["--help"], ["-h"], ["run", "--help"], ["--help", "run"]):
+            answer = run(*words)
+            self.assertEqual((answer.returncode, answer.stderr), (0, ""), words)
+            self.assertTrue(answer.stdout.startswith("Examples:\n  cusdesk "), answer.stdout)
+        self.assertRegex(run("--version").stdout, r"^cusdesk \d+\.\d+\.\d+\n$")
+
+    def test_full_disk_is_not_success(self):
+        with open("/dev/full", "w", encoding="utf-8") as full:
+            answer = subprocess.run([CUSDESK, "--help"], stdout=full, stderr=subprocess.PIPE,
+                                    check=False)
+        self.assertEqual(answer.returncode, 3)
+
+
+class Scripts(unittest.TestCase):
+    def run_script(self, text, *arguments, options=()):
+        with tempfile.TemporaryDirectory() as folder:
+            script = pathlib.Path(folder, "script.lua")
+            script.write_text(text, encoding="utf-8")
+            answer = run("--root", folder, "run", *options, str(script), *arguments)
+            return answer, folder
+
+    def test_arguments_are_those_of_the_stock_interpreter(self):
+        answer, folder = self.run_script("io.write(arg[0], '|', #arg, '|', arg[2], '|', ...)",
+                                         "-x", "two")
+        self.assertTrue(answer.stdout.endswith(f"{folder}/script.lua|2|two|-xtwo"), answer.stdout)
+
+    def test_exit_status_is_the_script_s_own(self):
+        for text, code in [("os.exit(7)", 7), ("os.exit(true)", 0), ("return 5", 0),
+                           ("error('x')", 1), ("syntax error", 1), ("error({})", 1),
+                           ("error(setmetatable({}, {__tostring = function() return 'own' end}))",
+                            1)]:
+            self.assertEqual(self.run_script(text)[0].returncode, code, text)
+
+    def test_errors_come_with_a_traceback(self):
+        answer, folder = self.run_script("local function f() error('bad bar') end\nf()")
+        self.assertTrue(answer.stderr.startswith(
+            f"cusdesk: {folder}/script.lua:1: bad bar\nstack traceback:\n"), answer.stderr)
+
+    def test_exceptions_of_the_module_are_lua_errors_with_its_function_s_name(self):
+        text = "print(pcall(cus_ParseModule.getjson_Flash, 'a.js'))\ncus_ParseModule.getjson_Flash('a.js')"
+        answer, folder = self.run_script(text)
+        self.assertIn("false\tgetjson_Flash: basic_string::substr", answer.stdout)
+        self.assertIn(f"{folder}/script.lua:2: getjson_Flash: basic_string::substr", answer.stderr)
+        answer, _ = self.run_script(text, options=["--raw-errors"])
+        self.assertIn("false\t", answer.stdout)
+        self.assertNotIn("getjson_Flash: basic", answer.stdout + answer.stderr)
+        self.assertEqual(answer.returncode, 1)
+
+    def test_lines_of_plugin_and_script_stay_in_order_in_a_pipe(self):
+        answer, _ = self.run_script(
+            "print('a') cus_ParseModule.getjson_Flash('no.json') print('b')")
+        self.assertEqual(answer.stdout.splitlines()[2:],
+                         ["a", "The string ends with .json", "read File error.............", "b"])
+
+    def test_progress_goes_below_the_root_unless_the_environment_says_otherwise(self):
+        text = "print(cus_ParseModule.save_cutCurIndex('3', '7'))"
+        with tempfile.TemporaryDirectory() as folder:
+            script = pathlib.Path(folder, "s.lua")
+            script.write_text(text, encoding="utf-8")
+            target = pathlib.Path(folder, "mnt/data/CustomFileDir/cutCurIndex.txt")
+            answer = run("--root", folder, "run", str(script))
+            self.assertEqual(answer.stdout.splitlines()[2:], ["无法打开文件！", "7"])
+            target.parent.mkdir(parents=True)
+            target.write_text("old and longer than the new\n")
+            answer = run("--root", folder, "run", str(script))
+            self.assertEqual(answer.stdout.splitlines()[2:], ["数据已写入文件！", "7"])
+            self.assertEqual(target.read_text(), "3\n7\n")
+            other = pathlib.Path(folder, "other.txt")
+            run("--root", folder, "run", str(script),
+                env={**os.environ, "CUS_CUTCURINDEX_FILE": str(other)})
+            self.assertEqual(other.read_text(), "3\n7\n")
+
+
+unittest.main()

@@ -1,0 +1,141 @@
+// The query commands on jobs made in memory: what no job file brings about, and large jobs.
+#include <gmock/gmock.h>
+
+#include "module/readers.h"
+#include "module/registration.h"
+#include "tests/support/lua_harness.h"
+
+namespace {
+
+class CommandsTest : public test_support::LuaTest {
+ protected:
+  void SetUp() override {
+    LuaTest::SetUp();
+    testing::internal::CaptureStdout();
+    reg_cus_ParseModule(L);
+    testing::internal::GetCapturedStdout();
+    nFileType = kJsonJob;
+    json.data = DATA_T();
+    json.data.Version = "1.0";
+    json.materialList.clear();
+    xml.data = DATA_T();
+  }
+};
+
+/// A bar of `count` pieces with `works` works each, whose barcodes begin with `prefix`.
+BAR_T barOf(std::size_t count, std::size_t works, const std::string& prefix) {
+  BAR_T bar;
+  bar.BarNumber = "1";
+  bar.MaxY = "60";
+  bar.piece.resize(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    bar.piece[i].BarCode = prefix + std::to_string(i);
+    bar.piece[i].PieceNumber = std::to_string(i);
+    bar.piece[i].work.resize(works);
+  }
+  return bar;
+}
+
+TEST_F(CommandsTest, AnUnknownFileTypeAnswersWithEmptyTables) {
+  json.data.Bar.push_back(barOf(2, 2, "p"));
+  nFileType = 2;
+  EXPECT_EQ(run("local m = cus_ParseModule\n"
+                "return #m.get_work('') .. #m.get_work('p0') .. #m.get_cut('') .. #m.get_cut('1')"
+                " .. #m.get_hole() .. #m.get_print() .. #m.get_Dimensions('p0')"),
+            "0000000");
+  EXPECT_EQ(run("return cus_ParseModule.getjson_url('http://127.0.0.1:1/', 'name')"), "name");
+}
+
+TEST_F(CommandsTest, TextsEndAtAZeroByteOnTheWayToAndFromTheScript) {
+  json.data.Bar.push_back(barOf(1, 1, "p"));
+  json.data.Bar[0].piece[0].work[0].Name = std::string("drain\0slot", 10);
+  EXPECT_EQ(run("return cus_ParseModule.get_work('p0\\0rest')[1].Name"), "drain");
+}
+
+TEST_F(CommandsTest, ArgumentsAreReadInOrderBeforeAnythingHappens) {
+  nFileType = kXmlJob;
+  const struct {
+    const char* call;
+    const char* message;
+  } kRows[] = {
+      {"getjson_Flash()", "bad argument #1 to 'getjson_Flash' (string expected, got no value)"},
+      {"getjson_uDisk(nil)", "bad argument #1 to 'getjson_uDisk' (string expected, got nil)"},
+      {"getjson_url({}, {})", "bad argument #1 to 'getjson_url' (string expected, got table)"},
+      {"getjson_url('u')", "bad argument #2 to 'getjson_url' (string expected, got no value)"},
+      {"get_work()", "bad argument #1 to 'get_work' (string expected, got no value)"},
+      {"get_cut(true)", "bad argument #1 to 'get_cut' (string expected, got boolean)"},
+      {"get_Dimensions()", "bad argument #1 to 'get_Dimensions' (string expected, got no value)"},
+      {"save_cutCurIndex(nil, nil)",
+       "bad argument #1 to 'save_cutCurIndex' (string expected, got nil)"},
+      {"save_cutCurIndex('1')",
+       "bad argument #2 to 'save_cutCurIndex' (string expected, got no value)"},
+  };
+  for (const auto& row : kRows) {
+    EXPECT_THAT(run(std::string("local answer = cus_ParseModule.") + row.call),
+                testing::EndsWith(row.message));
+  }
+  EXPECT_EQ(nFileType, kXmlJob);
+}
+
+TEST_F(CommandsTest, DimensionsShowOnlyTheRowsBehindTheLastWorkOfAnotherPiece) {
+  const struct {
+    const char* owners;  // the barcodes of the works, in file order
+    const char* rows;
+  } kRows[] = {{"AAA", "3"}, {"BA", "1"}, {"AB", "0"}, {"ABA", "1"}, {"AABAA", "2"}, {"B", "0"}};
+  for (const auto& row : kRows) {
+    json.data.Bar.assign(1, BAR_T());
+    for (const char* owner = row.owners; *owner != '\0'; ++owner) {
+      PIECE_CHILD_SECOND_T piece;
+      piece.BarCode = *owner;
+      piece.work.resize(1);
+      json.data.Bar[0].piece.push_back(piece);
+    }
+    EXPECT_EQ(run("return #cus_ParseModule.get_Dimensions('A')"), row.rows) << row.owners;
+  }
+}
+
+TEST_F(CommandsTest, AMillionWorksOfOtherPiecesLeaveTheLuaStackAlone) {
+  json.data.Bar.push_back(barOf(1000, 1000, "other"));
+  json.data.Bar.push_back(barOf(1, 1, "wanted"));
+  EXPECT_EQ(run("local rows = cus_ParseModule.get_Dimensions('wanted0')\n"
+                "return #rows .. ' ' .. rows[1].MaxY"),
+            "1 60");
+}
+
+TEST_F(CommandsTest, AllWorksOfALargeJobTakeOneWalk) {
+  // A look-up per row would compare 200,000 barcodes for each of 200,000 rows: hours.
+  json.data.Bar.push_back(barOf(200'000, 1, "piece"));
+  EXPECT_EQ(run("local rows = cus_ParseModule.get_work('')\n"
+                "return #rows .. ' ' .. rows[#rows].BarCode .. ' ' .. rows[#rows].MaxY"),
+            "200000 piece199999 60");
+}
+
+TEST_F(CommandsTest, AFailedLookUpPrintsItsLineOncePerRow) {
+  json.data.Bar.push_back(barOf(1, 2, "p"));
+  json.data.Version = "2.0";
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(run("local m = cus_ParseModule\n"
+                "local all, own, sizes = m.get_work(''), m.get_work('p0'), m.get_Dimensions('p0')\n"
+                "return #all .. all[2].MaxY .. #own .. #sizes .. sizes[1].Cut_Length"),
+            "202");
+  const std::string line = "Faild to find the BarCode,the BarCode is p0 \n";
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), line + line + line + line + line);
+}
+
+TEST_F(CommandsTest, CutsOfAnXmlJobTakeHeightAndCountFromTheJsonReader) {
+  json.data.Bar.push_back(barOf(3, 0, "json"));
+  json.data.Bar[0].MaxZ = "70";
+  json.data.Bar[0].BarNumber = "9";
+  EXPECT_EQ(run("return cus_ParseModule.get_cut('')[1].MaterialCount"), "9");
+  nFileType = kXmlJob;
+  xml.data.Version = "1.0";
+  xml.data.Bar.push_back(barOf(1, 0, "xml"));
+  xml.data.Bar[0].BarNumber = "9";
+  EXPECT_EQ(run("local row = cus_ParseModule.get_cut('')[1]\n"
+                "return row.Height .. row.MaterialCount .. row.BarCode"),
+            "709json0");
+  xml.data.Bar[0].BarNumber = "no number";
+  EXPECT_EQ(run("return cus_ParseModule.get_cut('')[1].BarNumber"), "no number");
+}
+
+}  // namespace

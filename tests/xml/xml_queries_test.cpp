@@ -1,0 +1,62 @@
+// Where the queries of the XML reader differ from those of the JSON reader.
+#include <gtest/gtest.h>
+
+#include "tests/support/xml_text.h"
+
+namespace {
+
+using test_support::readXmlText;
+using test_support::work;
+
+std::string pieceOf(const std::string& number, const std::string& barCode,
+                    const std::string& works = "") {
+  return "<Piece><PieceNumber>" + number + "</PieceNumber><BarCode>" + barCode +
+         "</BarCode><CtrsZ>0</CtrsZ><Cut><Length>900</Length></Cut>" + works + "</Piece>";
+}
+
+TEST(XmlQueries, BarNumbersNeedNotBeNumbersAndTheLastPieceGivesTheBarcode) {
+  XmlAnalysis reader;
+  ASSERT_EQ(readXmlText(reader, "<Job><Version>1.0</Version><Bar><BarNumber>left</BarNumber>" +
+                                    pieceOf("1", "A") + pieceOf("1", "B") + pieceOf("2", "C") +
+                                    "</Bar></Job>"),
+            0);
+  ASSERT_EQ(reader.getAllCut().size(), 3u);
+  EXPECT_EQ(reader.getAllCut().back().PieceNumber, "2");
+  EXPECT_EQ(reader.getCut("left").back().PieceNumber, "");
+  EXPECT_EQ(reader.getBarCode("left", "1"), "B");
+  EXPECT_EQ(reader.scratchList, (std::list<std::string>{"A", "B"}));
+  EXPECT_EQ(reader.getBarCode("left", "3"), "");
+  EXPECT_TRUE(reader.scratchList.empty());
+}
+
+TEST(XmlQueries, HolesAreDistinctAndListedInTheScratchList) {
+  XmlAnalysis reader;
+  ASSERT_EQ(
+      readXmlText(reader, "<Job><Version>1.0</Version><Bar><MaxY>60</MaxY><MaxZ>70</MaxZ>" +
+                              pieceOf("1", "A", work("drain") + work("hinge") + work("drain")) +
+                              "</Bar></Job>"),
+      0);
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(reader.getHole().size(), 2u);
+    EXPECT_EQ(reader.scratchList, (std::list<std::string>{"drain", "hinge"}));
+  }
+}
+
+TEST(XmlQueries, VersionGatesAreThoseOfTheJsonReader) {
+  XmlAnalysis reader;
+  ASSERT_EQ(readXmlText(reader, "<Job><Version>1.0 </Version><Bar><BarNumber>1</BarNumber>" +
+                                    pieceOf("1", "A", work("drain")) + "</Bar></Job>"),
+            0);
+  std::string y, z, length;
+  EXPECT_EQ(reader.getMaxYZ_Cutlength("A", y, z, length), -1);
+  EXPECT_TRUE(reader.getWork("A").empty() && reader.getCut("1").empty());
+  EXPECT_EQ(reader.getAllWork().size(), 1u);
+  EXPECT_EQ(reader.getAllCut().size(), 1u);
+  EXPECT_EQ(reader.getPrint().size(), 1u);
+  reader.data.Version = "1.0";
+  EXPECT_EQ(reader.getWork("A").size(), 1u);
+  EXPECT_EQ(reader.getMaxYZ_Cutlength("A", y, z, length), 0);
+  EXPECT_EQ(length, "900");
+}
+
+}  // namespace
