@@ -1,0 +1,20 @@
+-- Every query on a small JSON job, as whole rows: their order, their keys, texts apart from numbers.
+package.path = "../?.lua"
+local session = require("session")
+
+session.ask("getjson_Flash", "job.json")
+session.ask("get_work", "")
+session.ask("get_work", "P1")
+session.ask("get_work", "no works")
+session.ask("get_work", "unknown")
+session.part("the highest bar number is known once all cuts were asked for")
+session.ask("get_cut", "12")
+session.ask("get_cut", "")
+session.ask("get_cut", "12")
+session.ask("get_cut", 3)
+session.ask("get_cut", "50")
+session.ask("get_cut", "012")
+session.part("the second answer equals the first")
+session.ask("get_hole")
+session.ask("get_hole")
+session.ask("get_print")

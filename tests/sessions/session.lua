@@ -1,0 +1,58 @@
+-- What the session scripts share: every row printed whole, and the same way every time.
+local module = require("cus_ParseModule")
+
+local session = {}
+
+local function isList(value)
+  local count = 0
+  for _ in pairs(value) do count = count + 1 end
+  return count == #value
+end
+
+local function sortedKeys(row)
+  local keys = {}
+  for key in pairs(row) do keys[#keys + 1] = key end
+  table.sort(keys, function(a, b) return tostring(a) < tostring(b) end)
+  return keys
+end
+
+--- The value as Lua writes it, so that texts and numbers differ; keys in alphabetical order.
+function session.text(value)
+  if type(value) == "string" then return '"' .. value .. '"' end
+  if type(value) ~= "table" then return tostring(value) end
+  local fields = {}
+  for _, key in ipairs(sortedKeys(value)) do
+    local name = isList(value) and "" or tostring(key) .. "="
+    fields[#fields + 1] = name .. session.text(value[key])
+  end
+  return "{" .. table.concat(fields, ", ") .. "}"
+end
+
+--- Prints a result: the rows of a list one a line, anything else on one line.
+function session.show(title, result)
+  if type(result) ~= "table" or not isList(result) or #result == 0 then
+    print(title .. " -> " .. session.text(result))
+    return
+  end
+  print(title .. " ->")
+  for index, row in ipairs(result) do print("  " .. index .. " " .. session.text(row)) end
+end
+
+--- Calls a function of the module and prints its result, or the error that it raises.
+function session.ask(name, ...)
+  local done, result = pcall(module[name], ...)
+  local arguments = session.text({...}):sub(2, -2)
+  local title = name .. "(" .. arguments .. ")"
+  if done then
+    session.show(title, result)
+  else
+    print(title .. " raises " .. session.text(result))
+  end
+end
+
+--- A heading between the parts of a session.
+function session.part(title)
+  print("== " .. title)
+end
+
+return session
