@@ -28,7 +28,7 @@ void logCause(const std::string& name, const char* cause) noexcept {
 }  // namespace
 
 std::string describe(const std::string& name, const DocumentFault& fault) {
-  std::string text = name + ":";
+  std::string text = (name.empty() ? "\"\"" : name) + ":";
   if (fault.line > 0) text += std::to_string(fault.line) + ":";
   if (fault.line > 0 && fault.column > 0) text += std::to_string(fault.column) + ":";
   return text + " " + fault.reason;

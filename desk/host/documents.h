@@ -20,7 +20,8 @@ struct DocumentFault {
   std::string reason;
 };
 
-/// "<name>:<line>:<column>: <reason>", without the numbers that are not known.
+/// "<name>:<line>:<column>: <reason>", without the numbers that are not known. An empty name shows
+/// as two quotes.
 std::string describe(const std::string& name, const DocumentFault& fault);
 
 /// Parses one JSON value of any kind, surrounded by blanks and comments at most. A byte order mark
