@@ -4,11 +4,15 @@
 
 namespace {
 
-CLuaParseModulePart* tablePart(void* part) { return static_cast<CLuaParseModulePart*>(part); }
+CLuaParseModulePart* tablePart(void* part) {
+  return static_cast<CLuaParseModulePart*>(part);
+}
 
 }  // namespace
 
-void* onCreate() { return new CLuaParseModulePart; }
+void* onCreate() {
+  return new CLuaParseModulePart;
+}
 
 bool onDestroy(void* part) {
   if (part == nullptr) return false;
