@@ -1,0 +1,46 @@
+"""The README's script runs as printed, and its tables name what is there.
+
+Usage: readme_test.py CUSDESK README
+"""
+
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+
+README = pathlib.Path(sys.argv.pop()).read_text(encoding="utf-8")
+CUSDESK = sys.argv.pop()
+
+
+def output_of(script):
+    with tempfile.NamedTemporaryFile("w", suffix=".lua", encoding="utf-8") as file:
+        file.write(script)
+        file.flush()
+        return subprocess.run([CUSDESK, "run", file.name], check=True, capture_output=True,
+                              text=True, timeout=60).stdout.splitlines()
+
+
+class Readme(unittest.TestCase):
+    def test_first_script_prints_the_shipped_job_s_cuts(self):
+        script = re.search(r"```lua\n(.*?)```", README, re.S).group(1)
+        lines = output_of(script)
+        self.assertEqual(lines[3], "0\t文件解析成功")
+        self.assertEqual(lines[4], "1\tDEMO-0101\t1200.0\t45\t45")
+        self.assertEqual(len(lines), 50)
+
+    def test_function_table_names_the_functions_of_the_module(self):
+        table = re.search(r"\| Script function.*?\n\n", README, re.S).group(0)
+        named = set(re.findall(r"`(\w+)\(", table))
+        lines = output_of("for name in pairs(cus_ParseModule) do print(name) end")
+        self.assertEqual(named, set(lines[2:]))
+
+    def test_folder_table_names_folders_that_exist(self):
+        root = pathlib.Path(__file__).resolve().parents[2]
+        table = re.search(r"\| Folder.*?\n\n", README, re.S).group(0)
+        for folder in re.findall(r"`([\w/]+)/`", table):
+            self.assertTrue((root / folder).is_dir(), folder)
+
+
+unittest.main()
