@@ -5,6 +5,7 @@
 #include "desk/host/document_file.h"
 #include "desk/host/log.h"
 #include "desk/host/paths.h"
+#include "desk/host/settings.h"
 
 namespace deskhost {
 namespace {
@@ -12,8 +13,9 @@ namespace {
 bool readAndParse(const std::string& name, const DocumentParser& parse, DocumentFault& fault) {
   std::string file;
   std::string text;
-  return resolvePath(name, file, fault.reason) && readDocumentFile(file, text, fault.reason) &&
-         parse(text, fault);
+  if (!resolvePath(name, file, fault.reason)) return false;
+  if (settings().onRead) settings().onRead(file);
+  return readDocumentFile(file, text, fault.reason) && parse(text, fault);
 }
 
 /// Memory may be what is short: then the cause goes without the name.

@@ -39,6 +39,10 @@ bool loadsAsItsTarget(const std::string& target, const std::string& file, std::s
 
 bool findTarget(const std::string& target, std::string& file, std::string& reason) {
   if (!resolvePath(target, file, reason)) return false;
+  if (isPresented(target)) {
+    reason = file + ": stands in for this name and is not to be overwritten";
+    return false;
+  }
   struct stat status {};
   if (::lstat(file.c_str(), &status) != 0 || S_ISREG(status.st_mode)) return true;
   reason = file + ": not a regular file";

@@ -93,6 +93,10 @@ bool resolvePath(const std::string& name, std::string& file, std::string& reason
   const bool onUsb = fault == nullptr && startsWith(name, mount);
   const std::string below = withoutLeadingSlashes(onUsb ? name.substr(mount.size()) : name);
   if (fault == nullptr) fault = componentFault(below);
+  if (fault == nullptr && isPresented(name)) {
+    file = settings().presented.at(name);
+    return true;
+  }
   if (fault == nullptr && onUsb && mount == kNoUsbMount) fault = "there is no USB disk";
   if (fault == nullptr && !onUsb && settings().root.empty()) fault = "there is no root directory";
   if (fault != nullptr) {
@@ -100,6 +104,10 @@ bool resolvePath(const std::string& name, std::string& file, std::string& reason
     return false;
   }
   return resolveBelow(onUsb ? mount : settings().root, below, file, reason);
+}
+
+bool isPresented(const std::string& name) {
+  return settings().presented.count(name) != 0;
 }
 
 }  // namespace deskhost

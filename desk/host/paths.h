@@ -18,8 +18,14 @@ std::string usbMount();
 /// Refused: names that are empty, relative, too long, not UTF-8, hold a zero byte or a ".."
 /// component, end like a directory, or come to lie outside of the root directory or the disk.
 /// ".." is refused even where it would stay inside: a job file has no business elsewhere.
+///
+/// Files that the settings present under just this name come first, and may lie anywhere.
 /// @param file   set on success only, absolute
 /// @param reason set on failure only, without the name
 bool resolvePath(const std::string& name, std::string& file, std::string& reason);
+
+/// Whether the settings present a file under this name. Such a file is not to be written: whoever
+/// named it wants it read.
+bool isPresented(const std::string& name);
 
 }  // namespace deskhost

@@ -3,6 +3,8 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
+#include <map>
 #include <string>
 
 namespace deskhost {
@@ -24,6 +26,14 @@ struct Settings {
 
   /// Directory that stands for the mounted USB disk; empty when no disk is plugged in.
   std::string usb;
+
+  /// Files of this PC that stand in for single files of the controller: its absolute path, and the
+  /// file. They may lie anywhere and hide what lies below root or disk; they are only ever read.
+  std::map<std::string, std::string> presented;
+
+  /// Told before a document is read which file of this PC that is; may be empty. A document whose
+  /// name is refused has no file.
+  std::function<void(const std::string& file)> onRead;
 
   std::size_t maxDocumentBytes = std::size_t{64} << 20;
 

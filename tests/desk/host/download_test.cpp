@@ -124,6 +124,7 @@ TEST_F(DownloadTest, ChecksJsonAndXmlTargetsOnly) {
 TEST_F(DownloadTest, RefusesTargetsBeforeItConnects) {
   fs::create_directory(tree.path("root/mnt/data/d.json"));
   fs::create_directory_symlink(tree.path(), tree.path("root/mnt/out"));
+  deskhost::settings().presented = {{"/mnt/data/mine.json", tree.path("mine.json")}};
   const struct {
     std::string target;
     DownloadCode code;
@@ -133,6 +134,7 @@ TEST_F(DownloadTest, RefusesTargetsBeforeItConnects) {
       {"up.json", DownloadCode::TargetRefused, "relative"},
       {"/mnt/out/up.json", DownloadCode::TargetRefused, "outside"},
       {"/mnt/data/d.json", DownloadCode::TargetRefused, "not a regular file"},
+      {"/mnt/data/mine.json", DownloadCode::TargetRefused, "not to be overwritten"},
       {"/mnt/none/a.json", DownloadCode::CannotWrite, "/mnt/none/ does not exist"},
       {"/mnt/data/job.json/a.json", DownloadCode::CannotWrite, "Not a directory"},
   };

@@ -1,5 +1,8 @@
 #include "desk/host/paths.h"
 
+#include <json/value.h>
+
+#include "host/cbl.h"
 #include "host/media.h"
 #include "tests/desk/host/host_test.h"
 
@@ -81,6 +84,22 @@ TEST_F(HostTest, RefusesNamesThatLeadElsewhere) {
   };
   for (const auto& row : rows) EXPECT_EQ(resolved(row.name), row.answer) << row.name;
   EXPECT_EQ(tree.read("secret/a.json"), "canary");
+}
+
+TEST_F(HostTest, PresentsSingleFilesFromAnywhere) {
+  tree.write("desk/a.json", "{}");
+  tree.write("root/mnt/data/a.json", "hidden");
+  const std::string file = tree.path("desk/a.json");
+  deskhost::settings().presented = {{"/mnt/data/a.json", file}, {"/mnt/../b.json", file}};
+  std::string read;
+  deskhost::settings().onRead = [&](const std::string& name) { read += name + "\n"; };
+  EXPECT_EQ(resolved("/mnt/data/a.json"), file);
+  EXPECT_EQ(resolved("/mnt/data/b.json"), tree.path("root/mnt/data/b.json").string());
+  EXPECT_EQ(resolved("/mnt/../b.json"), "refused: the name holds '..'");
+  EXPECT_EQ(resolved("/mnt/data/"), "refused: the name is that of a directory");
+  Json::Value root;
+  EXPECT_EQ(cbl::loadJsonFile("/mnt/data/a.json", root, false), 0) << takeLog();
+  EXPECT_EQ(read, file + "\n");
 }
 
 TEST_F(HostTest, NamesTheUsbDiskWithOneSlashAtItsEnd) {
