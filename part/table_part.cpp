@@ -25,6 +25,8 @@ bool readWeights(char const* widths, std::vector<std::uint16_t>& weights) {
 std::vector<float> ratiosOf(const std::vector<std::uint16_t>& weights) {
   std::uint16_t sum = 0;  // kept: wraps, the renderer only needs the proportions
   for (const std::uint16_t weight : weights) sum = static_cast<std::uint16_t>(sum + weight);
+  // There is no share of nothing; the renderer takes ratios of 0 for equal widths.
+  if (sum == 0) return std::vector<float>(weights.size(), 0.0F);
   std::vector<float> ratios;
   ratios.reserve(weights.size());
   for (const std::uint16_t weight : weights) {
