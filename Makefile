@@ -2,10 +2,11 @@
 #
 #   make run      install what is missing, build, run the demo script on the shipped job
 #   make test     the same, then every test
+#   make arm      the tests for 32-bit and 64-bit ARM, cross-built and run under an emulator
 #   make sanitize, make clang   the tests under sanitizers, or built with clang
 #   make lint     clang-tidy over everything
 #   make format   format the sources
-.PHONY: run test build sanitize clang lint format setup clean
+.PHONY: run test build sanitize clang arm armhf arm64 lint format setup setup-arm clean
 
 run: build
 	build/cusdesk run examples/demo.lua
@@ -22,6 +23,14 @@ sanitize clang: setup
 	cmake --build --preset $@
 	ctest --preset $@ -j2 --output-on-failure
 
+arm: armhf arm64
+
+armhf arm64: setup-arm
+	tools/make-sysroot.sh build/sysroots/$@ $@ bookworm
+	cmake --preset $@
+	cmake --build --preset $@
+	ctest --preset $@ -j2
+
 lint: setup
 	cmake --preset clang
 	git ls-files '*.cpp' ':!tests' | xargs -P2 -n4 clang-tidy -p build/clang --quiet
@@ -31,6 +40,9 @@ format: setup
 
 setup:
 	@tools/install-missing-packages.sh
+
+setup-arm:
+	@tools/install-missing-packages.sh packages.txt packages-arm.txt
 
 clean:
 	rm -rf build

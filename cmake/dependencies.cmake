@@ -19,4 +19,6 @@ endif()
 if(CUS_BUILD_TESTS)
   find_package(GTest REQUIRED)
   find_package(Python3 REQUIRED COMPONENTS Interpreter)
+  # a program of this machine, also when everything else is for another
+  set_property(TARGET Python3::Interpreter PROPERTY CROSSCOMPILING_EMULATOR)
 endif()

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdint>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -25,7 +26,7 @@ std::string head(const std::string& status, const std::string& headers = {}) {
   return "HTTP/1.1 " + status + "\r\nConnection: close\r\n" + headers + "\r\n";
 }
 
-std::string length(std::size_t size) {
+std::string length(std::uint64_t size) {
   return "Content-Length: " + std::to_string(size) + "\r\n";
 }
 
@@ -58,7 +59,7 @@ std::vector<Fault> makeFaults(const std::string& body) {
       {"reset", cutoff, "", 0, {}, true},
       {"hang-up", ""},
       {"no-http", body},
-      {"announced-huge", head("200 OK", length(std::size_t{1} << 40)) + body},
+      {"announced-huge", head("200 OK", length(std::uint64_t{1} << 40)) + body},
       {"endless", head("200 OK"), block, 4096},
       {"endless-headers", "HTTP/1.1 200 OK\r\n", "X-More: yes\r\n", 400'000},
       {"endless-header-line", "HTTP/1.1 200 OK\r\nX: ", block, 4096},
