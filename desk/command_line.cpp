@@ -82,7 +82,12 @@ Arguments parse(const std::vector<std::string>& words, const std::vector<Option>
     const int found = getopt_long(static_cast<int>(copies.size()), argv.data(), letters.c_str(),
                                   longOptions.data(), &index);
     if (found == -1) break;
-    if (found == '?' || found == ':') refuseOption(copies.at(current), found, options);
+    if (found == '?' || found == ':') {
+      const bool isLetter = optopt != 0 && copies.at(current).rfind("--", 0) != 0;
+      const std::string word =
+          isLetter ? std::string{'-', static_cast<char>(optopt)} : copies.at(current);
+      refuseOption(word, found, options);
+    }
     const Option& row =
         found == 0 ? options.at(static_cast<std::size_t>(index))
                    : *std::find_if(options.begin(), options.end(),

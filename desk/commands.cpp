@@ -1,7 +1,9 @@
 #include "desk/commands.h"
 
 #include <cstdlib>
+#include <filesystem>
 
+#include "desk/errors.h"
 #include "desk/host/settings.h"
 #include "desk/locations.h"
 
@@ -23,9 +25,27 @@ const std::vector<Command>& commands() {
   return kCommands;
 }
 
+namespace {
+
+/// The directory that stands for the controller's file system. An empty or missing one would leave
+/// the PC's own.
+std::string rootDirectory(const Arguments& global) {
+  if (!global.has("root")) return shippedExamples();
+  const std::string root = global.value("root");
+  if (root.empty()) throw Error(kExitUsage, "option '--root' needs a directory");
+  std::error_code reason;
+  if (!std::filesystem::is_directory(root, reason)) {
+    throw Error(kExitCannot,
+                "the root " + root + " is no directory" + (reason ? ": " + reason.message() : ""));
+  }
+  return root;
+}
+
+}  // namespace
+
 std::string applyGlobalOptions(const Arguments& global) {
   deskhost::Settings& settings = deskhost::settings();
-  settings.root = global.has("root") ? global.value("root") : shippedExamples();
+  settings.root = rootDirectory(global);
   settings.usb = global.value("usb", settings.root + "/mnt/usb");
   // The progress file goes below the root too, unless the environment says otherwise.
   constexpr char kProgressVariable[] = "CUS_CUTCURINDEX_FILE";

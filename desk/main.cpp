@@ -1,5 +1,6 @@
 // cusdesk: the desk runtime. It stands in for the panel on a PC.
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 
 #include "desk/commands.h"
@@ -60,6 +61,11 @@ int dispatch(const std::vector<std::string>& words) {
     if (invocation.global.has("help")) return show(programHelp());
     throw Error(kExitUsage, "which command? See 'cusdesk --help'");
   }
+  if (rest.front() == "help") {
+    rest.erase(rest.begin());
+    invocation.global.options["help"] = "";
+    if (rest.empty()) return show(programHelp());
+  }
   const Command& command = find(rest.front());
   rest.erase(rest.begin());
   invocation.command = parse(rest, command.options);
@@ -69,21 +75,25 @@ int dispatch(const std::vector<std::string>& words) {
   return command.run(invocation);
 }
 
+/// Output that was lost, to a full disk for one, must not look like success. Runs at the very end,
+/// also when a script calls os.exit.
+void checkOutput() {
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return;
+  std::fputs("cusdesk: standard output could not be written\n", stderr);
+  std::_Exit(kExitCannot);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  int code = kExitCannot;
+  std::atexit(checkOutput);
   try {
-    code = dispatch({argv + 1, argv + argc});
+    return dispatch({argv + 1, argv + argc});
   } catch (const Error& error) {
     std::fprintf(stderr, "cusdesk: %s\n", error.what());
-    code = error.code();
+    return error.code();
   } catch (const std::exception& error) {
     std::fprintf(stderr, "cusdesk: %s\n", error.what());
+    return kExitCannot;
   }
-  if (std::fflush(stdout) != 0 && code == kExitFine) {
-    std::perror("cusdesk: standard output");
-    code = kExitCannot;
-  }
-  return code;
 }

@@ -2,15 +2,21 @@
 
 #include <dlfcn.h>
 
-#include <filesystem>
-
 #include "desk/errors.h"
 
 namespace desk {
 
+namespace {
+
+/// A bare file name would send the loader to the system's library folders.
+std::string asPath(const std::string& name) {
+  return name.find('/') == std::string::npos ? "./" + name : name;
+}
+
+}  // namespace
+
 Plugin::Plugin(const std::string& path)
-    // A bare file name would send the loader to the system's library folders.
-    : path_(path), handle_(dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    : path_(path), handle_(dlopen(asPath(path).c_str(), RTLD_NOW | RTLD_LOCAL)) {
   if (handle_ == nullptr) {
     throw Error(kExitCannot, std::string("cannot load the plug-in: ") + dlerror());
   }

@@ -27,6 +27,8 @@ class CommandLine(unittest.TestCase):
             (["--root"], "option '--root' needs an argument"),
             (["--version=3"], "option '--version' takes no argument"),
             (["-x"], "unknown option '-x'"),
+            (["run", "-hx"], "unknown option '-x'"),
+            (["--root=", "run", "a.lua"], "option '--root' needs a directory"),
             (["run"], "run: which script?"),
             (["run", "--raw-error", "--no-such"], "unknown option '--no-such'"),
         ]:
@@ -38,6 +40,9 @@ class CommandLine(unittest.TestCase):
         for words, start in [
             (["run", "no/such.lua"], "cannot open no/such.lua"),
             (["--plugin", "no/such.so", "run", "a.lua"], "cannot load the plug-in: "),
+            (["--plugin", "", "run", "a.lua"], "cannot load the plug-in: "),
+            (["--root", "no/such", "run", "a.lua"], "the root no/such is no directory: "),
+            (["--root", CUSDESK, "run", "a.lua"], f"the root {CUSDESK} is no directory"),
             (["--plugin", CUSDESK, "run", "a.lua"], "cannot load the plug-in: "),
             (["--plugin", "libc.so.6", "run", "a.lua"], "cannot load the plug-in: "),
         ]:
@@ -47,17 +52,20 @@ class CommandLine(unittest.TestCase):
             self.assertEqual(answer.stderr.count("\n"), 1, answer.stderr)
 
     def test_help_opens_with_examples(self):
-        for words in (["--help"], ["-h"], ["run", "--help"], ["--help", "run"]):
+        for words in (["--help"], ["help"], ["run", "-h"], ["--help", "run"], ["help", "run"]):
             answer = run(*words)
             self.assertEqual((answer.returncode, answer.stderr), (0, ""), words)
             self.assertTrue(answer.stdout.startswith("Examples:\n  cusdesk "), answer.stdout)
         self.assertRegex(run("--version").stdout, r"^cusdesk \d+\.\d+\.\d+\n$")
 
     def test_full_disk_is_not_success(self):
-        with open("/dev/full", "w", encoding="utf-8") as full:
-            answer = subprocess.run([CUSDESK, "--help"], stdout=full, stderr=subprocess.PIPE,
-                                    check=False)
-        self.assertEqual(answer.returncode, 3)
+        for words, script in ([["--help"], ""], [["run", "-"], "print(1)"],
+                              [["run", "-"], "print(1) os.exit(0)"]):
+            with open("/dev/full", "w", encoding="utf-8") as full:
+                answer = subprocess.run([CUSDESK, *words], stdout=full, stderr=subprocess.PIPE,
+                                        input=script, text=True, check=False)
+            self.assertEqual(answer.returncode, 3, script)
+            self.assertEqual(answer.stderr, "cusdesk: standard output could not be written\n")
 
 
 class Scripts(unittest.TestCase):
