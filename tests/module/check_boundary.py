@@ -1,55 +1,18 @@
-"""Checks what the plug-in takes from its host and offers to it.
+"""Checks what the plug-in takes from its host and offers to it, and prints its size.
 
-Usage: check_boundary.py PLUGIN
+Reads the library with the binary utilities of the build, not with cusdesk's own reader.
+Usage: check_boundary.py BOUNDARY_JSON STRIP PLUGIN
 """
 
+import json
+import os
 import re
 import subprocess
 import sys
+import tempfile
 
-RUNTIME = {"libstdc++.so.6", "libgcc_s.so.1", "libc.so.6", "libm.so.6"}
-
-# The newest symbol versions that a controller of each architecture is sure to have.
-FLOORS = {
-    "Advanced Micro Devices X86-64": {"GLIBC": (2, 14)},
-    "AArch64": {"GLIBC": (2, 17)},
-    "ARM": {"GLIBC": (2, 4)},
-}
-COMMON_FLOORS = {"GLIBCXX": (3, 4, 21), "CXXABI": (1, 3, 9)}
-
-# What the host supplies, as patterns over demangled names.
-IMPORTS = [
-    r"luaL_(checklstring|requiref|setfuncs|len)",
-    r"lua_(createtable|settop|pushstring|pushinteger|pushnumber|settable|rawseti)",
-    r"Json::Value::(Value|~Value)\(.*\)",
-    r"Json::Value::(isMember|operator\[\])\(char const\*\) const",
-    r"Json::Value::is(Null|String|Int|Double|Bool|Array|Object)\(\) const",
-    r"Json::Value::as(CString|String|Int|Double|Bool)(\[abi:cxx11\])?\(\) const",
-    r"Json::Value::operator==\(Json::Value const&\) const",
-    r"Json::Value::(begin|end)\(\) const",
-    r"Json::ValueIteratorBase::(increment|deref|isEqual)\(.*\)( const)?",
-    r"tinyxml2::XMLDocument::~?XMLDocument\(.*\)",
-    r"tinyxml2::XMLNode::(FirstChildElement|NextSiblingElement)\(char const\*\) const",
-    r"tinyxml2::XMLElement::GetText\(\) const",
-    r"cbl::(loadJsonFile|loadXmlFile|CHttpDownload::~?CHttpDownload|CHttpDownload::get)\(.*\)",
-    r"CHmiMedia::getUdiskPath\(.*\)",
-    r"UTILITY::(CTime|CSVGCreator)::~?\w+(\[abi:cxx11\])?\(.*\)( const)?",
-]
-
-EXPORTS = [
-    r"Custom_RegLuaLib|Custom_SetFunPoint|main|json|xml|nFileType",
-    r"reg_cus_ParseModule\(void\*\)|luaopen_cus_ParseModule\(lua_State\*\)",
-    r"onCreate\(\)|on(Destroy|Init|Click|PLCRead|FillPartShowAttr)\(void\*.*\)",
-    r"(JsonAnalysis|XmlAnalysis|CLuaParseModulePart|CSVGLuaParseModule)::.*",
-]
-MUST_EXPORT = [
-    "Custom_RegLuaLib", "Custom_SetFunPoint", "main", "json", "xml", "nFileType",
-    "reg_cus_ParseModule(void*)", "luaopen_cus_ParseModule(lua_State*)",
-    "onCreate()", "onDestroy(void*)", "onInit(void*, void*)",
-    "onClick(void*, int, int, tagPOINT const&, void*)", "onPLCRead(void*, void*)",
-    "CLuaParseModulePart::CLuaParseModulePart()", "CSVGLuaParseModule::CSVGLuaParseModule()",
-    "JsonAnalysis::getMaterialCount()", "XmlAnalysis::analysisWork(tinyxml2::XMLElement*)",
-]
+ARCHITECTURES = {"Advanced Micro Devices X86-64": "x86-64", "AArch64": "arm64", "ARM": "armhf"}
+WEAK = ("_ITM_", "__gmon_start__")  # hooks that every compiler leaves open
 
 
 def output_of(*command):
@@ -65,42 +28,75 @@ def symbols(plugin, which):
 
 
 def newer_than_floor(version, floors):
-    family, _, number = version.partition("_")
+    family, _, number = version.rpartition("_")
     if family not in floors or not number[:1].isdigit():
-        return False
-    return tuple(int(part) for part in number.split(".")) > floors[family]
+        return version != ""  # GLIBC_PRIVATE and its like
+    return numbers(number) > numbers(floors[family])
 
 
-def faults(plugin):
-    header = output_of("readelf", "-h", "-d", "-l", "-W", plugin)
-    machine = re.search(r"Machine:\s+(.*)", header).group(1)
-    floors = {**COMMON_FLOORS, **FLOORS[machine]}
+def numbers(version):
+    return tuple(int(part) for part in version.split("."))
+
+
+def matches(name, patterns):
+    return any(re.fullmatch(pattern, name) for pattern in patterns)
+
+
+def loading_faults(header, boundary):
     for library in re.findall(r"NEEDED.*\[(.*)\]", header):
-        if library not in RUNTIME:
+        if library not in boundary["runtime"]:
             yield f"needs {library}, which is not of the standard runtime"
-    if re.search(r"GNU_STACK.*RWE", header):
+    if re.search(r"GNU_STACK.*RWE", header) or "GNU_STACK" not in header:
         yield "has an executable stack"
-    if "GNU_RELRO" not in header:
-        yield "has no relro segment"
+    if "GNU_RELRO" not in header or "BIND_NOW" not in header:
+        yield "is not fully relocated and write-protected at load"
+    if "TEXTREL" in header:
+        yield "has text relocations"
+    if re.search(r"\((RPATH|RUNPATH)\)", header):
+        yield "has a library search path of its own"
+
+
+def import_faults(plugin, boundary, floors):
     for name, version in symbols(plugin, "--undefined-only"):
         if newer_than_floor(version, floors):
             yield f"imports {name} of {version}, newer than the oldest controllers have"
-        weak = name.startswith(("_ITM_", "__gmon_start__"))
-        if not version and not weak and not any(re.fullmatch(p, name) for p in IMPORTS):
+        if not version and not name.startswith(WEAK) and not matches(name, boundary["imports"]):
             yield f"imports {name}, which the host does not offer"
+
+
+def export_faults(plugin, boundary):
     exported = [name for name, _ in symbols(plugin, "--defined-only")]
     for name in exported:
-        if not any(re.fullmatch(p, name) for p in EXPORTS):
+        if not matches(name, boundary["exports"]):
             yield f"exports {name}"
-    for name in MUST_EXPORT:
+    for name in boundary["entry_points"] + boundary["callbacks"] + boundary["must_export"]:
         if name not in exported:
             yield f"does not export {name}"
+    if re.search(r"\bUNIQUE\b", output_of("readelf", "--dyn-syms", "-W", plugin)):
+        yield "has unique symbols, so dlclose would never unload it"
+
+
+def stripped_size(strip, plugin):
+    with tempfile.TemporaryDirectory() as folder:
+        target = os.path.join(folder, "stripped.so")
+        output_of(strip, "-o", target, plugin)
+        return os.path.getsize(target)
 
 
 def main():
-    found = list(faults(sys.argv[1]))
+    with open(sys.argv[1], encoding="utf-8") as file:
+        boundary = json.load(file)
+    strip, plugin = sys.argv[2:]
+    header = output_of("readelf", "-h", "-d", "-l", "-W", plugin)
+    architecture = ARCHITECTURES[re.search(r"Machine:\s+(.*)", header).group(1)]
+    found = [
+        *loading_faults(header, boundary),
+        *import_faults(plugin, boundary, boundary["floors"][architecture]),
+        *export_faults(plugin, boundary),
+    ]
     for fault in found:
-        print(f"{sys.argv[1]}: {fault}")
+        print(f"{plugin}: {fault}")
+    print(f"{architecture}: {stripped_size(strip, plugin)} bytes stripped")
     sys.exit(1 if found else 0)
 
 
