@@ -23,7 +23,11 @@ sanitize clang: setup
 	cmake --build --preset $@
 	ctest --preset $@ -j2 --output-on-failure
 
-arm: armhf arm64
+arm: build armhf arm64
+	for target in armhf arm64; do \
+	  build/cusdesk doctor --against build/sysroots/$$target --host build/$$target/cusdesk \
+	    build/$$target/libCustom_LuaParseModule.so || exit 1; \
+	done
 
 armhf arm64: setup-arm
 	tools/make-sysroot.sh build/sysroots/$@ $@ bookworm

@@ -15,6 +15,7 @@ endforeach()
 
 if(CUS_BUILD_DESK)
   pkg_check_modules(libcurl REQUIRED IMPORTED_TARGET GLOBAL libcurl)
+  pkg_check_modules(libelf REQUIRED IMPORTED_TARGET GLOBAL libelf)
 endif()
 if(CUS_BUILD_TESTS)
   find_package(GTest REQUIRED)

@@ -17,5 +17,6 @@ const std::vector<Command>& commands();
 std::string applyGlobalOptions(const Arguments& global);
 
 Command runCommand();
+Command doctorCommand();
 
 }  // namespace desk

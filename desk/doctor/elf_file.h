@@ -1,0 +1,42 @@
+// What a library or program says about itself to the loader.
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace desk {
+
+/// A name that the file takes from others or offers to them.
+struct DynamicSymbol {
+  std::string name;      ///< as the loader compares it
+  std::string readable;  ///< as a programmer reads it: with argument types for C++
+  std::string version;   ///< "GLIBC_2.17"; empty: any
+  std::string library;   ///< the library that the version is asked of; empty for own ones
+  bool defined;          ///< offered, else taken
+  bool weak;             ///< loading goes on without it
+};
+
+/// All that the doctor judges a file by.
+struct ElfFile {
+  std::string path;
+  std::string architecture;  ///< "x86-64", "arm64", "armhf", or words for any other
+  bool library = false;      ///< a shared library, as far as one can tell one from a program
+  std::string soname;        ///< what others call it; empty: by its file name
+  std::vector<std::string> needed;
+  std::vector<DynamicSymbol> symbols;
+  std::set<std::string> offeredVersions;
+  bool executableStack = false;
+  bool protectedTables = false;  ///< relocated at load and write-protected from then on
+  bool textRelocations = false;
+  bool uniqueSymbols = false;           ///< the loader will never unload it
+  std::string searchPath;               ///< of its own for libraries
+  std::set<std::string> functionNames;  ///< texts beside a function in a table of such pairs
+  std::set<std::string> texts;          ///< those of readElf's `texts` that stand anywhere in it
+};
+
+/// Reads a file of any architecture; `texts` are looked for in it. Throws Error when it cannot be
+/// read or is no ELF file.
+ElfFile readElf(const std::string& path, const std::vector<std::string>& texts = {});
+
+}  // namespace desk

@@ -1,0 +1,126 @@
+#include "desk/doctor/elf_image.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+
+#include "desk/errors.h"
+
+namespace desk {
+
+namespace {
+
+constexpr std::size_t kLongestText = 4096;
+
+std::string_view rawFile(Elf* elf) {
+  std::size_t size = 0;
+  const char* bytes = elf_rawfile(elf, &size);
+  return bytes == nullptr ? std::string_view() : std::string_view(bytes, size);
+}
+
+bool isLittleEndian(const GElf_Ehdr& header) {
+  return header.e_ident[EI_DATA] == ELFDATA2LSB;
+}
+
+}  // namespace
+
+ElfImage::ElfImage(const std::string& path)
+    : path_(path), file_(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+  if (file_ < 0) throw Error(kExitCannot, "cannot read " + path + ": " + std::strerror(errno));
+  elf_version(EV_CURRENT);
+  elf_ = elf_begin(file_, ELF_C_READ, nullptr);
+  if (elf_ == nullptr || elf_kind(elf_) != ELF_K_ELF || gelf_getehdr(elf_, &header_) == nullptr) {
+    elf_end(elf_);
+    ::close(file_);
+    throw Error(kExitCannot, path + " is neither a library nor a program for Linux (no ELF file)");
+  }
+}
+
+ElfImage::~ElfImage() {
+  elf_end(elf_);
+  ::close(file_);
+}
+
+int ElfImage::Section::count() const {
+  if (header.sh_entsize == 0) return 0;
+  return static_cast<int>(std::min<std::uint64_t>(data->d_size / header.sh_entsize, INT32_MAX));
+}
+
+void ElfImage::forEachSection(GElf_Word type,
+                              const std::function<void(const Section&)>& visit) const {
+  for (Elf_Scn* at = elf_nextscn(elf_, nullptr); at != nullptr; at = elf_nextscn(elf_, at)) {
+    Section section{};
+    if (gelf_getshdr(at, &section.header) == nullptr || section.header.sh_type != type) continue;
+    section.data = elf_getdata(at, nullptr);
+    if (section.data != nullptr && section.data->d_buf != nullptr) visit(section);
+  }
+}
+
+std::optional<ElfImage::Section> ElfImage::section(GElf_Word type) const {
+  std::optional<Section> found;
+  forEachSection(type, [&](const Section& section) {
+    if (!found) found = section;
+  });
+  return found;
+}
+
+void ElfImage::forEachSegment(const std::function<void(const GElf_Phdr&)>& visit) const {
+  std::size_t count = 0;
+  if (elf_getphdrnum(elf_, &count) != 0) return;
+  for (std::size_t index = 0; index < count; ++index) {
+    GElf_Phdr segment;
+    if (gelf_getphdr(elf_, static_cast<int>(index), &segment) != nullptr) visit(segment);
+  }
+}
+
+std::string ElfImage::text(const Section& section, std::size_t offset) const {
+  const char* found = elf_strptr(elf_, section.header.sh_link, offset);
+  return found == nullptr ? "" : found;
+}
+
+std::string ElfImage::bytesAt(GElf_Addr address, std::size_t most) const {
+  const std::string_view file = rawFile(elf_);
+  std::string found;
+  forEachSegment([&](const GElf_Phdr& segment) {
+    if (segment.p_type != PT_LOAD || address < segment.p_vaddr) return;
+    const GElf_Xword within = address - segment.p_vaddr;
+    if (within >= segment.p_filesz || segment.p_offset >= file.size()) return;
+    const std::string_view loaded = file.substr(segment.p_offset, segment.p_filesz);
+    if (within < loaded.size()) found = loaded.substr(within, most);
+  });
+  return found;
+}
+
+std::string ElfImage::textAt(GElf_Addr address) const {
+  const std::string bytes = bytesAt(address, kLongestText);
+  const std::size_t end = bytes.find('\0');
+  return end == std::string::npos ? "" : bytes.substr(0, end);
+}
+
+GElf_Addr ElfImage::pointerAt(GElf_Addr address) const {
+  std::string bytes = bytesAt(address, pointerSize());
+  if (bytes.size() < pointerSize()) return 0;
+  if (isLittleEndian(header_)) std::reverse(bytes.begin(), bytes.end());
+  GElf_Addr pointer = 0;
+  for (const char byte : bytes) pointer = pointer << 8 | static_cast<unsigned char>(byte);
+  return pointer;
+}
+
+bool ElfImage::isCode(GElf_Addr address) const {
+  bool code = false;
+  forEachSegment([&](const GElf_Phdr& segment) {
+    const bool inside = address >= segment.p_vaddr && address - segment.p_vaddr < segment.p_memsz;
+    code = code || (segment.p_type == PT_LOAD && (segment.p_flags & PF_X) != 0 && inside);
+  });
+  return code;
+}
+
+bool ElfImage::holdsText(const std::string& text) const {
+  return rawFile(elf_).find('\0' + text + '\0') != std::string_view::npos;
+}
+
+}  // namespace desk

@@ -1,0 +1,31 @@
+// The doctor: what is to be said of a plug-in before it goes to a controller.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "desk/doctor/contract.h"
+#include "desk/doctor/elf_file.h"
+#include "desk/doctor/target.h"
+
+namespace desk {
+
+/// One thing that was looked at.
+struct Remark {
+  bool problem;         ///< it will not load, or not do its work
+  std::string subject;  ///< one or two words
+  std::string text;     ///< a line for an integrator
+};
+
+/// Everything worth saying of `plugin`, good and bad. `target`: the controller's libraries; null:
+/// the oldest controllers. `host`: the panel runtime's program and libraries; null: what the
+/// contract promises of it.
+std::vector<Remark> examine(const ElfFile& plugin, const Target* target, const Target* host);
+
+/// The part of `examine` that asks whether the standard runtime is there and new enough.
+std::vector<Remark> examineRuntime(const ElfFile& plugin, const Target* target);
+
+/// "a, b and c"; of a long list the beginning, and how many more there are.
+std::string listed(const std::vector<std::string>& names);
+
+}  // namespace desk

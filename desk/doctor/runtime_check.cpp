@@ -1,0 +1,157 @@
+#include <algorithm>
+#include <map>
+
+#include "desk/doctor/examination.h"
+
+namespace desk {
+
+namespace {
+
+constexpr char kLibraries[] = "libraries";
+constexpr char kVersions[] = "versions";
+
+bool contains(const std::vector<std::string>& names, const std::string& name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+Remark judgeLibrary(const ElfFile& plugin, const std::string& soname, const Target* target) {
+  if (target == nullptr) {
+    if (contains(contract().runtime, soname)) return {false, kLibraries, soname};
+    return {true, kLibraries,
+            "needs " + soname + ", which is not of the standard runtime; controllers may lack it"};
+  }
+  const ElfFile* library = target->library(soname);
+  if (library == nullptr) {
+    return {true, kLibraries, "needs " + soname + ", which is not in " + target->paths()};
+  }
+  if (library->architecture != plugin.architecture) {
+    return {true, kLibraries,
+            soname + " of the target is for " + library->architecture + ", the plug-in for " +
+                plugin.architecture};
+  }
+  return {false, kLibraries, soname};
+}
+
+std::vector<Remark> judgeLibraries(const ElfFile& plugin, const Target* target) {
+  std::vector<Remark> remarks;
+  std::vector<std::string> fine;
+  for (const std::string& soname : plugin.needed) {
+    Remark remark = judgeLibrary(plugin, soname, target);
+    remark.problem ? remarks.push_back(std::move(remark)) : fine.push_back(soname);
+  }
+  if (remarks.empty()) {
+    const std::string where = target == nullptr ? "the standard runtime" : "all in the target";
+    remarks.push_back(
+        {false, kLibraries, fine.empty() ? "needs none" : listed(fine) + ": " + where});
+  }
+  return remarks;
+}
+
+/// The target's library of that name, if it is one that the plug-in can use.
+const ElfFile* usableLibrary(const std::string& soname, const ElfFile& plugin,
+                             const Target& target) {
+  const ElfFile* library = target.library(soname);
+  return library != nullptr && library->architecture == plugin.architecture ? library : nullptr;
+}
+
+/// The newest version of a family among `versions`; empty when it has none.
+std::string newest(const std::string& family, const std::set<std::string>& versions) {
+  std::string best;
+  for (const std::string& text : versions) {
+    const Version version = parseVersion(text);
+    if (version.family == family && (best.empty() || version.number > parseVersion(best).number)) {
+      best = text;
+    }
+  }
+  return best;
+}
+
+/// What is wrong with a version, as the end of a sentence; empty when nothing is.
+std::string faultOf(const DynamicSymbol& symbol, const ElfFile& plugin, const Target* target) {
+  const Version version = parseVersion(symbol.version);
+  if (target != nullptr) {
+    const ElfFile* library = usableLibrary(symbol.library, plugin, *target);
+    if (library == nullptr || library->offeredVersions.count(symbol.version) != 0) return "";
+    const std::string best = newest(version.family, library->offeredVersions);
+    return best.empty() ? "the target's has no such versions" : "the target's has up to " + best;
+  }
+  const auto floors = contract().floors.find(plugin.architecture);
+  if (floors == contract().floors.end()) return "";
+  const auto floor = floors->second.find(version.family);
+  if (floor == floors->second.end()) return "it is not known which controllers have that";
+  const std::string oldest = version.family + "_" + floor->second;
+  return version.number.empty() || version.number > parseVersion(oldest).number
+             ? "the oldest controllers have up to " + oldest
+             : "";
+}
+
+/// Whether the target's library lacks a symbol although it has the version.
+bool isMissing(const DynamicSymbol& symbol, const ElfFile& plugin, const Target* target) {
+  if (target == nullptr || symbol.weak) return false;
+  const ElfFile* library = usableLibrary(symbol.library, plugin, *target);
+  if (library == nullptr) return false;
+  const auto& offered = library->symbols;
+  return std::none_of(offered.begin(), offered.end(), [&](const DynamicSymbol& other) {
+    return other.defined && other.name == symbol.name && other.version == symbol.version;
+  });
+}
+
+/// What is wrong with the versions that the plug-in asks for: sentence -> the symbols it is due to.
+std::map<std::string, std::vector<std::string>> versionFaults(const ElfFile& plugin,
+                                                              const Target* target) {
+  std::map<std::string, std::vector<std::string>> faults;
+  for (const DynamicSymbol& symbol : plugin.symbols) {
+    if (symbol.defined || symbol.version.empty()) continue;
+    std::string fault = faultOf(symbol, plugin, target);
+    if (fault.empty() && isMissing(symbol, plugin, target)) {
+      fault = "the target's lacks what is called";
+    }
+    if (!fault.empty()) {
+      faults["needs " + symbol.version + " of " + symbol.library + "; " + fault].push_back(
+          symbol.readable);
+    }
+  }
+  return faults;
+}
+
+/// The newest version that the plug-in asks for, of each family.
+std::vector<std::string> newestNeeded(const ElfFile& plugin) {
+  std::set<std::string> versions;
+  std::set<std::string> families;
+  for (const DynamicSymbol& symbol : plugin.symbols) {
+    if (symbol.defined || symbol.version.empty()) continue;
+    versions.insert(symbol.version);
+    families.insert(parseVersion(symbol.version).family);
+  }
+  std::vector<std::string> result;
+  for (const std::string& family : families) result.push_back(newest(family, versions));
+  return result;
+}
+
+std::vector<Remark> judgeVersions(const ElfFile& plugin, const Target* target) {
+  std::vector<Remark> remarks;
+  for (const auto& [sentence, causes] : versionFaults(plugin, target)) {
+    remarks.push_back({true, kVersions, sentence + " (because of " + listed(causes) + ")"});
+  }
+  return remarks;
+}
+
+Remark versionsAreFine(const ElfFile& plugin, const Target* target) {
+  const std::vector<std::string> needed = newestNeeded(plugin);
+  const std::string whose =
+      target == nullptr ? "all controllers have these" : "the target has these";
+  return {false, kVersions, needed.empty() ? "asks for none" : listed(needed) + ": " + whose};
+}
+
+}  // namespace
+
+std::vector<Remark> examineRuntime(const ElfFile& plugin, const Target* target) {
+  std::vector<Remark> remarks = judgeLibraries(plugin, target);
+  const bool comparable = !remarks.front().problem || target == nullptr;
+  const std::vector<Remark> versions = judgeVersions(plugin, target);
+  remarks.insert(remarks.end(), versions.begin(), versions.end());
+  if (versions.empty() && comparable) remarks.push_back(versionsAreFine(plugin, target));
+  return remarks;
+}
+
+}  // namespace desk

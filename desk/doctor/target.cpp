@@ -1,0 +1,92 @@
+#include "desk/doctor/target.h"
+
+#include <filesystem>
+#include <sstream>
+
+#include "desk/errors.h"
+
+namespace desk {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The folder itself and those below it where a root has its libraries.
+std::vector<std::string> libraryFolders(const fs::path& root) {
+  std::vector<std::string> folders = {root.string()};
+  std::error_code ignored;
+  for (const char* below : {"lib", "lib64", "usr/lib", "usr/lib64", "usr/local/lib"}) {
+    const fs::path folder = root / below;
+    if (!fs::is_directory(folder, ignored)) continue;
+    folders.push_back(folder.string());
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
+      // one folder per architecture: lib/arm-linux-gnueabihf
+      const bool triple = entry.path().filename().string().find("-linux-") != std::string::npos;
+      if (triple && entry.is_directory(ignored)) folders.push_back(entry.path().string());
+    }
+  }
+  return folders;
+}
+
+std::vector<std::string> split(const std::string& paths) {
+  std::vector<std::string> result;
+  std::istringstream parts(paths);
+  for (std::string path; std::getline(parts, path, ':');) {
+    if (path.empty()) continue;
+    if (!fs::exists(path)) throw Error(kExitCannot, "there is no " + path);
+    result.push_back(path);
+  }
+  return result;
+}
+
+}  // namespace
+
+Target::Target(const std::string& paths, const std::string& also) : paths_(paths) {
+  for (const std::string& path : split(paths)) add(path);
+  for (const std::string& path : split(also)) {
+    if (fs::is_directory(path)) add(path);
+  }
+}
+
+void Target::add(const std::string& path) {
+  if (!fs::is_directory(path)) {
+    files_.push_back(readElf(path));
+    return;
+  }
+  const std::vector<std::string> folders = libraryFolders(path);
+  folders_.insert(folders_.end(), folders.begin(), folders.end());
+}
+
+const ElfFile* Target::library(const std::string& soname) const {
+  for (const ElfFile& file : files_) {
+    const std::string name = fs::path(file.path).filename().string();
+    if (soname == file.soname || soname == name) return &file;
+  }
+  const auto known = read_.find(soname);
+  if (known != read_.end()) return &known->second;
+  for (const std::string& folder : folders_) {
+    const fs::path candidate = fs::path(folder) / fs::path(soname).filename();
+    std::error_code ignored;
+    if (fs::is_regular_file(candidate, ignored)) {
+      return &read_.emplace(soname, readElf(candidate.string())).first->second;
+    }
+  }
+  return nullptr;
+}
+
+void Target::collectOffers(const ElfFile& file) const {
+  if (!collected_.insert(file.path).second) return;
+  for (const DynamicSymbol& symbol : file.symbols) {
+    if (symbol.defined) offers_.insert(symbol.name);
+  }
+  for (const std::string& soname : file.needed) {
+    if (const ElfFile* needed = library(soname)) collectOffers(*needed);
+  }
+}
+
+bool Target::offers(const std::string& symbol) const {
+  for (const ElfFile& file : files_) collectOffers(file);
+  return offers_.count(symbol) != 0;
+}
+
+}  // namespace desk

@@ -1,0 +1,46 @@
+// The libraries of a controller, as files on this machine.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "desk/doctor/elf_file.h"
+
+namespace desk {
+
+/// Libraries and programs that a plug-in will meet.
+class Target {
+ public:
+  /// `paths`: folders and files, separated by colons. Of a folder that is a file system's root, its
+  /// usual library folders count; of any other, the files in it. Throws Error when a path does not
+  /// exist or a named file is no ELF file. `also`: folders, likewise separated, for libraries that
+  /// those files need.
+  explicit Target(const std::string& paths, const std::string& also = "");
+
+  /// The library that others call `soname`; null when the target has none. Throws Error when its
+  /// file cannot be read.
+  const ElfFile* library(const std::string& soname) const;
+
+  /// Whether one of the files that were named one by one offers the symbol, or a library that they
+  /// need.
+  bool offers(const std::string& symbol) const;
+
+  const std::string& paths() const { return paths_; }
+  /// The files that were named one by one.
+  const std::vector<ElfFile>& files() const { return files_; }
+
+ private:
+  void add(const std::string& path);
+  void collectOffers(const ElfFile& file) const;
+
+  std::string paths_;
+  std::vector<std::string> folders_;
+  std::vector<ElfFile> files_;
+  mutable std::map<std::string, ElfFile> read_;
+  mutable std::set<std::string> collected_;  ///< files whose symbols are in `offers_`
+  mutable std::set<std::string> offers_;
+};
+
+}  // namespace desk

@@ -1,0 +1,121 @@
+"""cusdesk doctor: what it says of good, broken and damaged plug-ins.
+
+Usage: doctor_test.py CUSDESK PROGRAM PLUGIN ANCIENT_FOLDER BROKEN_FOLDER
+PROGRAM is cusdesk itself where CUSDESK only calls it. BROKEN_FOLDER may be empty: no plug-in of this
+build is fit for a controller.
+"""
+
+import pathlib
+import random
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+
+CUSDESK, PROGRAM, PLUGIN, ANCIENT, BROKEN = sys.argv[1:]
+del sys.argv[1:]
+
+
+def doctor(*words):
+    return subprocess.run([CUSDESK, "doctor", *map(str, words)], capture_output=True, text=True,
+                          timeout=120)
+
+
+def problems(answer):
+    """The problems as (subject, text)."""
+    return re.findall(r"^  PROBLEM  (.{13}) (.*)$", answer.stdout, re.MULTILINE)
+
+
+@unittest.skipUnless(BROKEN, "not a build for controllers")
+class Examination(unittest.TestCase):
+    def test_the_plugin_is_fit_for_every_controller(self):
+        answer = doctor(PLUGIN)
+        self.assertEqual((answer.returncode, answer.stderr), (0, ""), answer.stdout)
+        self.assertEqual(answer.stdout.splitlines()[0], PLUGIN)
+        self.assertEqual(answer.stdout.splitlines()[-1], "It will load on every known controller.")
+        self.assertIn("  ok       commands      all 9 of cus_ParseModule are registered\n",
+                      answer.stdout)
+
+    def test_each_fault_is_named_with_its_cause(self):
+        for name, expected in {
+            "new_c_library": [("versions", r"needs GLIBC_2\.26 of libc\.so\.6; the oldest controllers "
+                               r"have up to GLIBC_2\.\d+ \(because of reallocarray\)")],
+            "new_cpp_runtime": [("versions", r"needs GLIBCXX_3\.4\.29 of libstdc\+\+\.so\.6; .* "
+                                 r"\(because of std::from_chars\(.*\)\)")],
+            "surplus_import": [("imports", "calls what panels do not offer: luaL_error")],
+            "wrong_exports": [("exports", "offers what may .* own: spareHelper"),
+                              ("callbacks", r"no onClick\(void\*, int, .*\): the panel cannot .*")],
+            "foreign_library": [("libraries", r"needs libtinyxml2\.so\.\d+, which is not of .*")],
+            "executable_stack": [("loading", "asks for an executable stack, .*")],
+            "writable_tables": [("loading", "leaves its function tables writable .*")],
+            "search_path": [("loading", "looks for libraries in /opt/sdk/lib first, .*")],
+        }.items():
+            answer = doctor(pathlib.Path(BROKEN, name + ".so"))
+            found = problems(answer)
+            self.assertEqual(answer.returncode, 1, name)
+            self.assertEqual([s.strip() for s, _ in found], [s for s, _ in expected], answer.stdout)
+            for (_, text), (_, pattern) in zip(found, expected):
+                self.assertRegex(text, f"^{pattern}$", name)
+
+    def test_a_target_s_own_libraries_decide(self):
+        answer = doctor("--against", ANCIENT, PLUGIN)
+        found = dict((text, subject.strip()) for subject, text in problems(answer))
+        self.assertEqual(found.pop(f"needs libstdc++.so.6, which is not in {ANCIENT}"), "libraries")
+        self.assertTrue(any(re.match(r"needs GLIBC_2\.\d+ of libc\.so\.6; the target's has up to "
+                                     r"GLIBC_2\.0 \(because of ", text) for text in found), found)
+        self.assertNotIn("the oldest controllers", answer.stdout)
+
+    def test_the_host_s_own_symbols_decide(self):
+        ours = doctor("--host", PROGRAM, PLUGIN)
+        lacking = problems(ours)
+        self.assertEqual(len(lacking), 1, ours.stdout)  # its libraries are nowhere named
+        self.assertNotRegex(lacking[0][1], "cbl::|UTILITY::")
+        nothing = problems(doctor("--host", f"{ANCIENT}/libc.so.6", PLUGIN))
+        self.assertRegex(nothing[0][1], r"^calls what is not in .*libc\.so\.6: .* and \d+ more$")
+
+
+class OtherFiles(unittest.TestCase):
+    def test_a_library_that_is_no_plugin_lacks_everything(self):
+        answer = doctor(f"{ANCIENT}/libc.so.6")
+        found = [subject.strip() for subject, _ in problems(answer)]
+        self.assertEqual(answer.returncode, 1)
+        for subject, count in {"entry points": 2, "callbacks": 6, "commands": 10}.items():
+            self.assertEqual(found.count(subject), count, answer.stdout)
+
+    def test_a_program_is_no_plugin(self):
+        self.assertRegex(doctor(PROGRAM).stdout, r"PROBLEM  machine .* but no shared library\n")
+
+    def test_what_cannot_be_read_is_answered_with_one_line(self):
+        for words, code, start in [
+            ([], 2, "doctor: which plug-in? Name one file"),
+            (["no/such.so"], 3, "cannot read no/such.so: "),
+            (["/"], 3, "/ is neither a library nor a program"),
+            ([__file__], 3, f"{__file__} is neither a library nor a program"),
+            (["--against", "no/such", PLUGIN], 3, "there is no no/such"),
+            (["--host", __file__, PLUGIN], 3, f"{__file__} is neither"),
+        ]:
+            answer = doctor(*words)
+            self.assertEqual((answer.returncode, answer.stdout), (code, ""), words)
+            self.assertTrue(answer.stderr.startswith("cusdesk: " + start), answer.stderr)
+            self.assertEqual(answer.stderr.count("\n"), 1, answer.stderr)
+
+    def test_damaged_files_do_no_harm(self):
+        whole = pathlib.Path(PLUGIN).read_bytes()
+        dice = random.Random(7)
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "damaged.so")
+            for round_ in range(10):
+                damaged = bytearray(whole)
+                # the tables that are followed: at the start, and the section headers at the end
+                for _ in range(dice.choice([1, 8, 64])):
+                    place = dice.choice([dice.randrange(0x8000), -1 - dice.randrange(0x900)])
+                    damaged[place] = dice.choice([0, 0x7F, 0xFF, dice.randrange(256)])
+                if round_ % 3 == 0:
+                    del damaged[dice.randrange(len(whole)):]
+                path.write_bytes(damaged)
+                answer = doctor(path)
+                self.assertIn(answer.returncode, (0, 1, 3), (round_, answer.stderr[-2000:]))
+
+
+unittest.main()
