@@ -4,9 +4,13 @@
 #   make test     the same, then every test
 #   make arm      the tests for 32-bit and 64-bit ARM, cross-built and run under an emulator
 #   make sanitize, make clang   the tests under sanitizers, or built with clang
+#   make fuzz     each fuzz target for FUZZ_SECONDS (60), FUZZ_JOBS (1) of them side by side
 #   make lint     clang-tidy over everything
 #   make format   format the sources
-.PHONY: run test build sanitize clang arm armhf arm64 lint format setup setup-arm clean
+.PHONY: run test build sanitize clang arm armhf arm64 fuzz lint format setup setup-arm clean
+
+FUZZ_SECONDS ?= 60
+FUZZ_JOBS ?= 1
 
 run: build
 	build/cusdesk run examples/demo.lua
@@ -34,6 +38,11 @@ armhf arm64: setup-arm
 	cmake --preset $@
 	cmake --build --preset $@
 	ctest --preset $@ -j2
+
+fuzz: setup
+	cmake --preset fuzz
+	cmake --build --preset fuzz
+	python3 fuzz/run_fuzzers.py build/fuzz --seconds $(FUZZ_SECONDS) --jobs $(FUZZ_JOBS)
 
 lint: setup
 	cmake --preset clang

@@ -12,3 +12,9 @@ if(CUS_SANITIZE)
   add_compile_options(-fsanitize=${CUS_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${CUS_SANITIZE})
 endif()
+
+# Everything that a fuzzer is to find its way through reports which branches it takes.
+if(CUS_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link,float-cast-overflow)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+endif()
