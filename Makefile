@@ -42,7 +42,7 @@ armhf arm64: setup-arm
 fuzz: setup
 	cmake --preset fuzz
 	cmake --build --preset fuzz
-	python3 fuzz/run_fuzzers.py build/fuzz --seconds $(FUZZ_SECONDS) --jobs $(FUZZ_JOBS)
+	python3 fuzz/run_fuzzers.py build/fuzzers --seconds $(FUZZ_SECONDS) --jobs $(FUZZ_JOBS)
 
 lint: setup
 	cmake --preset clang

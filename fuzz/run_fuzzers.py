@@ -31,7 +31,7 @@ def options():
     parser.add_argument("--jobs", type=int, default=1)
     parser.add_argument("--seed", type=int, default=random.SystemRandom().randrange(1, 1 << 31))
     parser.add_argument("targets", nargs="*", default=TARGETS)
-    return parser.parse_args()
+    return parser.parse_intermixed_args()
 
 
 def plant(target, folder):
