@@ -3,6 +3,7 @@
 #include <curl/curl.h>
 
 #include <memory>
+#include <string_view>
 #include <system_error>
 
 #include "desk/host/settings.h"
@@ -18,7 +19,8 @@ struct Progress {
   std::size_t headerBytes = 0;
   std::size_t bodyBytes = 0;
   DownloadCode fault = DownloadCode::Done;
-  bool inHeaders = false;  ///< where the fault is
+  bool inHeaders = false;     ///< where the fault is
+  bool headersEnded = false;  ///< of the answer at hand: the library passes over a missing end
 };
 
 struct Cause {
@@ -62,8 +64,10 @@ bool count(std::size_t& sum, std::size_t size, std::size_t most) {
   return true;
 }
 
-std::size_t onHeader(char*, std::size_t, std::size_t size, void* data) {
+std::size_t onHeader(char* line, std::size_t, std::size_t size, void* data) {
   Progress& progress = *static_cast<Progress*>(data);
+  if (std::string_view(line, size).substr(0, 5) == "HTTP/") progress.headersEnded = false;
+  if (*line == '\r' || *line == '\n') progress.headersEnded = true;
   if (count(progress.headerBytes, size, settings().download.maxHeaderBytes)) return size;
   progress.fault = DownloadCode::TooLarge;
   progress.inHeaders = true;
@@ -167,6 +171,9 @@ DownloadResult transfer(const std::string& url, TemporaryFile* file) {
   if (progress.fault != DownloadCode::Done) return endedByUs(progress);
   if (status >= 400) return statusResult(status);
   if (error != CURLE_OK) return endedByLibrary(error, message);
+  if (!progress.headersEnded) {
+    return {DownloadCode::Incomplete, "the answer ends within its headers"};
+  }
   return isSuccess(status, file != nullptr) ? DownloadResult{} : statusResult(status);
 }
 

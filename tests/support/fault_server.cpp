@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <cstdio>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -38,9 +39,17 @@ std::string redirect(const std::string& location) {
   return head("302 Found", "Location: " + location + "\r\n" + length(5)) + "moved";
 }
 
+/// The size of a chunk as its line tells it.
+std::string size(const std::string& body) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%zx", body.size());
+  return text;
+}
+
 std::vector<Fault> makeFaults(const std::string& body) {
   const std::string block(16384, ' ');
   const std::string cutoff = head("200 OK", length(body.size() + 10)) + body;
+  const std::string chunked = head("200 OK", "Transfer-Encoding: chunked\r\n");
   const std::chrono::milliseconds pause{20};
   return {
       {"ok", whole("200 OK", body)},
@@ -54,15 +63,31 @@ std::vector<Fault> makeFaults(const std::string& body) {
       {"redirect", redirect("/ok")},
       {"loop", redirect("/loop")},
       {"to-file", redirect("file:///etc/hostname")},
+      {"to-ftp", redirect("ftp://127.0.0.1/ok")},
+      {"to-nowhere", head("302 Found", length(0))},
       {"cutoff", cutoff},
-      {"chunk-cutoff", head("200 OK", "Transfer-Encoding: chunked\r\n") + "fff\r\n" + body},
+      {"short-length", head("200 OK", length(body.size() / 2)) + body},
+      {"bad-length", head("200 OK", "Content-Length: -1\r\n") + body},
+      {"two-lengths", head("200 OK", length(body.size()) + length(body.size() + 10)) + body},
+      {"chunks", chunked + size(body) + "\r\n" + body + "\r\n0\r\n\r\n"},
+      {"trailer", chunked + size(body) + "\r\n" + body + "\r\n0\r\nX-Sum: 1\r\n\r\n"},
+      {"chunk-cutoff", chunked + "fff\r\n" + body},
+      {"chunk-no-size", chunked + "zz\r\n" + body},
+      {"chunk-huge-size", chunked + "ffffffffffffffffff\r\n" + body},
+      {"chunk-no-end", chunked + size(body) + "\r\n" + body + "\r\n"},
+      {"packed", head("200 OK", "Content-Encoding: gzip\r\n" + length(4)) + "\x1f\x8b\x08z"},
       {"reset", cutoff, "", 0, {}, true},
       {"hang-up", ""},
+      {"half-a-head", "HTTP/1.1 200 OK\r\nContent-Le"},
+      {"bad-status", "HTTP/1.1 9x9 What\r\n\r\n" + body},
+      {"continues", "", "HTTP/1.1 100 Continue\r\n\r\n", 10'000},
       {"no-http", body},
       {"announced-huge", head("200 OK", length(std::uint64_t{1} << 40)) + body},
       {"endless", head("200 OK"), block, 4096},
       {"endless-headers", "HTTP/1.1 200 OK\r\n", "X-More: yes\r\n", 400'000},
       {"endless-header-line", "HTTP/1.1 200 OK\r\nX: ", block, 4096},
+      {"silent", "", "", 150, pause},
+      {"slow-head", "HTTP/1.1 200 OK\r\n", "X: y\r\n", 150, pause},
       {"slow", head("200 OK", length(100'000)), "  ", 250, pause},
   };
 }
