@@ -59,8 +59,12 @@ bool parseJson(const std::string& text, Json::Value& root, DocumentFault& fault)
     } else {
       return true;
     }
-  } catch (const Json::Exception&) {
-    fault = {0, 0, "nested deeper than " + std::to_string(settings().maxJsonDepth) + " levels"};
+  } catch (const Json::Exception& error) {
+    // The library throws the same for a lack of memory.
+    const std::string cause = error.what();
+    const bool tooDeep = cause.find("stackLimit") != std::string::npos;
+    const std::string depth = std::to_string(settings().maxJsonDepth);
+    fault = {0, 0, tooDeep ? "nested deeper than " + depth + " levels" : cause};
   }
   return false;
 }
