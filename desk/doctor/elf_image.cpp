@@ -22,6 +22,11 @@ std::string_view rawFile(Elf* elf) {
   return bytes == nullptr ? std::string_view() : std::string_view(bytes, size);
 }
 
+/// Sizes in files may be wider than this machine's.
+std::size_t clamped(GElf_Xword size) {
+  return static_cast<std::size_t>(std::min<GElf_Xword>(size, SIZE_MAX));
+}
+
 bool isLittleEndian(const GElf_Ehdr& header) {
   return header.e_ident[EI_DATA] == ELFDATA2LSB;
 }
@@ -77,8 +82,8 @@ void ElfImage::forEachSegment(const std::function<void(const GElf_Phdr&)>& visit
   }
 }
 
-std::string ElfImage::text(const Section& section, std::size_t offset) const {
-  const char* found = elf_strptr(elf_, section.header.sh_link, offset);
+std::string ElfImage::text(const Section& section, GElf_Xword offset) const {
+  const char* found = elf_strptr(elf_, section.header.sh_link, clamped(offset));
   return found == nullptr ? "" : found;
 }
 
@@ -89,8 +94,9 @@ std::string ElfImage::bytesAt(GElf_Addr address, std::size_t most) const {
     if (segment.p_type != PT_LOAD || address < segment.p_vaddr) return;
     const GElf_Xword within = address - segment.p_vaddr;
     if (within >= segment.p_filesz || segment.p_offset >= file.size()) return;
-    const std::string_view loaded = file.substr(segment.p_offset, segment.p_filesz);
-    if (within < loaded.size()) found = loaded.substr(within, most);
+    const std::string_view loaded =
+        file.substr(clamped(segment.p_offset), clamped(segment.p_filesz));
+    if (within < loaded.size()) found = loaded.substr(clamped(within), most);
   });
   return found;
 }

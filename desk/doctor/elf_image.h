@@ -35,7 +35,7 @@ class ElfImage {
   void forEachSegment(const std::function<void(const GElf_Phdr&)>& visit) const;
 
   /// The text at `offset` of the string table that `section` refers to; empty when there is none.
-  std::string text(const Section& section, std::size_t offset) const;
+  std::string text(const Section& section, GElf_Xword offset) const;
 
   /// The text that lies at an address once the file is loaded, empty when nothing ends it.
   std::string textAt(GElf_Addr address) const;
