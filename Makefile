@@ -3,11 +3,12 @@
 #   make run      install what is missing, build, run the demo script on the shipped job
 #   make test     the same, then every test
 #   make arm      the tests for 32-bit and 64-bit ARM, cross-built and run under an emulator
+#   make packages all packages, for PCs and both ARMs, into build/packages; tries each in a clean root
 #   make sanitize, make clang   the tests under sanitizers, or built with clang
 #   make fuzz     each fuzz target for FUZZ_SECONDS (60), FUZZ_JOBS (1) of them side by side
 #   make lint     clang-tidy over everything
 #   make format   format the sources
-.PHONY: run test build sanitize clang arm armhf arm64 fuzz lint format setup setup-arm clean
+.PHONY: run test build sanitize clang arm armhf arm64 packages fuzz lint format setup setup-arm clean
 
 FUZZ_SECONDS ?= 60
 FUZZ_JOBS ?= 1
@@ -28,6 +29,8 @@ sanitize clang: setup
 	ctest --preset $@ -j2 --output-on-failure
 
 arm: build armhf arm64
+	ctest --preset armhf -j2
+	ctest --preset arm64 -j2
 	for target in armhf arm64; do \
 	  build/cusdesk doctor --against build/sysroots/$$target --host build/$$target/cusdesk \
 	    build/$$target/libCustom_LuaParseModule.so || exit 1; \
@@ -37,7 +40,9 @@ armhf arm64: setup-arm
 	tools/make-sysroot.sh build/sysroots/$@ $@ bookworm
 	cmake --preset $@
 	cmake --build --preset $@
-	ctest --preset $@ -j2
+
+packages: build armhf arm64
+	tools/build-packages.sh build build/armhf build/arm64
 
 fuzz: setup
 	cmake --preset fuzz

@@ -1,0 +1,53 @@
+# What is installed where, and the packages of it: the plug-in alone as an archive, which is what goes
+# to a controller, and the desk as a Debian package. `make packages` builds both.
+if(NOT CUS_ARCHITECTURE)
+  set(CUS_ARCHITECTURE ${CMAKE_SYSTEM_PROCESSOR})
+  string(REGEX REPLACE "^(x86_64|AMD64)$" "amd64" CUS_ARCHITECTURE "${CUS_ARCHITECTURE}")
+  string(REGEX REPLACE "^aarch64$" "arm64" CUS_ARCHITECTURE "${CUS_ARCHITECTURE}")
+  string(REGEX REPLACE "^arm.*$" "armhf" CUS_ARCHITECTURE "${CUS_ARCHITECTURE}")
+endif()
+set(CUS_PACKAGE_CONTACT "The developers of cusdesk" CACHE STRING
+    "Who answers for the Debian packages, as \"NAME <ADDRESS>\"")
+
+# The same modes whatever the umask says.
+set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+install(TARGETS Custom_LuaParseModule DESTINATION . COMPONENT plugin EXCLUDE_FROM_ALL)
+install(SCRIPT ${CMAKE_CURRENT_LIST_DIR}/write_checksums.cmake COMPONENT plugin EXCLUDE_FROM_ALL)
+if(CUS_BUILD_DESK)
+  install(TARGETS cusdesk DESTINATION bin COMPONENT desk)
+  install(TARGETS Custom_LuaParseModule DESTINATION lib/cusdesk COMPONENT desk)
+  install(DIRECTORY examples DESTINATION share/cusdesk COMPONENT desk
+          PATTERN cutCurIndex.txt EXCLUDE)
+  install(FILES README.md CHANGELOG.md DESTINATION share/doc/cusdesk COMPONENT desk)
+  install(DIRECTORY docs/ DESTINATION share/doc/cusdesk COMPONENT desk)
+endif()
+
+set(CPACK_PACKAGE_CONTACT "${CUS_PACKAGE_CONTACT}")
+set(CPACK_PACKAGE_VENDOR "cusdesk")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PACKAGE_CHECKSUM SHA256)
+set(CPACK_GENERATOR TGZ DEB)
+set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_LIST_DIR}/package_contents.cmake)
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/package_times.cmake)
+set(CPACK_VERBATIM_VARIABLES ON)
+
+set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
+set(CPACK_ARCHIVE_PLUGIN_FILE_NAME cus-parse-module-${PROJECT_VERSION}-${CUS_ARCHITECTURE})
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_DESK_PACKAGE_NAME cusdesk)
+set(CPACK_DEBIAN_DESK_FILE_NAME cusdesk_${PROJECT_VERSION}_${CUS_ARCHITECTURE}.deb)
+set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE ${CUS_ARCHITECTURE})
+set(CPACK_DEBIAN_DESK_PACKAGE_SECTION science)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Desk runtime for the cutting-job scripts of panel controllers")
+set(CPACK_COMPONENT_DESK_DESCRIPTION
+"Stands in for the panel of a profile cutting machine: runs its scripts with the
+very plug-in that goes to the controller, and examines plug-ins before they go there.")
+# Named here and not found out by dpkg-shlibdeps, which knows only this machine's architecture. The
+# test compares the list with what the program needs.
+set(CPACK_DEBIAN_DESK_PACKAGE_DEPENDS
+    "libc6 (>= 2.36), libstdc++6 (>= 12), libgcc-s1, libcurl4, libelf1, libjsoncpp25, liblua5.3-0, libtinyxml2-9")
+include(CPack)
