@@ -5,9 +5,21 @@
 #include <gtest/gtest.h>
 
 #include "desk/script_engine.h"
+#include "host/part_types.h"
 
-// A host may use names that the plug-in has too. Both must go on with their own.
+// A host may use names that the plug-in has too; `main` it has in any case. Both must go on with
+// their own.
 int nFileType = 99;
+int json = 98;
+int xml = 97;
+int hostCalls = 0;
+void* onCreate() {
+  ++hostCalls;
+  return nullptr;
+}
+bool onDestroy(void*) {
+  return ++hostCalls == 0;
+}
 
 namespace {
 
@@ -36,6 +48,17 @@ TEST(Plugin, KeepsToItsOwnNamesBesideAHostOfTheSameNames) {
   EXPECT_EQ(luaL_dostring(engine.state(), "cus_ParseModule.getjson_Flash('none.xml')"), LUA_OK);
   EXPECT_EQ(*fileType, 1);
   EXPECT_EQ(nFileType, 99);
+
+  tagPARTCALLBACKS slots;
+  plugin.find<int(tagPARTCALLBACKS*)>("Custom_SetFunPoint")(&slots);
+  void* const part = slots.create();
+  EXPECT_NE(part, nullptr);
+  EXPECT_TRUE(slots.destroy(part));
+  EXPECT_EQ(hostCalls + json + xml, 98 + 97);
+  for (const char* name : {"json", "xml", "nFileType", "_Z8onCreatev", "main"}) {
+    void* const ofHost = dlsym(RTLD_DEFAULT, name);
+    EXPECT_TRUE(ofHost != nullptr && ofHost != plugin.find<void>(name)) << name;
+  }
 }
 
 }  // namespace

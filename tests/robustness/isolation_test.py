@@ -1,0 +1,210 @@
+"""Hostile names and addresses through a script: each is refused with a line that says why, and
+nothing outside of the root and the disk is read or written.
+
+Usage: isolation_test.py CUSDESK
+
+Canaries are jobs that would load: were one read, its mark would show in a label.
+"""
+
+import http.server
+import os
+import pathlib
+import socket
+import subprocess
+import sys
+import tempfile
+import threading
+
+CANARY = b'{"Version":"1.0","Bar":[{"piece":[{"mark":"CANARY"}]}]}'
+LONG = b"a" * 300 + b".json"
+FLASH = "root/mnt/data/CustomFileDir/JsonFile"
+
+# File names as scripts give them, and what the log says. None of them loads.
+NAMES = [
+    (b"../canary.json", "the name holds '..'"),
+    (b"../../../../../canary.json", "the name holds '..'"),
+    (b"x/../../canary.json", "the name holds '..'"),
+    (b"..\\canary.json", "No such file"),
+    (b"%2e%2e/canary.json", "No such file"),
+    (b"/../../../../../canary.json", "the name holds '..'"),
+    (b"{outside}/canary.json", "No such file"),
+    (b"link_out.json", "a symbolic link leads outside of"),
+    (b"linked/canary.json", "a symbolic link leads outside of"),
+    (b"link_nowhere.json", "a symbolic link leads nowhere"),
+    (b"link_loop.json", "Too many levels of symbolic links"),
+    (b"link_device.json", "a symbolic link leads outside of"),
+    (b"pipe.json", "not a regular file"),
+    (b"socket.json", "No such device or address"),
+    (b"directory.json", "Is a directory"),
+    (b"directory.json/", "the name is that of a directory"),
+    (b"large.json", "larger than 67108864 bytes"),
+    (b"secret.json", "Permission denied"),
+    (b"\xff\xfe.json", "the name is not UTF-8"),
+    (LONG, "the name is too long"),
+    (b"d/" * 3000 + b"a.json", "the name is too long"),
+    (b"canary.json\0.xml", "No such file"),
+    (b"line\nbreak\x1b[2J.json", "line\\nbreak\\x1b[2J.json"),
+    (b".json", "No such file"),
+    (b"$(touch x).json", "No such file"),
+    (b"|cat canary.json", "No such file"),
+]
+
+# Addresses, and what the log says. {server} is one that answers every request with a canary.
+URLS = [
+    (b"file://{outside}/canary.json", "not an http or https address"),
+    (b"FILE:///etc/hostname", "not an http or https address"),
+    (b"ftp://{server}/a", "not an http or https address"),
+    (b"gopher://{server}/_GET", "not an http or https address"),
+    (b"dict://{server}/d:x", "not an http or https address"),
+    (b"ldap://{server}/", "not an http or https address"),
+    (b"javascript:alert(1)", "not an http or https address"),
+    (b"data:application/json,{}", "not an http or https address"),
+    (b"{outside}/canary.json", "not an http or https address"),
+    (b"", "not an http or https address"),
+    (b"http://", "not an http or https address"),
+    (b"http://[::1", "not an http or https address"),
+    (b"http://{server}:99999999/", "not an http or https address"),
+    (b"http://{server}/a\r\nX-Injected: yes\r\n\r\n", "not an http or https address"),
+    (b"http://{server}/a b HTTP/1.1", "not an http or https address"),
+    (b"-o /tmp/x http://{server}/", "not an http or https address"),
+    (b"http://no.such.host.invalid/", "failed (-102)"),
+]
+
+# Names under which a download may not be kept. The address is a good one.
+TARGETS = [
+    (b"../../../../../../planted", "the name holds '..'"),
+    (b"linked/planted", "a symbolic link leads outside of"),
+    (b"link_nowhere", "a symbolic link leads nowhere"),
+    (b"pipe", "not a regular file"),
+    (b"\xff", "the name is not UTF-8"),
+    (b"b" * 300, "the name is too long"),
+    (b"none/planted", "does not exist"),
+]
+
+SCRIPT = """
+local job = cus_ParseModule
+local function tell(ok, answer)
+  local labels = job.get_print()
+  local seen = labels[1] and labels[1].sProfileCode or 'nothing'
+  print('#', ok and answer.errorCode or answer, seen)
+end
+local function try(load, ...) io.stderr:write('#\\n') tell(pcall(load, ...)) end
+"""
+
+
+def lua(text):
+    return '"' + "".join(f"\\{byte:03d}" for byte in text) + '"'
+
+
+class Canaries(http.server.BaseHTTPRequestHandler):
+    requests = []
+
+    def do_GET(self):
+        self.requests.append((self.path, dict(self.headers)))
+        self.send_response(200)
+        self.send_header("Content-Length", str(len(CANARY)))
+        self.end_headers()
+        self.wfile.write(CANARY)
+
+    def log_message(self, *_):
+        pass
+
+
+def make_tree(base):
+    flash = base / FLASH
+    for folder in (flash, base / "usb/json", base / "usb/xml", base / "outside"):
+        folder.mkdir(parents=True)
+    for place in ("outside", "root/mnt/data/CustomFileDir", "root", "."):
+        (base / place / "canary.json").write_bytes(CANARY)
+    for name, target in [("link_out.json", base / "outside/canary.json"),
+                         ("linked", base / "outside"), ("link_nowhere.json", base / "outside/new"),
+                         ("link_loop.json", "link_loop.json"), ("link_device.json", "/dev/zero")]:
+        (flash / name).symlink_to(target)
+    os.mkfifo(flash / "pipe.json")
+    (flash / "directory.json").mkdir()
+    with socket.socket(socket.AF_UNIX) as server:
+        os.chdir(flash)  # a socket's name must be short
+        server.bind("socket.json")
+    with (flash / "large.json").open("wb") as large:
+        large.write(CANARY)
+        large.truncate((64 << 20) + 1)
+    (flash / "secret.json").write_bytes(CANARY)
+    (flash / "secret.json").chmod(0)
+
+
+def snapshot(base):
+    """Every file with what it holds; links and pipes by their kind."""
+    files = {}
+    for path in sorted(base.rglob("*")):
+        if path.name == "cutCurIndex.txt" or path.is_dir():
+            continue
+        readable = path.is_file() and not path.is_symlink() and path.stat().st_size < 1000
+        files[str(path)] = path.read_bytes() if readable else path.lstat().st_mode
+    return files
+
+
+def calls(base, port):
+    fill = {b"{outside}": bytes(base / "outside"), b"{server}": b"127.0.0.1:%d" % port}
+    for kind, rows in (("getjson_Flash", NAMES), ("getjson_uDisk", NAMES), ("url", URLS),
+                       ("target", TARGETS)):
+        for text, reason in rows:
+            for mark, value in fill.items():
+                text = text.replace(mark, value)
+            if kind == "getjson_uDisk" and (b"link" in text or reason in (
+                    "not a regular file", "Is a directory", "Permission denied",
+                    "No such device or address", "larger than 67108864 bytes")):
+                continue  # the disk has none of these
+            if kind == "getjson_Flash" and reason == "Permission denied" and os.geteuid() == 0:
+                continue  # nothing is denied to root
+            arguments = lua(text)
+            if kind == "url":
+                arguments += ", 'download'"
+            if kind == "target":
+                arguments = f"'http://127.0.0.1:{port}/good', {lua(text)}"
+            function = kind if kind.startswith("get") else "getjson_url"
+            yield f"try(job.{function}, {arguments})\n", f"{kind} {text[:80]!r}", reason
+
+
+def faults(cusdesk, base, server):
+    rows = list(calls(base, server.server_port))
+    script = base / "script.lua"
+    script.write_text(SCRIPT + "".join(call for call, _, _ in rows))
+    before = snapshot(base)
+    environment = {name: value for name, value in os.environ.items() if "proxy" not in name.lower()}
+    done = subprocess.run([cusdesk, "--root", base / "root", "--usb", base / "usb", "run", script],
+                          capture_output=True, timeout=120, env=environment)
+    answers = [line for line in done.stdout.decode().splitlines() if line.startswith("#\t")]
+    lines = done.stderr.decode().split("#\n")[1:]
+    if done.returncode != 0 or len(answers) != len(rows) or len(lines) != len(rows):
+        yield f"the script ended with {done.returncode}: {done.stderr.decode()[-500:]}"
+        return
+    for (_, what, reason), answer, line in zip(rows, answers, lines):
+        if reason not in line or line.count("\n") != 1 or "\x1b" in line:
+            yield f"{what}: expected one line with {reason!r}, got {line!r}"
+        if answer.split("\t")[1] == "0" or not answer.endswith("nothing"):
+            yield f"{what}: answered {answer!r}"
+    after = snapshot(base)
+    for path in before.keys() | after.keys():
+        if before.get(path) != after.get(path):
+            yield f"{path} is not what it was"
+    if Canaries.requests:
+        yield f"the server was asked: {Canaries.requests}"
+    print(f"isolation: {len(rows)} hostile calls refused")
+
+
+def main():
+    cusdesk = pathlib.Path(sys.argv[1]).resolve()
+    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Canaries)
+    threading.Thread(target=server.serve_forever, daemon=True).start()
+    with tempfile.TemporaryDirectory(prefix="cus-isolation-") as folder:
+        base = pathlib.Path(folder).resolve()
+        make_tree(base)
+        found = list(faults(cusdesk, base, server))
+        os.chdir("/")
+    server.shutdown()
+    for fault in found:
+        print(fault)
+    sys.exit(1 if found else 0)
+
+
+main()

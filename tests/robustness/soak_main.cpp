@@ -1,0 +1,152 @@
+// Months of a panel in a minute: soak PLUGIN JOB_CYCLES LOAD_CYCLES
+//
+// First one script state loads jobs of all kinds, good and bad, asks everything and draws, over and
+// over; then the plug-in is loaded and unloaded, with a script state and a part each time. Both
+// must end with the heap as it was after the first round, to the byte, and with no more resident
+// memory.
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+#include "desk/host/log.h"
+#include "desk/host/settings.h"
+#include "desk/plugin.h"
+#include "desk/script_engine.h"
+#include "host/part_types.h"
+#include "tests/support/counting_heap.h"
+#include "tests/support/made_jobs.h"
+#include "tests/support/temp_tree.h"
+
+namespace {
+
+constexpr int kJobs = 20;
+constexpr long kSlackKiB = 1024;  ///< what the allocator may hold more of, for reasons of its own
+
+constexpr char kRound[] = R"(
+local job = cus_ParseModule
+return function(name)
+  local ok, answer = pcall(job.getjson_Flash, name)
+  pcall(job.get_work, '') pcall(job.get_work, 'a')
+  pcall(job.get_cut, '') pcall(job.get_cut, '7')
+  pcall(job.get_hole) pcall(job.get_print) pcall(job.get_Dimensions, 'a')
+  return ok and answer.errorCode or -99
+end)";
+
+long residentKiB() {
+  long pages = 0;
+  std::ifstream("/proc/self/statm") >> pages >> pages;
+  return pages * (::sysconf(_SC_PAGESIZE) / 1024);
+}
+
+std::string nameOf(int job) {
+  return "job" + std::to_string(job) + (job % 2 == 0 ? ".json" : ".xml");
+}
+
+/// Jobs of growing size, every fifth of them broken in one way or another.
+void writeJobs(const TempTree& tree) {
+  for (int job = 0; job < kJobs; ++job) {
+    const bool isJson = job % 2 == 0;
+    const made_jobs::Size size{1 + job % 4, 1 + job % 7, job % 3, std::string(1 + job * 3, 'a')};
+    std::string text = isJson ? made_jobs::json(size) : made_jobs::xml(size);
+    if (job % 5 == 3) text.resize(text.size() / 2);
+    if (job % 5 == 4)
+      text.replace(text.find("12.5") == std::string::npos ? text.find(">7<") + 1 : text.find("1.0"),
+                   1, "x");
+    tree.write(
+        std::string("mnt/data/CustomFileDir/") + (isJson ? "JsonFile/" : "XmlFile/") + nameOf(job),
+        text);
+  }
+}
+
+/// A part's life, from its creation to its end.
+void usePart(const desk::Plugin& plugin) {
+  tagPARTCALLBACKS part;
+  plugin.find<int(tagPARTCALLBACKS*)>("Custom_SetFunPoint")(&part);
+  void* const handle = part.create();
+  tagPARTINFO info{{0, 0, 800, 480}};
+  std::string svg;
+  part.init(handle, &info);
+  part.click(handle, 0, CLICKPART_CLICK, {10, 100}, nullptr);
+  part.fillPartShowAttr(handle, svg, nullptr);
+  part.plcRead(handle, nullptr);
+  part.destroy(handle);
+}
+
+/// Loads every job once and asks everything. Returns how many loaded.
+int round(const desk::Plugin& plugin, lua_State* L) {
+  int loaded = 0;
+  for (int job = 0; job < kJobs; ++job) {
+    lua_pushvalue(L, 1);
+    lua_pushstring(L, nameOf(job).c_str());
+    lua_call(L, 1, 1);
+    if (lua_tointeger(L, -1) == 0) ++loaded;
+    lua_settop(L, 1);
+    usePart(plugin);
+  }
+  lua_gc(L, LUA_GCCOLLECT, 0);
+  lua_gc(L, LUA_GCCOLLECT, 0);
+  return loaded;
+}
+
+/// What a run must come back to.
+struct Level {
+  counting_heap::Live heap = counting_heap::live();
+  long resident = residentKiB();
+};
+
+/// Prints the figures of a run; whether it ended where it began.
+bool report(const char* what, int cycles, const Level& before) {
+  const Level after;
+  std::fprintf(stderr,
+               "soak: %d %s; heap %lld bytes in %lld blocks, before %lld in %lld; "
+               "resident %ld KiB, before %ld\n",
+               cycles, what, after.heap.bytes, after.heap.blocks, before.heap.bytes,
+               before.heap.blocks, after.resident, before.resident);
+  return after.heap == before.heap && after.resident <= before.resident + kSlackKiB;
+}
+
+bool soakJobs(const char* path, int cycles) {
+  const desk::Plugin plugin(path);
+  const desk::ScriptEngine engine(plugin, desk::ModuleErrors::Guarded);
+  lua_State* L = engine.state();
+  if (luaL_dostring(L, kRound) != LUA_OK) return false;
+  const int loaded = round(plugin, L);
+  for (int warm = 0; warm < 20; ++warm) round(plugin, L);
+  const Level before;
+  bool same = loaded > kJobs / 2 && loaded < kJobs;
+  for (int cycle = 0; cycle < cycles; cycle += kJobs) same = round(plugin, L) == loaded && same;
+  return report("loads with all queries", cycles, before) && same;
+}
+
+void loadOnce(const char* path) {
+  const desk::Plugin plugin(path);
+  const desk::ScriptEngine first(plugin, desk::ModuleErrors::Guarded);
+  const desk::ScriptEngine second(plugin, desk::ModuleErrors::Raw);
+  luaL_dostring(first.state(), "cus_ParseModule.getjson_Flash('job0.json')");
+  luaL_dostring(second.state(), "cus_ParseModule.get_cut('')");
+  usePart(plugin);
+}
+
+bool soakLoads(const char* path, int cycles) {
+  for (int warm = 0; warm < 10; ++warm) loadOnce(path);
+  const Level before;
+  for (int cycle = 0; cycle < cycles; ++cycle) loadOnce(path);
+  return report("loads and unloads of the plug-in", cycles, before);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 4) return 2;
+  const TempTree tree;
+  writeJobs(tree);
+  deskhost::settings().root = tree.path();
+  deskhost::setLogSink([](const std::string&) {});
+  if (std::freopen("/dev/null", "w", stdout) == nullptr) return 2;
+  const bool jobs = soakJobs(argv[1], std::atoi(argv[2]));
+  const bool loads = soakLoads(argv[1], std::atoi(argv[3]));
+  return jobs && loads ? 0 : 1;
+}
