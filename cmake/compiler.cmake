@@ -8,6 +8,10 @@ if(CUS_WERROR)
   add_compile_options(-Werror)
 endif()
 
+# Only what needs no newer runtime than the controllers have.
+add_compile_options(-fstack-protector-strong)
+add_link_options(-Wl,-z,relro,-z,now)
+
 if(CUS_SANITIZE)
   add_compile_options(-fsanitize=${CUS_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${CUS_SANITIZE})

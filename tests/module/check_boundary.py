@@ -62,6 +62,8 @@ def import_faults(plugin, boundary, floors):
             yield f"imports {name} of {version}, newer than the oldest controllers have"
         if not version and not name.startswith(WEAK) and not matches(name, boundary["imports"]):
             yield f"imports {name}, which the host does not offer"
+    if "__stack_chk_fail" not in (name for name, _ in symbols(plugin, "--undefined-only")):
+        yield "has no stack protector"
 
 
 def export_faults(plugin, boundary):
