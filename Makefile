@@ -9,7 +9,8 @@
 #   make soak     10,000 loads, 1,000 plug-ins loaded and unloaded, the unit tests under valgrind
 #   make lint     clang-tidy over everything
 #   make format   format the sources
-.PHONY: run test build sanitize clang arm armhf arm64 packages fuzz soak lint format setup setup-arm clean
+#   make browser  install what the browser test needs: without it make test skips that one
+.PHONY: run test build sanitize clang arm armhf arm64 packages fuzz soak lint format browser setup setup-arm clean
 
 FUZZ_SECONDS ?= 60
 FUZZ_JOBS ?= 1
@@ -60,6 +61,9 @@ lint: setup
 
 format: setup
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+browser:
+	tools/install-browser-test.sh
 
 setup:
 	@tools/install-missing-packages.sh

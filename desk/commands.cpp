@@ -21,7 +21,7 @@ const std::vector<Option>& globalOptions() {
 }
 
 const std::vector<Command>& commands() {
-  static const std::vector<Command> kCommands = {runCommand(), doctorCommand()};
+  static const std::vector<Command> kCommands = {runCommand(), panelCommand(), doctorCommand()};
   return kCommands;
 }
 

@@ -16,6 +16,7 @@ const std::vector<Command>& commands();
 /// Applies --root and --usb to the host's services, and returns the path of the plug-in.
 std::string applyGlobalOptions(const Arguments& global);
 
+Command panelCommand();
 Command runCommand();
 Command doctorCommand();
 

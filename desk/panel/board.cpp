@@ -1,0 +1,112 @@
+#include "desk/panel/board.h"
+
+#include <json/value.h>
+#include <json/writer.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace desk {
+
+namespace {
+
+constexpr std::size_t kMostLines = 1000;
+
+const char* nameOf(Speaker speaker) {
+  switch (speaker) {
+    case Speaker::Script:
+      return "script";
+    case Speaker::Plugin:
+      return "plugin";
+    case Speaker::Desk:
+      return "desk";
+    case Speaker::Error:
+      break;
+  }
+  return "error";
+}
+
+bool sameView(const View& a, const View& b) {
+  return a.picture == b.picture && a.page.current == b.page.current &&
+         a.page.count == b.page.count && a.rows == b.rows && a.selected == b.selected &&
+         a.failed == b.failed;
+}
+
+Json::Value toJson(const PanelFacts& facts, const View& view) {
+  Json::Value json;
+  json["script"] = std::filesystem::path(facts.script).filename().string();
+  json["job"] = facts.job;
+  json["width"] = facts.width;
+  json["height"] = facts.height;
+  json["picture"] = Json::UInt64{view.picture};
+  json["page"] = view.page.current;
+  json["pages"] = view.page.count;
+  json["rows"] = view.rows;
+  json["selected"] = view.selected ? Json::Value(*view.selected) : Json::Value();
+  json["failed"] = view.failed;
+  return json;
+}
+
+}  // namespace
+
+void Board::publish(const View& view) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (sameView(view_, view)) return;
+  view_ = view;
+  ++version_;
+  changed_.notify_all();
+}
+
+void Board::say(Speaker speaker, const std::string& line) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  lines_.emplace_back(speaker, line);
+  if (lines_.size() > kMostLines) {
+    lines_.pop_front();
+    ++firstLine_;
+  }
+  ++version_;
+  changed_.notify_all();
+}
+
+bool Board::wait(const Cursor& cursor, std::chrono::milliseconds timeout) {
+  std::unique_lock<std::mutex> lock(mutex_);
+  return changed_.wait_for(lock, timeout, [&] { return closed_ || version_ != cursor.version; });
+}
+
+std::string Board::news(Cursor& cursor) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  Json::Value json = toJson(facts_, view_);
+  json["isFirst"] = cursor.version == 0;
+  json["lines"] = Json::arrayValue;
+  const std::uint64_t seen = std::max(cursor.line, firstLine_) - firstLine_;
+  for (auto line = lines_.begin() + static_cast<std::ptrdiff_t>(seen); line != lines_.end();
+       ++line) {
+    Json::Value pair;
+    pair.append(nameOf(line->first));
+    pair.append(line->second);
+    json["lines"].append(pair);
+  }
+  cursor = {version_, firstLine_ + lines_.size()};
+  Json::StreamWriterBuilder writer;
+  writer["indentation"] = "";
+  writer["emitUTF8"] = true;
+  return Json::writeString(writer, json);
+}
+
+std::string Board::picture() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return view_.svg;
+}
+
+void Board::close() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  closed_ = true;
+  changed_.notify_all();
+}
+
+bool Board::isClosed() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return closed_;
+}
+
+}  // namespace desk

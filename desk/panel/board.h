@@ -1,0 +1,53 @@
+// What the page shows: written by the panel's thread, read by the server's.
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <mutex>
+#include <string>
+#include <utility>
+
+#include "desk/panel/panel.h"
+
+namespace desk {
+
+/// The view and the latest lines of output. Safe to use from several threads.
+class Board {
+ public:
+  explicit Board(const PanelFacts& facts) : facts_(facts) {}
+
+  /// Where a reader stands. Each reader starts with one of its own.
+  struct Cursor {
+    std::uint64_t version = 0;
+    std::uint64_t line = 0;
+  };
+
+  void publish(const View& view);
+  void say(Speaker speaker, const std::string& line);
+
+  /// Waits until there is something that the reader has not seen, or the board is closed.
+  bool wait(const Cursor& cursor, std::chrono::milliseconds timeout);
+
+  /// What is new to the reader, as one JSON object without line ends, and moves the cursor on.
+  std::string news(Cursor& cursor);
+
+  std::string picture();
+
+  /// Ends all waiting, for good.
+  void close();
+  bool isClosed();
+
+ private:
+  const PanelFacts facts_;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  View view_;
+  std::deque<std::pair<Speaker, std::string>> lines_;
+  std::uint64_t firstLine_ = 0;  ///< number of the oldest line kept
+  std::uint64_t version_ = 1;
+  bool closed_ = false;
+};
+
+}  // namespace desk

@@ -1,0 +1,123 @@
+#include "desk/panel/console.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <utility>
+
+#include "desk/errors.h"
+#include "desk/host/log.h"
+
+namespace desk {
+
+namespace {
+
+constexpr std::size_t kLongestLine = 2000;
+
+/// Whether a byte continues a UTF-8 character.
+bool continues(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+std::string_view shortened(std::string_view text) {
+  if (text.size() <= kLongestLine) return text;
+  std::size_t end = kLongestLine;
+  while (end > 0 && continues(text[end])) --end;
+  return text.substr(0, end);
+}
+
+}  // namespace
+
+void echo(Speaker speaker, const std::string& line) {
+  const bool own = speaker == Speaker::Desk || speaker == Speaker::Error;
+  std::fprintf(stderr, "%s%s\n", own ? "cusdesk: " : "", line.c_str());
+}
+
+Console::Console(ConsoleSink sink)
+    : sink_(std::move(sink)), caught_(memfd_create("output", MFD_CLOEXEC)), real_(-1) {
+  std::fflush(stdout);
+  if (caught_ >= 0) real_ = dup(STDOUT_FILENO);
+  if (real_ < 0 || dup2(caught_, STDOUT_FILENO) < 0) {
+    throw Error(kExitCannot, "cannot catch the scripts' output");
+  }
+  deskhost::setLogSink([this](const std::string& text) { say(Speaker::Desk, text); });
+}
+
+Console::~Console() {
+  deskhost::setLogSink({});
+  std::fflush(stdout);
+  dup2(real_, STDOUT_FILENO);
+  close(real_);
+  close(caught_);
+}
+
+void Console::say(Speaker speaker, std::string_view text) {
+  flush();
+  take(speaker, text);
+  flush();
+}
+
+void Console::flush() {
+  drain();
+  if (!line_.empty()) endLine();
+}
+
+Console::Voice::Voice(Console& console, Speaker speaker)
+    : console_(console), before_(console.current_) {
+  console_.drain();
+  console_.current_ = speaker;
+}
+
+Console::Voice::~Voice() {
+  console_.drain();
+  console_.current_ = before_;
+}
+
+void Console::answer(std::string_view text) const {
+  while (!text.empty()) {
+    const ssize_t written = ::write(real_, text.data(), text.size());
+    if (written <= 0) throw Error(kExitCannot, "cannot write to standard output");
+    text.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+void Console::drain() {
+  std::fflush(stdout);
+  std::array<char, 4096> chunk;
+  off_t at = 0;
+  for (;;) {
+    const ssize_t got = pread(caught_, chunk.data(), chunk.size(), at);
+    if (got <= 0) break;
+    at += got;
+    take(current_, {chunk.data(), static_cast<std::size_t>(got)});
+  }
+  if (at == 0) return;
+  // Nothing is written in between: whoever writes runs on this thread.
+  if (ftruncate(caught_, 0) == 0) lseek(caught_, 0, SEEK_SET);
+}
+
+void Console::take(Speaker speaker, std::string_view text) {
+  if (speaker != lineSpeaker_ && !line_.empty()) endLine();
+  lineSpeaker_ = speaker;
+  for (std::size_t end; (end = text.find('\n')) != std::string_view::npos;) {
+    line_ += shortened(text.substr(0, end));
+    endLine();
+    text.remove_prefix(end + 1);
+  }
+  if (line_.size() < kLongestLine) line_ += shortened(text);
+}
+
+void Console::endLine() {
+  const std::string whole = std::exchange(line_, {});
+  std::string_view text = shortened(whole);
+  std::string shown;
+  for (std::size_t tab; (tab = text.find('\t')) != std::string_view::npos;) {
+    shown += deskhost::visible(text.substr(0, tab)) + '\t';
+    text.remove_prefix(tab + 1);
+  }
+  sink_(lineSpeaker_, shown + deskhost::visible(text));
+}
+
+}  // namespace desk

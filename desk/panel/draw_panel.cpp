@@ -1,0 +1,68 @@
+// The panel as a picture in a file.
+#include "desk/errors.h"
+#include "desk/host/tick_clock.h"
+#include "desk/panel/sessions.h"
+#include "desk/panel/svg_file.h"
+
+namespace desk {
+
+namespace {
+
+/// The panel's clock: stands still but for the steps.
+class StepClock {
+ public:
+  explicit StepClock(unsigned long long step) : step_(step) { deskhost::setTickCount(0); }
+  ~StepClock() { deskhost::setTickCount({}); }
+  StepClock(const StepClock&) = delete;
+  StepClock& operator=(const StepClock&) = delete;
+  void next() { deskhost::setTickCount(now_ += step_); }
+
+ private:
+  const unsigned long long step_;
+  unsigned long long now_ = 0;
+};
+
+/// Takes the steps. @return whether the script met no error
+bool take(Panel& panel, const PictureOrder& order) {
+  StepClock clock(order.step);
+  panel.start();
+  panel.cycle();
+  bool fine = !panel.view().failed;
+  const auto step = [&](auto&& action) {
+    clock.next();
+    action();
+    panel.cycle();
+    fine = fine && !panel.view().failed;
+  };
+  for (int page = 1; fine && page < order.page; ++page) step([&] { panel.turn(Turn::Down); });
+  const Page reached = panel.view().page;
+  if (fine && reached.current != order.page) {
+    throw Error(kExitCannot, "there is no page " + std::to_string(order.page) + ": " +
+                                 std::to_string(reached.current) + " of " +
+                                 std::to_string(reached.count) + " is the last one reached");
+  }
+  if (fine && order.click) step([&] { panel.click(*order.click); });
+  return fine;
+}
+
+}  // namespace
+
+int drawPanel(const PanelSetup& setup, const PictureOrder& order) {
+  View view;
+  bool fine = false;
+  {
+    Console console([&](Speaker speaker, const std::string& line) {
+      if (speaker != Speaker::Plugin || setup.verbose) echo(speaker, line);
+    });
+    const std::atomic<bool> stop{false};
+    Panel panel(setup.plugin, setup.facts, console, stop);
+    fine = take(panel, order);
+    view = panel.view();
+  }
+  if (!fine) return kExitFindings;
+  if (!order.svg.empty()) writeSvg(view.svg, order.svg);
+  if (!order.png.empty()) writePng(view.svg, order.png);
+  return kExitFine;
+}
+
+}  // namespace desk

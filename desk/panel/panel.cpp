@@ -1,0 +1,73 @@
+#include "desk/panel/panel.h"
+
+#include <algorithm>
+
+#include "desk/host/settings.h"
+
+namespace desk {
+
+Panel::Panel(const std::string& plugin, const PanelFacts& facts, Console& console,
+             const std::atomic<bool>& stop)
+    : facts_(facts),
+      console_(console),
+      stop_(stop),
+      plugin_(plugin),
+      part_(plugin_, {0, 0, facts.width, facts.height}) {
+  deskhost::settings().onRead = [this](const std::string& file) { watch_.note(file); };
+}
+
+Panel::~Panel() {
+  script_.reset();
+  deskhost::settings().onRead = nullptr;
+}
+
+void Panel::start() {
+  script_.reset();
+  part_.reset();
+  watch_.clear();
+  watch_.note(facts_.script);
+  script_ = std::make_unique<PanelScript>(plugin_, part_, console_, stop_, facts_);
+  note(script_->start());
+}
+
+void Panel::click(tagPOINT point) {
+  cycle();  // from here on a wish to be drawn is the click's
+  part_.click(point);
+  note(!draw() || script_->clicked());
+}
+
+void Panel::turn(Turn direction) {
+  note(script_->turn(direction));
+}
+
+void Panel::cycle() {
+  if (script_ != nullptr) script_->retryRefresh();
+  draw();
+}
+
+void Panel::followFiles() {
+  const std::vector<std::string> changed = watch_.changed();
+  if (changed.empty()) return;
+  const bool script = std::count(changed.begin(), changed.end(), facts_.script) != 0;
+  bool succeeded = true;
+  if (script || !script_->jobChanged(succeeded)) return start();
+  note(succeeded);
+}
+
+bool Panel::draw() {
+  if (!part_.wantsRedraw()) return false;
+  view_.svg = part_.picture();
+  ++view_.picture;
+  return true;
+}
+
+/// Takes what the operator sees beside the picture, after something was done.
+void Panel::note(bool succeeded) {
+  console_.flush();
+  view_.failed = !succeeded;
+  view_.page = part_.page();
+  view_.rows = script_->total();
+  view_.selected = part_.index();
+}
+
+}  // namespace desk

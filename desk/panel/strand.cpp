@@ -1,0 +1,61 @@
+#include "desk/panel/strand.h"
+
+#include <exception>
+#include <utility>
+
+#include "desk/host/log.h"
+
+namespace desk {
+
+namespace {
+
+constexpr std::size_t kMostWaiting = 32;
+
+}  // namespace
+
+Strand::Strand(Job idle, std::chrono::milliseconds period)
+    : idle_(std::move(idle)), period_(period), thread_([this] { work(); }) {}
+
+Strand::~Strand() {
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    stopping_ = true;
+    jobs_.clear();
+  }
+  wake_.notify_one();
+  thread_.join();
+}
+
+std::future<void> Strand::post(Job job) {
+  std::packaged_task<void()> task(std::move(job));
+  std::future<void> end = task.get_future();
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (stopping_ || jobs_.size() >= kMostWaiting) return {};
+    jobs_.push_back(std::move(task));
+  }
+  wake_.notify_one();
+  return end;
+}
+
+void Strand::work() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  while (!stopping_) {
+    std::packaged_task<void()> task;
+    if (wake_.wait_for(lock, period_, [this] { return stopping_ || !jobs_.empty(); })) {
+      if (stopping_) break;
+      task = std::move(jobs_.front());
+      jobs_.pop_front();
+    }
+    lock.unlock();
+    try {
+      task.valid() ? task() : idle_();
+    } catch (const std::exception& error) {
+      deskhost::log(error.what());
+    }
+    task = {};
+    lock.lock();
+  }
+}
+
+}  // namespace desk

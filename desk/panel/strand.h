@@ -1,0 +1,40 @@
+// One thread that runs everything which touches the plug-in or a script.
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <future>
+#include <mutex>
+#include <thread>
+
+namespace desk {
+
+/// Runs jobs one after the other, in the order in which they came. While there is none it runs
+/// `idle`, once in each `period`. Jobs that wait when the strand is destroyed are dropped.
+class Strand {
+ public:
+  using Job = std::function<void()>;
+
+  Strand(Job idle, std::chrono::milliseconds period);
+  ~Strand();
+  Strand(const Strand&) = delete;
+  Strand& operator=(const Strand&) = delete;
+
+  /// Takes a job. @return its end, or an exception of its own; invalid when too many jobs wait
+  std::future<void> post(Job job);
+
+ private:
+  void work();
+
+  const Job idle_;
+  const std::chrono::milliseconds period_;
+  std::mutex mutex_;
+  std::condition_variable wake_;
+  std::deque<std::packaged_task<void()>> jobs_;
+  bool stopping_ = false;
+  std::thread thread_;
+};
+
+}  // namespace desk

@@ -1,0 +1,65 @@
+#include "desk/panel/svg_file.h"
+
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <fstream>
+#include <iostream>
+
+#include "desk/errors.h"
+#include "desk/panel/process.h"
+
+namespace desk {
+
+namespace {
+
+constexpr char kConverter[] = "rsvg-convert";
+
+/// A file in memory that a child process can read from its start.
+class MemoryFile {
+ public:
+  explicit MemoryFile(const std::string& bytes) : number_(memfd_create("picture", MFD_CLOEXEC)) {
+    const auto size = static_cast<ssize_t>(bytes.size());
+    if (number_ < 0 || ::write(number_, bytes.data(), bytes.size()) != size ||
+        lseek(number_, 0, SEEK_SET) != 0) {
+      throw Error(kExitCannot, "cannot hand the picture to " + std::string(kConverter));
+    }
+  }
+  ~MemoryFile() { close(number_); }
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
+  int number() const { return number_; }
+
+ private:
+  int number_;
+};
+
+}  // namespace
+
+void writeSvg(const std::string& svg, const std::string& file) {
+  std::ofstream opened;
+  if (file != "-") opened.open(file, std::ios::binary);
+  std::ostream& out = file == "-" ? std::cout : opened;
+  out << svg << std::flush;
+  if (!out) throw Error(kExitCannot, "cannot write " + file);
+}
+
+void writePng(const std::string& svg, const std::string& file) {
+  const MemoryFile input(svg);
+  const pid_t child =
+      startProcess({kConverter, "--format=png", "--output=" + file}, input.number());
+  if (child < 0) {
+    throw Error(kExitCannot, std::string("cannot write ") + file + ": PNG needs the program " +
+                                 kConverter + " (package librsvg2-bin)");
+  }
+  int status = 0;
+  while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+  }
+  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+    throw Error(kExitCannot, "cannot write " + file + ": " + kConverter + " failed");
+  }
+}
+
+}  // namespace desk

@@ -1,0 +1,225 @@
+"""The server of `cusdesk panel`: who may ask for what, what it survives, and what it follows.
+
+Usage: server_test.py CUSDESK
+"""
+
+import concurrent.futures
+import pathlib
+import signal
+import socket
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+from live_panel import LivePanel
+
+CUSDESK = sys.argv.pop()
+HOSTILE = "<script>alert(1)</script><img src=x onerror=alert(1)> \u2028 \x1b[31m &lt; ' \" "
+
+
+class Folder(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+
+    def write(self, name, text):
+        file = self.folder / name
+        file.write_text(text, encoding="utf-8")
+        return str(file)
+
+    def job(self, *lengths):
+        pieces = ",".join(f'{{"PieceNumber": 1, "BarCode": "X", "cut": {{"Length": "{length}", '
+                          '"sxB": "45", "dxB": "90"}, "work": []}' for length in lengths)
+        return self.write("mine.json", '{"success": true, "Version": "1.0", "Bar": [{"BarNumber": 1,'
+                          f'"BarName": "<b>", "length": 6500, "piece": [{pieces}]}}]}}')
+
+
+class Guard(unittest.TestCase):
+    def test_foreign_hosts_and_origins_are_refused_and_change_nothing(self):
+        with LivePanel(CUSDESK) as panel:
+            own = panel.address.rstrip("/")
+            port = str(panel.port)
+            before = panel.view()
+            foreign = [
+                {"Host": "evil.example"},
+                {"Host": "evil.example:" + port},
+                {"Host": "127.0.0.1"},
+                {"Host": "127.0.0.1:" + port + ".evil.example"},
+                {"Host": ""},
+                {"Origin": "http://evil.example"},
+                {"Origin": "null"},
+                {"Origin": "http://localhost:" + port},  # another host than that of the request
+                {"Origin": own.replace("http", "https")},
+                {"Origin": own + "/"},
+            ]
+            for headers in foreign:
+                for method, path, body in [("GET", "/", None), ("GET", "/picture.svg", None),
+                                           ("GET", "/events", None), ("POST", "/page", "turn=down"),
+                                           ("POST", "/click", "x=9&y=99")]:
+                    sent = headers if "Host" in headers and method == "GET" else {"Origin": own,
+                                                                                  **headers}
+                    status, answer, text = panel.request(method, path, body, **sent)
+                    self.assertEqual(status, 403, (headers, method, path))
+                    self.assertEqual(text, "only this machine's own pages may ask for that\n")
+                    self.assertNotIn("Access-Control-Allow-Origin", answer)
+            for headers in ({}, {"Sec_Fetch_Site": "same-origin"}):
+                self.assertEqual(panel.request("POST", "/page", "turn=down", **headers)[0], 403)
+            self.assertEqual(panel.request("GET", "/picture.svg", Sec_Fetch_Site="cross-site")[0], 403)
+            self.assertEqual(panel.request("OPTIONS", "/page", Origin="http://evil.example")[0], 403)
+            self.assertEqual(panel.view(), before)
+            self.assertEqual(panel.request("POST", "/page", "turn=down", Host="localhost:" + port,
+                                           Origin="http://localhost:" + port)[0], 204)
+            self.assertEqual(panel.view()["page"], 2)
+
+    def test_only_what_the_page_needs_is_there(self):
+        with LivePanel(CUSDESK) as panel:
+            for path, kind in [("/", "text/html; charset=utf-8"), ("/panel.css", "text/css; charset=utf-8"),
+                               ("/panel.js", "text/javascript; charset=utf-8"),
+                               ("/picture.svg?1", "image/svg+xml")]:
+                status, headers, _ = panel.request("GET", path)
+                self.assertEqual((status, headers["Content-Type"]), (200, kind))
+                self.assertIn("default-src 'none'", headers["Content-Security-Policy"])
+                self.assertNotIn("unsafe", headers["Content-Security-Policy"])
+            for path in ("/../../etc/passwd", "/%2e%2e/%2e%2e/etc/passwd", "//etc/passwd", "/panelXcss",
+                         "/panel.js/../panel.js", "/index.html", "/click", "/" + "a" * 5000):
+                self.assertEqual(panel.request("GET", path)[0], 404, path)
+            self.assertNotRegex(panel.request("GET", "/")[2], r"<script>|style=|\son\w+=")
+
+    def test_bad_and_oversized_requests_leave_it_as_it_was(self):
+        with LivePanel(CUSDESK) as panel:
+            before = panel.view()
+            for path, body, status in [
+                ("/click", "", 400), ("/click", "x=1", 400), ("/click", "x=-1&y=1", 400),
+                ("/click", "x=1e2&y=1", 400), ("/click", "x=1234567&y=1", 400),
+                ("/click", "x=99999&y=99999", 204), ("/page", "turn=left", 400),
+                ("/page", "turn=up", 204), ("/page", "a" * 2000, 413),
+            ]:
+                self.assertEqual(panel.act(path, body), status, body[:20])
+            host = f"Host: 127.0.0.1:{panel.port}\r\n"
+            for raw in ["GET /" + "a" * 100_000, f"GET / HTTP/1.1\r\n{host}" + "X: y\r\n" * 10_000 + "\r\n",
+                        f"GET / HTTP/1.1\r\n{host}Range: bytes=" + "0-1," * 1900 + "0-1\r\n\r\n",
+                        f"POST /page HTTP/1.1\r\n{host}Origin: http://127.0.0.1:{panel.port}\r\n"
+                        "Transfer-Encoding: chunked\r\n\r\n" + "4000\r\n" + "a" * 0x4000,
+                        "\0\xff\r\n\r\n", "\r\n\r\n"]:
+                with socket.create_connection(("127.0.0.1", panel.port), timeout=20) as sent:
+                    try:
+                        sent.sendall(raw.encode("latin-1"))
+                        sent.shutdown(socket.SHUT_WR)
+                        answer = sent.recv(100)
+                    except ConnectionError:
+                        answer = b""
+                    self.assertNotRegex(answer, b" 20[04] ", raw[:40])
+            self.assertEqual(panel.view(), before)
+
+    def test_port_that_is_taken_ends_it_with_3(self):
+        with LivePanel(CUSDESK) as panel:
+            answer = subprocess.run([CUSDESK, "panel", "--no-open", "--port", str(panel.port)],
+                                    capture_output=True, text=True, timeout=60, check=False)
+            self.assertEqual((answer.returncode, answer.stdout, answer.stderr),
+                             (3, "", f"cusdesk: port {panel.port} is taken\n"))
+
+
+class Live(Folder):
+    def test_pages_see_the_same_and_the_picture_changes_on_demand_only(self):
+        with LivePanel(CUSDESK) as panel, panel.events() as one, panel.events() as two:
+            one.until(lambda view: view["picture"] == 1)
+            two.until(lambda view: view["picture"] == 1)
+            first = panel.picture()
+            time.sleep(0.3)
+            self.assertEqual(panel.act("/click", "x=9&y=9"), 204)  # the head: no redraw
+            self.assertEqual(panel.view()["picture"], 1)
+            self.assertEqual(panel.act("/click", "x=9&y=99"), 204)
+            for events in (one, two):
+                view = events.until(lambda view: view["selected"])
+                self.assertEqual((view["selected"], view["picture"]), (2, 2))
+                self.assertRegex(view["lines"][-1][1], "^Cut 2: ")
+            self.assertNotEqual(panel.picture(), first)
+            for _ in range(3):  # faster than the throttle: the last one shows in the end
+                self.assertEqual(panel.act("/page", "turn=down"), 204)
+            view = one.until(lambda view: view["page"] == 4 and view["picture"] >= 3)
+            time.sleep(0.3)
+            self.assertIn(">28</text>", panel.picture())
+            self.assertLess(panel.view()["picture"], 6)
+
+    def test_changed_jobs_and_scripts_are_followed(self):
+        job = self.job(1001, 1002)
+        with LivePanel(CUSDESK, "--job", job) as panel, panel.events() as events:
+            self.assertEqual(events.until(lambda view: view["rows"])["rows"], 2)
+            self.job(1001, 1002, 1003)
+            events.until(lambda view: view["rows"] == 3)
+            self.write("mine.json", "{")
+            view = events.until(lambda view: view["rows"] == 0)
+            self.assertIn("desk", [speaker for speaker, _ in view["lines"]])
+            pathlib.Path(job).unlink()
+            self.job(7)
+            events.until(lambda view: view["rows"] == 1)
+        script = self.write("s.lua", "error('first')")
+        with LivePanel(CUSDESK, "--script", script) as panel, panel.events() as events:
+            self.assertIn("first", str(events.until(lambda view: view["failed"])["lines"]))
+            self.write("s.lua", "panel.grid(1, 1) panel.rows{{'second'}} panel.update()")
+            events.until(lambda view: not view["failed"] and view["rows"] == 1)
+            time.sleep(0.3)
+            self.assertIn(">second<", panel.picture())
+
+    def test_hostile_texts_stay_texts(self):
+        script = self.write("s.lua", "local hostile = [==[" + HOSTILE + """]==]
+            panel.grid(1, 1) panel.head{hostile} panel.rows{{hostile}} panel.update()
+            print(hostile .. '\\xff\\r\\n\\ndata: {}')""")
+        with LivePanel(CUSDESK, "--script", script, "--size", "4000x400") as panel:
+            with panel.events() as events:
+                lines = events.until(lambda view: view["rows"] == 1)["lines"][-3:]
+            self.assertRegex(lines[0][1], r"^<script>.*\\x1b\[31m.*\\xff\\r$")
+            self.assertEqual([line[1] for line in lines[1:]], ["", "data: {}"])
+            time.sleep(0.2)
+            picture = panel.picture()
+            self.assertIn("&lt;script&gt;", picture)
+            self.assertNotRegex(picture, "<script|<img|\x1b")
+            self.assertNotIn("alert", panel.request("GET", "/")[2])
+
+
+class Load(Folder):
+    def test_busy_scripts_are_told_and_a_signal_ends_all(self):
+        script = self.write("s.lua", """
+            panel.grid(1, 1) panel.rows{{'a'}} panel.update()
+            function panel.on_click() while true do pcall(function() while true do end end) end end""")
+        with LivePanel(CUSDESK, "--script", script) as panel, panel.events() as events:
+            events.until(lambda view: view["rows"] == 1)
+            with concurrent.futures.ThreadPoolExecutor(2) as pool:
+                both = [pool.submit(panel.act, "/click", "x=9&y=300") for _ in range(2)]
+                self.assertEqual([one.result() for one in both], [503, 503])
+            self.assertEqual(panel.request("GET", "/")[0], 200)
+            code, seconds, errors = panel.end(signal.SIGINT)
+            self.assertEqual(code, 0, errors)
+            self.assertLess(seconds, 10)
+
+    def test_many_pages_are_bounded_and_free_their_places(self):
+        with LivePanel(CUSDESK) as panel:
+            pages = [panel.events() for _ in range(8)]
+            self.assertEqual({page.answer.status for page in pages}, {200})
+            with panel.events() as surplus:
+                self.assertEqual(surplus.answer.status, 503)
+            self.assertEqual(panel.act("/page", "turn=down"), 204)
+            for page in pages:
+                page.__exit__()
+            end = time.monotonic() + 20
+            while panel.request("HEAD", "/events")[0] != 200 and time.monotonic() < end:
+                time.sleep(0.1)
+            self.assertEqual(panel.view()["page"], 2)
+            with panel.events():  # an open page does not hold it up
+                code, seconds, errors = panel.end()
+            self.assertEqual((code, errors), (0, ""))
+            self.assertLess(seconds, 5)
+
+    def test_many_clients_at_once_are_served_one_after_the_other(self):
+        with LivePanel(CUSDESK) as panel, concurrent.futures.ThreadPoolExecutor(6) as pool:
+            turns = [pool.submit(panel.act, "/page", f"turn={turn}") for turn in ("down", "up") * 40]
+            clicks = [pool.submit(panel.act, "/click", f"x=9&y={y}") for y in range(50, 480, 20)]
+            pictures = [pool.submit(panel.picture) for _ in range(40)]
+            self.assertEqual({one.result() for one in turns + clicks}, {204})
+            self.assertTrue(all(one.result().endswith("</svg>\n") for one in pictures))
+
+
+unittest.main()
