@@ -98,6 +98,23 @@ Arguments parse(const std::vector<std::string>& words, const std::vector<Option>
   return parsed;
 }
 
+Arguments parseAnywhere(const std::vector<std::string>& words, const std::vector<Option>& options) {
+  Arguments all;
+  std::vector<std::string> rest = words;
+  for (;;) {
+    const Arguments next = parse(rest, options);
+    for (const auto& [name, value] : next.options) all.options[name] = value;
+    const std::size_t read = rest.size() - next.operands.size();
+    const bool isEnded = read > 0 && rest[read - 1] == "--";
+    const std::size_t taken =
+        isEnded ? next.operands.size() : std::min<std::size_t>(1, next.operands.size());
+    const auto end = next.operands.begin() + static_cast<std::ptrdiff_t>(taken);
+    all.operands.insert(all.operands.end(), next.operands.begin(), end);
+    if (end == next.operands.end()) return all;
+    rest.assign(end, next.operands.end());
+  }
+}
+
 std::string nearest(std::string_view word, const std::vector<std::string>& candidates) {
   std::string best;
   std::size_t bestDistance = word.size() / 3 + 2;

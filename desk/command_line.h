@@ -35,6 +35,8 @@ struct Command {
   const char* examples;  ///< whole lines, each a command one can type
   std::vector<Option> options;
   int (*run)(const Invocation&);  ///< returns the exit code
+  /// Whether options may stand behind operands. Not where the rest is for somebody else.
+  bool takesOptionsAnywhere = false;
 };
 
 /// What a command gets to see.
@@ -46,6 +48,9 @@ struct Invocation {
 /// Splits `words` into options and operands. Options end at the first operand or at "--". Throws
 /// Error for an unknown option, with the nearest known one, and for a missing or surplus argument.
 Arguments parse(const std::vector<std::string>& words, const std::vector<Option>& options);
+
+/// The same with options and operands in any order; behind "--" there are operands only.
+Arguments parseAnywhere(const std::vector<std::string>& words, const std::vector<Option>& options);
 
 /// The candidate that `word` most likely stands for, empty when none is near.
 std::string nearest(std::string_view word, const std::vector<std::string>& candidates);

@@ -16,8 +16,10 @@ const std::vector<Command>& commands();
 /// Applies --root and --usb to the host's services, and returns the path of the plug-in.
 std::string applyGlobalOptions(const Arguments& global);
 
+Command checkCommand();
+Command doctorCommand();
 Command panelCommand();
 Command runCommand();
-Command doctorCommand();
+Command showCommand();
 
 }  // namespace desk

@@ -68,7 +68,8 @@ int dispatch(const std::vector<std::string>& words) {
   }
   const Command& command = find(rest.front());
   rest.erase(rest.begin());
-  invocation.command = parse(rest, command.options);
+  invocation.command = command.takesOptionsAnywhere ? parseAnywhere(rest, command.options)
+                                                    : parse(rest, command.options);
   if (invocation.global.has("help") || invocation.command.has("help")) {
     return show(commandHelp(command));
   }

@@ -1,0 +1,153 @@
+#include "desk/check/advice.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <map>
+
+#include "desk/check/traced_job.h"
+#include "desk/command_line.h"
+#include "xml/xml_elements.h"
+
+namespace desk::check {
+
+namespace {
+
+constexpr Level kLevels[] = {Level::Header, Level::Bar, Level::Piece, Level::Cut, Level::Work};
+
+using Names = std::map<Level, std::vector<std::string>>;
+
+template <class Table>
+void append(std::vector<std::string>& names, const Table& table) {
+  for (const auto& row : table) {
+    names.push_back(row.spelling);
+    if (row.secondSpelling != nullptr) names.push_back(row.secondSpelling);
+  }
+}
+
+Names makeJsonNames() {
+  using namespace json_keys;
+  Names names;
+  append(names[Level::Header], kHeader);
+  append(names[Level::Bar], kBar);
+  append(names[Level::Piece], kPiece);
+  append(names[Level::Piece], kLabelFields);
+  append(names[Level::Cut], kCut);
+  append(names[Level::Work], kWork);
+  names[Level::Header].insert(names[Level::Header].end(), {kBars, kBarsSecond});
+  names[Level::Bar].push_back(kPieces);
+  names[Level::Piece].insert(names[Level::Piece].end(), {kCutOfPiece, kWorks});
+  return names;
+}
+
+Names makeXmlNames() {
+  using namespace xml_elements;
+  Names names;
+  append(names[Level::Header], kHeader);
+  append(names[Level::Bar], kBar);
+  append(names[Level::Piece], kPiece);
+  append(names[Level::Cut], kCut);
+  append(names[Level::Work], kWork);
+  names[Level::Header].push_back(kBars);
+  names[Level::Bar].push_back(kPieces);
+  names[Level::Piece].insert(names[Level::Piece].end(), {kCuts, kWorks});
+  return names;
+}
+
+/// The names of fields that the two formats call differently: the other's name to this one's.
+using Aliases = std::map<std::string, std::string>;
+
+template <class Record, std::size_t count>
+void addAliases(const model::Key<Record> (&xmlKeys)[count], bool toXml, Aliases& aliases) {
+  for (const model::Key<Record>& xml : xmlKeys) {
+    const std::size_t field = fieldOf(xml);
+    if (field == std::size(FieldsOf<Record>::keys)) continue;
+    const model::Key<Record>& json = FieldsOf<Record>::keys[field];
+    for (const char* spelling : {json.spelling, json.secondSpelling}) {
+      if (spelling == nullptr) continue;
+      toXml ? aliases.emplace(spelling, xml.spelling) : aliases.emplace(xml.spelling, spelling);
+    }
+  }
+}
+
+Aliases aliasesAt(Level level, bool toXml) {
+  using namespace xml_elements;
+  Aliases aliases;
+  if (level == Level::Header) addAliases(xml_elements::kHeader, toXml, aliases);
+  if (level == Level::Bar) addAliases(xml_elements::kBar, toXml, aliases);
+  if (level == Level::Piece) addAliases(xml_elements::kPiece, toXml, aliases);
+  if (level == Level::Cut) addAliases(xml_elements::kCut, toXml, aliases);
+  if (level == Level::Work) addAliases(xml_elements::kWork, toXml, aliases);
+  return aliases;
+}
+
+/// A name without what people vary: case, blanks, dashes and underscores.
+std::string simplified(const std::string& name) {
+  std::string text;
+  for (const char byte : name) {
+    if (byte == '_' || byte == '-' || byte == ' ') continue;
+    text += static_cast<char>(std::tolower(static_cast<unsigned char>(byte)));
+  }
+  return text;
+}
+
+std::string otherSpelling(const std::string& unknown, const std::vector<std::string>& names) {
+  const std::string wanted = simplified(unknown);
+  const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
+    return simplified(name) == wanted;
+  });
+  return found == names.end() ? std::string() : *found;
+}
+
+bool contains(const std::vector<std::string>& names, const std::string& name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+}  // namespace
+
+const char* nameOf(Level level) {
+  constexpr const char* kNames[] = {"the header", "a bar", "a piece", "a cut", "a work"};
+  return kNames[static_cast<std::size_t>(level)];
+}
+
+const std::vector<std::string>& jsonNames(Level level) {
+  static const Names kNames = makeJsonNames();
+  return kNames.at(level);
+}
+
+const std::vector<std::string>& xmlNames(Level level) {
+  static const Names kNames = makeXmlNames();
+  return kNames.at(level);
+}
+
+bool steersMachine(Level level, const std::string& name) {
+  static const std::map<Level, std::vector<std::string>> kNames = {
+      {Level::Header, {"Version", "Bar"}},
+      {Level::Bar, {"BarNumber", "MaxY", "MaxZ", "Length", "Piece"}},
+      {Level::Piece, {"BarCode", "PieceNumber", "Cut", "Work"}},
+      {Level::Cut, {"Length", "sxB", "dxB"}},
+      {Level::Work, {"Name", "ProfiLav", "PositionX", "PositionY", "PositionZ"}},
+  };
+  return !otherSpelling(name, kNames.at(level)).empty();
+}
+
+Advice adviceFor(const std::string& unknown, Level level, bool isXml) {
+  const auto namesAt = [&](Level at) { return isXml ? xmlNames(at) : jsonNames(at); };
+  std::string meant = otherSpelling(unknown, namesAt(level));
+  const Aliases aliases = aliasesAt(level, isXml);
+  if (const auto alias = aliases.find(unknown); meant.empty() && alias != aliases.end()) {
+    meant = alias->second;
+  }
+  for (const Level other : kLevels) {
+    if (!meant.empty() || other == level || !contains(namesAt(other), unknown)) continue;
+    const bool steers = steersMachine(other, unknown);
+    return {steers ? Severity::Error : Severity::Warning,
+            std::string("; it belongs to ") + nameOf(other)};
+  }
+  if (meant.empty()) meant = nearest(unknown, namesAt(level));
+  if (meant.empty()) return {Severity::Warning, ""};
+  return {steersMachine(level, meant) ? Severity::Error : Severity::Warning,
+          "; did you mean \"" + meant + "\"?"};
+}
+
+}  // namespace desk::check

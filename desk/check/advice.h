@@ -1,0 +1,34 @@
+// What to tell about a key that no reader takes at its place.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "desk/check/finding.h"
+
+namespace desk::check {
+
+enum class Level { Header, Bar, Piece, Cut, Work };
+
+/// "the header", "a bar", ...
+const char* nameOf(Level level);
+
+/// The names that a format knows at a level: keys of JSON objects or children of XML elements.
+const std::vector<std::string>& jsonNames(Level level);
+const std::vector<std::string>& xmlNames(Level level);
+
+/// Whether what the key of this level fills decides what the machine does: bars and pieces
+/// themselves, their numbers and dimensions, barcodes, cuts and works. Losing one is an error,
+/// losing another value a warning.
+bool steersMachine(Level level, const std::string& name);
+
+struct Advice {
+  Severity severity;  ///< an error when the key was likely meant for one that steers the machine
+  std::string text;   ///< "did you mean ...?" with what separates it from a message; may be empty
+};
+
+/// What an unknown name was likely meant for: another way to write a known one, the name that the
+/// other format has for it, a name of another level, or the nearest one.
+Advice adviceFor(const std::string& unknown, Level level, bool isXml);
+
+}  // namespace desk::check

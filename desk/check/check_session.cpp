@@ -1,0 +1,170 @@
+#include "desk/check/check_session.h"
+
+#include <tinyxml2.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <tuple>
+
+#include "desk/check/job_rules.h"
+#include "desk/check/rules.h"
+#include "desk/host/document_file.h"
+#include "desk/host/documents.h"
+#include "desk/host/utf8.h"
+
+namespace desk::check {
+
+namespace {
+
+bool endsWith(const std::string& text, const std::string& end) {
+  return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+bool standsBefore(const Finding& a, const Finding& b) {
+  const auto key = [](const Finding& finding) {
+    const Position at = finding.place.at;
+    return std::make_tuple(at.line, at.column);
+  };
+  return key(a) < key(b);
+}
+
+/// Keeps the first of the findings of a rule and says in it how often there are more.
+void fold(Findings& findings, std::size_t from, const char* rule) {
+  const auto start = findings.begin() + static_cast<std::ptrdiff_t>(from);
+  const auto isOne = [&](const Finding& finding) { return finding.rule == rule; };
+  const auto first = std::find_if(start, findings.end(), isOne);
+  const auto count = std::count_if(start, findings.end(), isOne);
+  if (count < 2) return;
+  first->message += " (" + std::to_string(count) + " times in this file)";
+  findings.erase(std::remove_if(first + 1, findings.end(), isOne), findings.end());
+}
+
+}  // namespace
+
+bool isXmlName(const std::string& file) {
+  return endsWith(file, ".xml");
+}
+
+void CheckSession::check(const std::string& file) {
+  std::string bytes;
+  std::string reason;
+  if (deskhost::readDocumentFile(file, bytes, reason)) {
+    check(file, std::move(bytes));
+  } else {
+    report_.unreadable.push_back({file, reason});
+  }
+}
+
+void CheckSession::check(const std::string& file, std::string bytes) {
+  report_.sources.push_back(std::make_unique<SourceText>(file, std::move(bytes)));
+  if (readers_ == Readers::Fresh) {
+    json_ = {};
+    xml_ = {};
+  }
+  const std::size_t from = report_.findings.size();
+  checkName(file);
+  checkEncoding();
+  isXmlName(file) ? checkXml() : checkJson();
+  const auto start = report_.findings.begin() + static_cast<std::ptrdiff_t>(from);
+  std::stable_sort(start, report_.findings.end(), standsBefore);
+  fold(report_.findings, from, rules::kAngle135);
+}
+
+void CheckSession::add(const char* rule, Severity severity, Position at,
+                       const std::string& message) {
+  report_.findings.push_back({rule, severity, {file(), at}, message, {}, {}, {}});
+}
+
+void CheckSession::checkName(const std::string& file) {
+  const std::string name = std::filesystem::path(file).filename().string();
+  if (name.size() < 5) {
+    add(rules::kFileName, Severity::Error, {1, 0},
+        "a name of fewer than 5 bytes makes getjson_Flash and getjson_uDisk raise "
+        "\"basic_string::substr\"");
+  } else if (!isXmlName(name) && !endsWith(name, ".json")) {
+    add(rules::kFileName, Severity::Warning, {1, 0},
+        "the name ends neither in .json nor in .xml, in small letters: the panel tries it as JSON");
+  }
+}
+
+void CheckSession::checkEncoding() {
+  const std::string& bytes = source().bytes();
+  std::size_t count = 0;
+  std::size_t first = 0;
+  for (std::size_t at = 0; at < bytes.size();) {
+    const std::size_t size = deskhost::utf8CharacterSize(bytes, at);
+    if (size == 0 && count++ == 0) first = at;
+    at += std::max<std::size_t>(size, 1);
+  }
+  if (count == 0) return;
+  add(rules::kNotUtf8, Severity::Warning, source().position(first),
+      "not UTF-8: the panel cannot show such text (" + std::to_string(count) +
+          (count == 1 ? " byte" : " bytes") + " in this file)");
+}
+
+void CheckSession::reportFault(int line, int byteColumn, const std::string& reason) {
+  const bool trailing = reason.find("Extra non-whitespace") == 0 ||
+                        reason.find("bytes after a zero byte") != std::string::npos;
+  Position at = source().positionInBytes(line, byteColumn);
+  if (at.line == 0) at = {1, 0};
+  const std::string end = reason.empty() || reason.back() == '.' ? " " : ". ";
+  const std::string consequence =
+      trailing ? "A panel may load what stands in front; cusdesk refuses the file"
+               : "Nothing is loaded: the panel answers -2 and keeps the job before";
+  add(trailing ? rules::kTrailingText : rules::kSyntax, Severity::Error, at,
+      reason + end + consequence);
+}
+
+void CheckSession::checkJson() {
+  Json::Value root;
+  deskhost::DocumentFault fault;
+  if (!deskhost::parseJson(source().bytes(), root, fault)) {
+    reportFault(fault.line, fault.column, fault.reason);
+    return;
+  }
+  noteLeniencies(JsonText(source().bytes(), source().markSize()));
+  if (json_.read(root, report_.sources, report_.findings) == 0) {
+    checkJob(json_.state().traced, false);
+  }
+}
+
+void CheckSession::checkXml() {
+  tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
+  deskhost::DocumentFault fault;
+  if (!deskhost::parseXml(source().bytes(), document, fault)) {
+    reportFault(fault.line, fault.column, fault.reason);
+    return;
+  }
+  const std::string thrown = xml_.read(*document.RootElement(), report_.sources, report_.findings);
+  if (!thrown.empty()) return;
+  checkJob(xml_.state().traced, true);
+  checkOtherReader();
+}
+
+void CheckSession::checkJob(const TracedJob& traced, bool isXml) {
+  const LoadedJob job{traced, file(), isXml};
+  checkVersion(job, report_.findings);
+  checkDuplicates(job, report_.findings);
+  checkNumbers(job, report_.findings);
+  checkLengths(job, report_.findings);
+}
+
+void CheckSession::checkOtherReader() {
+  const TracedJob& other = json_.state().traced;
+  if (other.job.Bar.empty()) return;
+  const SourceText& from = *report_.sources[static_cast<std::size_t>(other.place.file)];
+  add(rules::kOtherJob, Severity::Warning, xml_.state().traced.place.at,
+      "get_cut takes Height, BarCode and MaterialCount from the JSON job read last, " +
+          from.name());
+}
+
+void CheckSession::noteLeniencies(const JsonText& text) {
+  for (const Leniency& leniency : text.leniencies()) {
+    const std::string times =
+        leniency.count == 1 ? "" : " (" + std::to_string(leniency.count) + " times in this file)";
+    add(rules::kLenientJson, Severity::Note, source().position(leniency.offset),
+        std::string(leniency.what) + " is not standard JSON; other tools refuse the file" + times);
+  }
+}
+
+}  // namespace desk::check

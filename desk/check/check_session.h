@@ -1,0 +1,71 @@
+// Checks files one after the other, each with fresh readers or all with the same.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "desk/check/finding.h"
+#include "desk/check/json_shadow.h"
+#include "desk/check/xml_shadow.h"
+
+namespace desk::check {
+
+/// A file that could not be read at all.
+struct Unreadable {
+  std::string file;
+  std::string reason;
+};
+
+/// What a check of several files found.
+struct Report {
+  Sources sources;                     ///< the files that could be read, in order
+  Findings findings;                   ///< by file, then by place
+  std::vector<Unreadable> unreadable;  ///< in order
+};
+
+/// Whether the panel reads a file of that name as XML. All others are read as JSON.
+bool isXmlName(const std::string& file);
+
+class CheckSession {
+ public:
+  enum class Readers {
+    Fresh,  ///< every file stands for itself
+    Kept,   ///< values leak from file to file, as on the machine
+  };
+
+  explicit CheckSession(Readers readers) : readers_(readers) {}
+
+  /// Reads and checks one file of this PC. Findings of the file are sorted by place.
+  void check(const std::string& file);
+
+  /// The same for the content of a file.
+  void check(const std::string& file, std::string bytes);
+
+  const Report& report() const { return report_; }
+
+  /// The shadows as the last file left them.
+  const JsonShadow& json() const { return json_; }
+  const XmlShadow& xml() const { return xml_; }
+
+ private:
+  void checkName(const std::string& file);
+  void checkEncoding();
+  void checkJson();
+  void checkXml();
+  void checkJob(const TracedJob& traced, bool isXml);
+  void checkOtherReader();
+  void reportFault(int line, int byteColumn, const std::string& reason);
+  void noteLeniencies(const JsonText& text);
+  void add(const char* rule, Severity severity, Position at, const std::string& message);
+
+  const SourceText& source() const { return *report_.sources.back(); }
+  int file() const { return static_cast<int>(report_.sources.size()) - 1; }
+
+  Readers readers_;
+  Report report_;
+  JsonShadow json_;
+  XmlShadow xml_;
+};
+
+}  // namespace desk::check

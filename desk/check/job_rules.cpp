@@ -1,0 +1,70 @@
+#include "desk/check/job_rules.h"
+
+#include <cmath>
+#include <cstdlib>
+
+#include "desk/check/rules.h"
+#include "desk/number_text.h"
+#include "model/job_walks.h"
+
+namespace desk::check {
+
+Place placeOfValue(const LoadedJob& job, OriginId value, const Place& element) {
+  const Place& place = job.traced.origins[value].place;
+  return value != 0 && place.file == element.file ? place : element;
+}
+
+bool numberOf(const std::string& text, double& number, bool& whole) {
+  char* end = nullptr;
+  number = std::strtod(text.c_str(), &end);
+  if (end == text.c_str() || !std::isfinite(number)) return false;
+  whole = text.find_first_not_of(" \t\r\n", static_cast<std::size_t>(end - text.c_str())) ==
+          std::string::npos;
+  return true;
+}
+
+void checkVersion(const LoadedJob& job, Findings& findings) {
+  if (!job.isXml || model::declaresVersion1(job.traced.job)) return;
+  const OriginId value = job.traced.header[fieldOf<DATA_T>(&DATA_T::Version)];
+  const std::string& version = job.traced.job.Version;
+  const std::string what = version.empty() ? "the job declares no \"Version\" of \"1.0\""
+                                           : "\"Version\" is " + quoted(version) + ", not \"1.0\"";
+  findings.push_back({rules::kVersion,
+                      Severity::Error,
+                      placeOfValue(job, value, job.traced.place),
+                      what +
+                          ": it loads, but get_work(barcode), get_cut(number) and all dimensions "
+                          "stay empty",
+                      {},
+                      "Version",
+                      {}});
+}
+
+void checkLengths(const LoadedJob& job, Findings& findings) {
+  int number = 0;
+  for (const BAR_T& bar : job.traced.job.Bar) {
+    const BarTrace& trace = job.traced.bars[static_cast<std::size_t>(number++)];
+    double length = 0.0;
+    bool whole = false;
+    if (!numberOf(bar.length, length, whole)) continue;
+    double sum = 0.0;
+    for (const PIECE_T& piece : bar.piece) {
+      double one = 0.0;
+      if (numberOf(piece.Length, one, whole)) sum += one;
+    }
+    if (sum <= length) continue;
+    const Element here{number, 0, 0};
+    const OriginId value = trace.keys[fieldOf<BAR_T>(&BAR_T::length)];
+    findings.push_back({rules::kDoesNotFit,
+                        Severity::Error,
+                        placeOfValue(job, value, trace.place),
+                        "the " + std::to_string(bar.piece.size()) + " pieces of " + describe(here) +
+                            " are " + shortestText(sum) + " long together, the bar " +
+                            shortestText(length),
+                        here,
+                        job.isXml ? "Length" : "length",
+                        {}});
+  }
+}
+
+}  // namespace desk::check

@@ -1,0 +1,39 @@
+// What can be told of a job only once it is read whole.
+#pragma once
+
+#include <string>
+
+#include "desk/check/finding.h"
+#include "desk/check/traced_job.h"
+
+namespace desk::check {
+
+/// The job that a reader holds after a read, for the rules about whole jobs.
+struct LoadedJob {
+  const TracedJob& traced;
+  int file;
+  bool isXml;
+};
+
+/// The place of a value: its own when it was read from this file, else that of the element which
+/// lacks it.
+Place placeOfValue(const LoadedJob& job, OriginId value, const Place& element);
+
+/// What loads but answers nothing: another version in an XML job.
+void checkVersion(const LoadedJob& job, Findings& findings);
+
+/// Pieces that scripts cannot tell apart: by barcode, or by bar and piece number.
+void checkDuplicates(const LoadedJob& job, Findings& findings);
+
+/// Numbers that make a script command raise, and lengths and angles that are none.
+void checkNumbers(const LoadedJob& job, Findings& findings);
+
+/// Pieces that are longer than their bar.
+void checkLengths(const LoadedJob& job, Findings& findings);
+
+/// The number at the start of a text, as the standard conversions take it.
+/// @param whole set to whether nothing but blanks follows the number
+/// @return false when there is none, or one out of range
+bool numberOf(const std::string& text, double& number, bool& whole);
+
+}  // namespace desk::check

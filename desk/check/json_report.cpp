@@ -1,0 +1,56 @@
+#include "desk/check/reports.h"
+#include "desk/json_output.h"
+
+namespace desk::check {
+
+namespace {
+
+Json::Value placeValue(const Report& report, const Place& place) {
+  Json::Value value;
+  value["file"] = asUtf8(fileOf(report, place));
+  value["line"] = place.at.line;
+  if (place.at.column > 0) value["column"] = place.at.column;
+  return value;
+}
+
+Json::Value findingValue(const Report& report, const Finding& finding) {
+  Json::Value value = placeValue(report, finding.place);
+  value["severity"] = nameOf(finding.severity);
+  value["rule"] = finding.rule;
+  value["message"] = asUtf8(finding.message);
+  value["element"] = describe(finding.element);
+  if (!finding.key.empty()) value["key"] = asUtf8(finding.key);
+  for (const CarriedValue& carried : finding.carried) {
+    Json::Value one = placeValue(report, carried.place);
+    one["key"] = carried.key;
+    one["value"] = asUtf8(carried.value);
+    one["element"] = describe(carried.element);
+    value["carried"].append(one);
+  }
+  return value;
+}
+
+}  // namespace
+
+std::string jsonReport(const Report& report) {
+  Json::Value root;
+  root["findings"] = Json::arrayValue;
+  for (const Finding& finding : report.findings) {
+    root["findings"].append(findingValue(report, finding));
+  }
+  root["unreadable"] = Json::arrayValue;
+  for (const Unreadable& file : report.unreadable) {
+    Json::Value value;
+    value["file"] = asUtf8(file.file);
+    value["reason"] = asUtf8(file.reason);
+    root["unreadable"].append(value);
+  }
+  Json::Value& summary = root["summary"];
+  summary["files"] = static_cast<Json::UInt64>(report.sources.size());
+  summary["errors"] = static_cast<Json::UInt64>(countOf(report, Severity::Error));
+  summary["warnings"] = static_cast<Json::UInt64>(countOf(report, Severity::Warning));
+  summary["notes"] = static_cast<Json::UInt64>(countOf(report, Severity::Note));
+  return jsonDocument(root);
+}
+
+}  // namespace desk::check

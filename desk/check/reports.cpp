@@ -1,0 +1,43 @@
+#include "desk/check/reports.h"
+
+#include <algorithm>
+
+#include "desk/host/utf8.h"
+
+namespace desk::check {
+
+bool fails(const Finding& finding, FailOn failOn) {
+  switch (failOn) {
+    case FailOn::Note:
+      return true;
+    case FailOn::Warning:
+      return finding.severity >= Severity::Warning;
+    case FailOn::Error:
+      return finding.severity >= Severity::Error;
+    case FailOn::Never:
+      break;
+  }
+  return false;
+}
+
+const std::string& fileOf(const Report& report, const Place& place) {
+  return report.sources.at(static_cast<std::size_t>(place.file))->name();
+}
+
+std::size_t countOf(const Report& report, Severity severity) {
+  const auto& all = report.findings;
+  return static_cast<std::size_t>(std::count_if(
+      all.begin(), all.end(), [&](const Finding& one) { return one.severity == severity; }));
+}
+
+std::string asUtf8(const std::string& text) {
+  std::string out;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t size = deskhost::utf8CharacterSize(text, at);
+    out += size == 0 ? "\xEF\xBF\xBD" : text.substr(at, size);
+    at += std::max<std::size_t>(size, 1);
+  }
+  return out;
+}
+
+}  // namespace desk::check

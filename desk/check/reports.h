@@ -1,0 +1,39 @@
+// The forms in which a check reports.
+#pragma once
+
+#include <string>
+
+#include "desk/check/check_session.h"
+#include "desk/terminal.h"
+
+namespace desk::check {
+
+/// From which severity on a finding makes the check fail.
+enum class FailOn { Note, Warning, Error, Never };
+
+bool fails(const Finding& finding, FailOn failOn);
+
+/// "file:line:column: severity: text [rule]", one line per finding. On a terminal with the source
+/// line and a caret, in colour, and with a summary.
+/// @param all false: of findings that differ in their place only, the first few and a count
+std::string textReport(const Report& report, const Terminal& terminal, bool all);
+
+/// One object: "findings", "unreadable", "summary".
+std::string jsonReport(const Report& report);
+
+/// SARIF 2.1.0. Columns count characters.
+std::string sarifReport(const Report& report);
+
+/// One suite per file, one case per finding; those that fail the check are failures.
+std::string junitReport(const Report& report, FailOn failOn);
+
+/// The name of a finding's file, as it was given.
+const std::string& fileOf(const Report& report, const Place& place);
+
+/// How many findings there are of a severity.
+std::size_t countOf(const Report& report, Severity severity);
+
+/// `text` with every byte that is no UTF-8 replaced, as JSON and XML documents need it.
+std::string asUtf8(const std::string& text);
+
+}  // namespace desk::check

@@ -1,0 +1,92 @@
+#include "desk/check/reports.h"
+#include "desk/check/rules.h"
+#include "desk/json_output.h"
+
+namespace desk::check {
+
+namespace {
+
+/// A path as a URI reference: relative as it was given, or with the scheme of files.
+std::string uriOf(const std::string& path) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
+  constexpr std::string_view kPlain = "-._~/!$&'()*+,;=@";
+  std::string uri = path.rfind('/', 0) == 0 ? "file://" : "";
+  for (const char byte : path) {
+    const auto value = static_cast<unsigned char>(byte);
+    const bool isLetter = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+    if (isLetter || (byte >= '0' && byte <= '9') || kPlain.find(byte) != std::string_view::npos) {
+      uri += byte;
+    } else {
+      uri += {'%', kDigits[value >> 4], kDigits[value & 0xF]};
+    }
+  }
+  return uri;
+}
+
+Json::Value location(const Report& report, const Place& place, const Element& element) {
+  Json::Value value;
+  Json::Value& physical = value["physicalLocation"];
+  physical["artifactLocation"]["uri"] = uriOf(fileOf(report, place));
+  physical["region"]["startLine"] = place.at.line;
+  if (place.at.column > 0) physical["region"]["startColumn"] = place.at.column;
+  value["logicalLocations"][0]["fullyQualifiedName"] = describe(element);
+  return value;
+}
+
+Json::Value resultOf(const Report& report, const Finding& finding) {
+  Json::Value result;
+  result["ruleId"] = finding.rule;
+  for (std::size_t i = 0; i < std::size(kRules); ++i) {
+    if (kRules[i].id == finding.rule) result["ruleIndex"] = static_cast<Json::UInt64>(i);
+  }
+  result["level"] = nameOf(finding.severity);
+  result["message"]["text"] = asUtf8(finding.message);
+  result["locations"].append(location(report, finding.place, finding.element));
+  for (const CarriedValue& carried : finding.carried) {
+    Json::Value related = location(report, carried.place, carried.element);
+    related["message"]["text"] = asUtf8(carried.key + " " + quoted(carried.value));
+    result["relatedLocations"].append(related);
+  }
+  return result;
+}
+
+Json::Value tool() {
+  Json::Value driver;
+  driver["name"] = "cusdesk";
+  driver["version"] = CUSDESK_VERSION;
+  for (const Rule& rule : kRules) {
+    Json::Value value;
+    value["id"] = rule.id;
+    value["shortDescription"]["text"] = rule.help;
+    value["defaultConfiguration"]["level"] = nameOf(rule.usual);
+    driver["rules"].append(value);
+  }
+  Json::Value value;
+  value["driver"] = driver;
+  return value;
+}
+
+}  // namespace
+
+std::string sarifReport(const Report& report) {
+  Json::Value run;
+  run["tool"] = tool();
+  run["columnKind"] = "unicodeCodePoints";
+  run["results"] = Json::arrayValue;
+  for (const Finding& finding : report.findings) run["results"].append(resultOf(report, finding));
+  Json::Value invocation;
+  invocation["executionSuccessful"] = report.unreadable.empty();
+  for (const Unreadable& file : report.unreadable) {
+    Json::Value notification;
+    notification["level"] = "error";
+    notification["message"]["text"] = asUtf8(file.reason);
+    invocation["toolExecutionNotifications"].append(notification);
+  }
+  run["invocations"].append(invocation);
+  Json::Value root;
+  root["version"] = "2.1.0";
+  root["runs"].append(run);
+  return jsonDocument(root);
+}
+
+}  // namespace desk::check

@@ -1,0 +1,65 @@
+#include "desk/check/source_text.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "desk/host/utf8.h"
+
+namespace desk::check {
+
+namespace {
+
+constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
+constexpr std::size_t kCharactersPerStep = 128;
+
+}  // namespace
+
+SourceText::SourceText(std::string name, std::string bytes)
+    : name_(std::move(name)),
+      bytes_(std::move(bytes)),
+      markSize_(bytes_.compare(0, 3, kByteOrderMark) == 0 ? 3 : 0),
+      lineStarts_{markSize_} {
+  std::size_t characters = 0;
+  for (std::size_t at = 0; at < bytes_.size(); at = characterEnd(at)) {
+    if (characters++ % kCharactersPerStep == 0) characterStarts_.push_back(at);
+    if (bytes_[at] == '\n') lineStarts_.push_back(at + 1);
+  }
+}
+
+std::size_t SourceText::characterEnd(std::size_t start) const {
+  return start + std::max<std::size_t>(deskhost::utf8CharacterSize(bytes_, start), 1);
+}
+
+std::string_view SourceText::line(int number) const {
+  if (number < 1 || number > lineCount()) return {};
+  const std::size_t start = lineStarts_[static_cast<std::size_t>(number) - 1];
+  std::string_view text = std::string_view(bytes_).substr(start);
+  text = text.substr(0, text.find('\n'));
+  if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
+  return text;
+}
+
+std::size_t SourceText::charactersBefore(std::size_t offset) const {
+  const auto next = std::upper_bound(characterStarts_.begin(), characterStarts_.end(), offset);
+  if (next == characterStarts_.begin()) return 0;
+  const auto steps = static_cast<std::size_t>(next - characterStarts_.begin()) - 1;
+  std::size_t characters = steps * kCharactersPerStep;
+  for (std::size_t at = *(next - 1); at < offset; at = characterEnd(at)) ++characters;
+  return characters;
+}
+
+Position SourceText::position(std::size_t offset) const {
+  offset = std::clamp(offset, markSize_, std::max(markSize_, bytes_.size()));
+  const auto next = std::upper_bound(lineStarts_.begin(), lineStarts_.end(), offset);
+  const std::size_t column = charactersBefore(offset) - charactersBefore(*(next - 1)) + 1;
+  return {static_cast<int>(next - lineStarts_.begin()), static_cast<int>(column)};
+}
+
+Position SourceText::positionInBytes(int line, int byteColumn) const {
+  if (line < 1 || line > lineCount()) return {};
+  const std::size_t start = lineStarts_[static_cast<std::size_t>(line) - 1];
+  return byteColumn < 1 ? Position{line, 0}
+                        : position(start + static_cast<std::size_t>(byteColumn) - 1);
+}
+
+}  // namespace desk::check

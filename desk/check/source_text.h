@@ -1,0 +1,51 @@
+// One job file as text: where its lines and characters are.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace desk::check {
+
+/// A place in a text, as people count. A column counts characters (Unicode code points), not bytes;
+/// a byte that is no UTF-8 counts as one. A byte order mark counts for nothing.
+struct Position {
+  int line = 0;    ///< from 1
+  int column = 0;  ///< from 1; 0 when only the line is known
+};
+
+class SourceText {
+ public:
+  /// @param name what messages call the file
+  SourceText(std::string name, std::string bytes);
+
+  const std::string& name() const { return name_; }
+  const std::string& bytes() const { return bytes_; }
+
+  /// 3 when a byte order mark stands in front, else 0.
+  std::size_t markSize() const { return markSize_; }
+
+  int lineCount() const { return static_cast<int>(lineStarts_.size()); }
+
+  /// The line without its end; empty for a line that is not there.
+  std::string_view line(int number) const;
+
+  /// The position of the byte at `offset`, in a time that does not depend on the line's length.
+  Position position(std::size_t offset) const;
+
+  /// The same for a line and a column in bytes, both from 1, as parsers report them.
+  Position positionInBytes(int line, int byteColumn) const;
+
+ private:
+  std::size_t charactersBefore(std::size_t offset) const;
+  std::size_t characterEnd(std::size_t start) const;
+
+  std::string name_;
+  std::string bytes_;
+  std::size_t markSize_;
+  std::vector<std::size_t> lineStarts_;
+  std::vector<std::size_t> characterStarts_;  ///< where every n-th character starts
+};
+
+}  // namespace desk::check

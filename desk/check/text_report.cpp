@@ -1,0 +1,128 @@
+#include <algorithm>
+#include <map>
+#include <set>
+#include <tuple>
+
+#include "desk/check/excerpt.h"
+#include "desk/check/reports.h"
+#include "desk/host/log.h"
+
+namespace desk::check {
+
+namespace {
+
+constexpr std::size_t kShownOfEach = 3;
+
+constexpr char kBold[] = "\x1b[1m";
+constexpr char kRed[] = "\x1b[1;31m";
+constexpr char kYellow[] = "\x1b[1;33m";
+constexpr char kCyan[] = "\x1b[1;36m";
+constexpr char kPlain[] = "\x1b[0m";
+
+const char* colourOf(Severity severity) {
+  switch (severity) {
+    case Severity::Error:
+      return kRed;
+    case Severity::Warning:
+      return kYellow;
+    case Severity::Note:
+      break;
+  }
+  return kCyan;
+}
+
+std::string plural(std::size_t count, const std::string& word) {
+  return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
+}
+
+/// Findings that differ in their place only: same file, rule and subject.
+using Kind = std::tuple<int, std::string, std::string>;
+
+Kind kindOf(const Finding& finding) {
+  std::string subject = finding.key;
+  for (const CarriedValue& value : finding.carried) subject += "/" + value.key;
+  return {finding.place.file, finding.rule, subject};
+}
+
+class TextReport {
+ public:
+  TextReport(const Report& report, const Terminal& terminal, bool all)
+      : report_(report), terminal_(terminal), all_(all) {}
+
+  std::string write() {
+    countKinds();
+    for (const Finding& finding : report_.findings) {
+      const std::size_t number = ++seen_[kindOf(finding)];
+      if (all_ || number <= kShownOfEach) writeFinding(finding);
+      if (!all_ && number == kShownOfEach) writeRest(finding);
+    }
+    if (terminal_.isTerminal && !report_.findings.empty()) writeSummary();
+    return text_;
+  }
+
+ private:
+  std::string coloured(const char* colour, const std::string& text) const {
+    return terminal_.hasColour ? colour + text + kPlain : text;
+  }
+
+  void countKinds() {
+    for (const Finding& finding : report_.findings) ++kinds_[kindOf(finding)];
+  }
+
+  void writeFinding(const Finding& finding) {
+    const Position at = finding.place.at;
+    std::string place =
+        deskhost::visible(fileOf(report_, finding.place)) + ":" + std::to_string(at.line) + ":";
+    if (at.column > 0) place += std::to_string(at.column) + ":";
+    text_ += coloured(kBold, place) + " " +
+             coloured(colourOf(finding.severity), std::string(nameOf(finding.severity)) + ":") +
+             " " + finding.message + " [" + finding.rule + "]\n";
+    if (terminal_.isTerminal) writeExcerpt(finding);
+  }
+
+  void writeExcerpt(const Finding& finding) {
+    const Position at = finding.place.at;
+    const SourceText& source = *report_.sources[static_cast<std::size_t>(finding.place.file)];
+    const std::string number = std::to_string(at.line);
+    const std::size_t margin = number.size() + 4;
+    std::string_view line = source.line(at.line);
+    if (at.column == 0) line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+    const Excerpt excerpt = excerptOf(line, at.column, terminal_.columns - margin);
+    if (excerpt.text.empty()) return;
+    text_ += " " + number + " | " + excerpt.text + "\n";
+    if (at.column == 0) return;
+    text_ += std::string(margin - 2, ' ') + "| " + std::string(excerpt.caret, ' ') +
+             coloured(colourOf(finding.severity), "^") + "\n";
+  }
+
+  void writeRest(const Finding& finding) {
+    const std::size_t more = kinds_[kindOf(finding)] - kShownOfEach;
+    if (more == 0) return;
+    text_ += deskhost::visible(fileOf(report_, finding.place)) + ": " + std::to_string(more) +
+             " more like this; --all shows them [" + finding.rule + "]\n";
+  }
+
+  void writeSummary() {
+    std::set<int> files;
+    for (const Finding& finding : report_.findings) files.insert(finding.place.file);
+    text_ += plural(countOf(report_, Severity::Error), "error") + ", " +
+             plural(countOf(report_, Severity::Warning), "warning") + ", " +
+             plural(countOf(report_, Severity::Note), "note") + " in " +
+             plural(files.size(), "file") + "\n";
+  }
+
+  const Report& report_;
+  const Terminal& terminal_;
+  bool all_;
+  std::map<Kind, std::size_t> kinds_;
+  std::map<Kind, std::size_t> seen_;
+  std::string text_;
+};
+
+}  // namespace
+
+std::string textReport(const Report& report, const Terminal& terminal, bool all) {
+  return TextReport(report, terminal, all).write();
+}
+
+}  // namespace desk::check

@@ -1,0 +1,24 @@
+// Options that name one of a few things.
+#pragma once
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+#include "desk/errors.h"
+
+namespace desk {
+
+/// The row of `table` that is called `wanted`. Throws Error with all names otherwise.
+/// @param what what the names are for: "check: --format"
+template <class Row, std::size_t count>
+const Row& choice(const std::string& wanted, const std::string& what, const Row (&table)[count]) {
+  const auto found = std::find_if(std::begin(table), std::end(table),
+                                  [&](const Row& row) { return row.name == wanted; });
+  if (found != std::end(table)) return *found;
+  std::string names;
+  for (const Row& row : table) names += std::string(names.empty() ? "" : ", ") + row.name;
+  throw Error(kExitUsage, what + " is one of " + names);
+}
+
+}  // namespace desk

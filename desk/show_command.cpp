@@ -1,0 +1,114 @@
+// cusdesk show: the rows that scripts get for a job file, and where their values come from.
+#include <cstdio>
+
+#include "desk/check/check_session.h"
+#include "desk/choice.h"
+#include "desk/commands.h"
+#include "desk/errors.h"
+#include "desk/job_file.h"
+#include "desk/output_detour.h"
+#include "desk/show/formats.h"
+#include "desk/show/origins.h"
+#include "desk/show/script_answers.h"
+
+namespace desk {
+
+namespace {
+
+using show::Question;
+using show::Subject;
+using show::Table;
+
+struct SubjectRow {
+  const char* name;
+  Subject subject;
+};
+constexpr SubjectRow kSubjects[] = {
+    {"bars", Subject::Bars},   {"works", Subject::Works},   {"cuts", Subject::Cuts},
+    {"holes", Subject::Holes}, {"labels", Subject::Labels}, {"dimensions", Subject::Dimensions}};
+
+struct Format {
+  const char* name;
+  std::string (*write)(const Table&, bool where);
+};
+constexpr Format kFormats[] = {
+    {"table",
+     [](const Table& table, bool where) { return tableText(table, where, terminalOf(stdout)); }},
+    {"json", show::jsonText},
+    {"csv", show::csvText}};
+
+Question questionOf(const Arguments& arguments) {
+  if (arguments.operands.size() != 2) {
+    throw Error(kExitUsage, "show: which file, and what of it? See 'cusdesk show --help'");
+  }
+  const Subject subject = choice(arguments.operands[1], "show: what to show", kSubjects).subject;
+  const bool takesBarCode = subject == Subject::Works || subject == Subject::Dimensions;
+  const bool takesBar = subject == Subject::Cuts || subject == Subject::Bars;
+  if (arguments.has("barcode") && !takesBarCode) {
+    throw Error(kExitUsage, "show: --barcode is for works and dimensions");
+  }
+  if (arguments.has("bar") && !takesBar) {
+    throw Error(kExitUsage, "show: --bar is for bars and cuts");
+  }
+  if (subject == Subject::Dimensions && !arguments.has("barcode")) {
+    throw Error(kExitUsage, "show: dimensions need a --barcode");
+  }
+  return {subject, arguments.value("barcode"), arguments.value("bar")};
+}
+
+Table answer(const Invocation& invocation, const std::string& file, const Question& question) {
+  Progress progress;
+  progress.show("loading " + file);
+  const OutputDetour detour(invocation.command.has("verbose") ? OutputDetour::To::StandardError
+                                                              : OutputDetour::To::Nowhere);
+  const Plugin plugin(applyGlobalOptions(invocation.global));
+  ScriptEngine engine(plugin, ModuleErrors::Guarded);
+  show::loadJob(engine, presentJob(file).name);
+  return ask(engine, question);
+}
+
+void addWhere(Table& table, const Question& question, const std::string& file) {
+  check::CheckSession session(check::CheckSession::Readers::Fresh);
+  session.check(file);
+  const bool isXml = check::isXmlName(file);
+  const check::TracedJob& job =
+      isXml ? session.xml().state().traced : session.json().state().traced;
+  addOrigins(table, question, job, isXml);
+}
+
+int run(const Invocation& invocation) {
+  const Arguments& arguments = invocation.command;
+  const Question question = questionOf(arguments);
+  const std::string& file = arguments.operands[0];
+  const Format& format = choice(arguments.value("format", "table"), "show: --format", kFormats);
+  Table table = answer(invocation, file, question);
+  const bool where = arguments.has("where");
+  if (where) addWhere(table, question, file);
+  std::fputs(format.write(table, where).c_str(), stdout);
+  return kExitFine;
+}
+
+}  // namespace
+
+Command showCommand() {
+  return {
+      "show",
+      "FILE bars|works|cuts|holes|labels|dimensions",
+      "show the rows that scripts get for a job file",
+      "  cusdesk show job.json cuts                one row per piece, as get_cut(\"\") answers\n"
+      "  cusdesk show job.json --where works --barcode DEMO-0101  with the line of each value\n"
+      "  cusdesk show job.xml labels --format csv  for a spreadsheet\n",
+      {
+          {"barcode", "CODE", "works or dimensions of the pieces with this barcode"},
+          {"bar", "NUMBER", "cuts of the bars with this number, or these bars"},
+          {"format", "FORMAT", "table (default), json or csv"},
+          {"where", nullptr, "add the line that each value was read from; mark carried ones"},
+          {"verbose", nullptr, "let the plug-in's lines go to standard error", 'v'},
+          {"help", nullptr, "show this help", 'h'},
+      },
+      run,
+      true,
+  };
+}
+
+}  // namespace desk

@@ -1,0 +1,180 @@
+"""cusdesk check as people and build servers meet it: formats, exit codes, terminals.
+
+Usage: check_command_test.py CUSDESK
+"""
+
+import fcntl
+import json
+import os
+import pathlib
+import pty
+import re
+import struct
+import subprocess
+import sys
+import tempfile
+import termios
+import unittest
+
+CUSDESK = str(pathlib.Path(sys.argv.pop()).resolve())
+
+CLEAN = ('{"Version": "1.0", "Bar": [{"BarNumber": 1, "MaxY": 60, "MaxZ": 70, "length": 6000, "piece": ['
+         '{"PieceNumber": 1, "BarCode": "A", "cut": {"Length": "900", "sxB": "45", "dxB": "90"}, '
+         '"work": [{"Name": "drain", "ProfiLav": 1, "PositionX": 1.5}]}]}]}')
+ODD = '{"Version": "1.0", "Bar": [], // note\n "Name": "<\u7a93&\ufffe\\uffff>", "Remark\\u0007": 1}'
+BAD = '{"Version": "1.0", "Bar": [{"BarNumber": "1"}]}'
+
+
+class Folder(unittest.TestCase):
+    def setUp(self):
+        self.keep = tempfile.TemporaryDirectory()
+        self.folder = pathlib.Path(self.keep.name)
+        self.addCleanup(self.keep.cleanup)
+        for name, text in [("clean.json", CLEAN), ("odd.json", ODD), ("bad.json", BAD)]:
+            (self.folder / name).write_text(text, encoding="utf-8")
+
+    def check(self, *words, code=None):
+        done = subprocess.run([CUSDESK, "check", *words], cwd=self.folder, capture_output=True,
+                              encoding="utf-8", timeout=60, check=False)
+        if code is not None:
+            self.assertEqual(done.returncode, code, (words, done.stderr))
+        return done
+
+    def on_terminal(self, *words, columns=80, stderr=subprocess.PIPE, **environment):
+        """What a command writes to a terminal."""
+        leader, follower = pty.openpty()
+        fcntl.ioctl(follower, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+        process = subprocess.Popen(
+            [CUSDESK, *words], cwd=self.folder, stdin=subprocess.DEVNULL, stdout=follower,
+            stderr=follower if stderr is None else stderr,
+            env={"PATH": os.environ["PATH"], "TERM": "xterm", **environment})
+        os.close(follower)
+        output = b""
+        while True:
+            try:
+                chunk = os.read(leader, 4096)
+            except OSError:
+                break
+            if not chunk:
+                break
+            output += chunk
+        os.close(leader)
+        if process.stderr:
+            process.stderr.close()
+        process.wait(timeout=60)
+        return output.decode("utf-8").replace("\r\n", "\n")
+
+
+class Check(Folder):
+    def test_exit_code_follows_the_gravest_finding(self):
+        done = self.check("clean.json", code=0)
+        self.assertEqual((done.stdout, done.stderr), ("", ""))
+        for words, code in [
+            (["bad.json"], 1), (["bad.json", "--fail-on", "never"], 0),
+            (["odd.json", "--fail-on=error"], 0), (["--fail-on", "warning", "odd.json"], 1),
+            (["odd.json", "clean.json", "--fail-on", "error", "bad.json"], 1),
+            (["bad.json", "no.json"], 3), ([], 2), (["--fail-on", "x", "bad.json"], 2),
+            (["--format", "html", "bad.json"], 2),
+        ]:
+            self.check(*words, code=code)
+        self.assertEqual(self.check("no.json", ".", code=3).stderr,
+                         "cusdesk: no.json: No such file or directory\n"
+                         "cusdesk: .: Is a directory\n")
+
+    def test_json_tells_every_value_of_a_carried_finding(self):
+        (self.folder / "next.json").write_text('{"Version": "1.0",\n "Bar": [{}]}', encoding="utf-8")
+        answer = json.loads(self.check("--sequence", "--format", "json", "clean.json", "next.json",
+                                       "no.json", code=3).stdout)
+        carried = [one for one in answer["findings"] if one["rule"] == "carried-over"]
+        self.assertEqual(len(carried), 1)
+        self.assertEqual({one["key"]: (one["value"], one["file"], one["line"], one["element"])
+                          for one in carried[0]["carried"]},
+                         {"BarNumber": ("1", "clean.json", 1, "bar 1"),
+                          "MaxY": ("60", "clean.json", 1, "bar 1"),
+                          "MaxZ": ("70", "clean.json", 1, "bar 1"),
+                          "length": ("6000", "clean.json", 1, "bar 1")})
+        self.assertEqual((carried[0]["file"], carried[0]["line"], carried[0]["column"]),
+                         ("next.json", 2, 10))
+        self.assertEqual([one["file"] for one in answer["unreadable"]], ["no.json"])
+        self.assertEqual(answer["summary"], {"files": 2, "errors": 1, "warnings": 0, "notes": 0})
+
+    def test_sarif_has_the_shape_that_build_servers_want(self):
+        (self.folder / "\u7a93 1%.json").write_text(BAD, encoding="utf-8")
+        answer = json.loads(self.check("--format", "sarif", "\u7a93 1%.json", "odd.json").stdout)
+        self.assertEqual(answer["version"], "2.1.0")
+        (run,) = answer["runs"]
+        rules = run["tool"]["driver"]["rules"]
+        self.assertEqual(run["columnKind"], "unicodeCodePoints")
+        self.assertTrue(run["invocations"][0]["executionSuccessful"])
+        self.assertGreater(len(run["results"]), 1)
+        for result in run["results"]:
+            self.assertEqual(rules[result["ruleIndex"]]["id"], result["ruleId"])
+            self.assertIn(result["level"], ("error", "warning", "note"))
+            self.assertTrue(result["message"]["text"])
+            region = result["locations"][0]["physicalLocation"]["region"]
+            self.assertGreater(region["startLine"], 0)
+            self.assertGreater(region.get("startColumn", 1), 0)
+        uri = run["results"][0]["locations"][0]["physicalLocation"]["artifactLocation"]["uri"]
+        self.assertEqual(uri, "%E7%AA%93%201%25.json")
+
+    def test_junit_is_xml_whatever_the_job_holds(self):
+        done = self.check("--format", "junit", "clean.json", "odd.json", "bad.json", "no.json",
+                          "--fail-on", "error", code=3)
+        subprocess.run(["xmllint", "--noout", "-"], input=done.stdout, encoding="utf-8", check=True)
+        self.assertEqual(re.findall(r'tests="(\d+)" failures="(\d+)" errors="(\d+)"', done.stdout),
+                         [("1", "0", "0"), ("2", "0", "0"), ("1", "1", "0"), ("1", "0", "1")])
+
+    def test_many_alike_are_shown_three_times_and_counted(self):
+        pieces = ",\n".join('{"PieceNumber": %d, "note": 1, "cut": {"Length": "1"}}' % n
+                            for n in range(9))
+        (self.folder / "many.json").write_text(
+            '{"Version": "1.0", "Bar": [{"BarNumber": 1, "piece": [%s]}]}' % pieces,
+            encoding="utf-8")
+        lines = self.check("many.json").stdout.splitlines()
+        self.assertEqual(len(lines), 4)
+        self.assertEqual(lines[3], "many.json: 6 more like this; --all shows them [unknown-key]")
+        self.assertEqual(len(self.check("many.json", "--all").stdout.splitlines()), 9)
+
+
+class Terminals(Folder):
+    def test_caret_stands_below_the_place_behind_wide_characters_and_tabs(self):
+        (self.folder / "wide.json").write_text(
+            '{"Version": "1.0",\n\t"Name": "\u7a93\u67a0e\u0301", "Bar": 1}', encoding="utf-8")
+        text = self.on_terminal("check", "wide.json", NO_COLOR="1")
+        self.assertEqual(text, (
+            'wide.json:2:18: error: "Bar" must be an array, not the number 1: it is ignored '
+            '[wrong-type]\n'
+            ' 2 |  "Name": "\u7a93\u67a0e\u0301", "Bar": 1}\n'
+            '   |                   ^\n'
+            '1 error, 0 warnings, 0 notes in 1 file\n'))
+
+    def test_long_lines_are_cut_around_the_place(self):
+        (self.folder / "long.json").write_text(
+            '{"Version": "1.0", "Name": "%s", "Bar": 1, "Unit": "%s"}' % ("\u7a93" * 500, "x" * 500),
+            encoding="utf-8")
+        for columns in (20, 41, 80):
+            text = self.on_terminal("check", "long.json", columns=columns, NO_COLOR="1")
+            _, source, caret, _ = text.splitlines()
+            width = sum(2 if char == "\u7a93" else 1 for char in source)
+            self.assertLessEqual(width, columns, source)
+            before = source[:source.index('"Bar"')] if columns > 20 else source.split('"B')[0]
+            self.assertEqual(caret.index("^"), sum(2 if c == "\u7a93" else 1 for c in before), text)
+
+    def test_colour_is_for_terminals_that_want_it(self):
+        self.assertIn("\x1b[1;31merror:\x1b[0m", self.on_terminal("check", "bad.json"))
+        for environment in ({"NO_COLOR": "1"}, {"TERM": "dumb"}):
+            self.assertNotIn("\x1b", self.on_terminal("check", "bad.json", **environment))
+        self.assertNotIn("\x1b", self.check("bad.json").stdout)
+        self.assertEqual(self.on_terminal("check", "clean.json", stderr=None), "")
+
+    def test_long_work_shows_how_far_it_has_come_and_leaves_no_trace(self):
+        piece = CLEAN[CLEAN.index('{"PieceNumber'):CLEAN.index("]}]}]}")] + "]}"
+        (self.folder / "big.json").write_text(CLEAN.replace(piece, ",".join([piece] * 30_000)),
+                                              encoding="utf-8")
+        text = self.on_terminal("check", *["big.json"] * 3, "--fail-on", "never", stderr=None)
+        self.assertIn("\rchecking 2 of 3: big.json\x1b[K", text)
+        self.assertIn("\r\x1b[K", text)
+        self.assertNotIn("checking", text.split("\r\x1b[K")[-1])
+
+
+unittest.main()

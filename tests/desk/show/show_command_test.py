@@ -1,0 +1,120 @@
+"""cusdesk show as people and spreadsheets meet it.
+
+Usage: show_command_test.py CUSDESK
+"""
+
+import csv
+import fcntl
+import io
+import json
+import os
+import pathlib
+import pty
+import struct
+import subprocess
+import sys
+import tempfile
+import termios
+import unittest
+
+CUSDESK = str(pathlib.Path(sys.argv.pop()).resolve())
+
+JOB = """{"Version": "1.0", "Bar": [
+ {"BarNumber": 1, "MaxY": 60, "MaxZ": 70, "length": 6000, "BarName": "\u7a93, \\"A\\"\\n", "piece": [
+  {"PieceNumber": 1, "BarCode": "A", "cut": {"Length": "900", "sxB": "45", "dxB": "135"},
+   "work": [{"Name": "drain", "PositionX": 0.1}]},
+  {"PieceNumber": 2, "BarCode": "B",
+   "work": [{"PositionX": 1e300}]}]},
+ {"BarNumber": 2}]}
+"""
+
+
+class Show(unittest.TestCase):
+    def setUp(self):
+        keep = tempfile.TemporaryDirectory()
+        self.addCleanup(keep.cleanup)
+        self.folder = pathlib.Path(keep.name)
+        (self.folder / "job.json").write_text(JOB, encoding="utf-8")
+
+    def show(self, *words, code=0):
+        done = subprocess.run([CUSDESK, "show", *words], cwd=self.folder, capture_output=True,
+                              timeout=60, check=False)
+        self.assertEqual(done.returncode, code, (words, done.stderr))
+        return done.stdout.decode("utf-8"), done.stderr.decode("utf-8")
+
+    def test_where_tells_the_line_of_each_value_and_marks_carried_ones(self):
+        self.assertEqual(self.show("job.json", "works", "--where")[0], """\
+BarCode  Name         PositionX  PositionY  PositionZ    MaxY    MaxZ  Cut_Length
+-------  ----------  ----------  ---------  ---------  ------  ------  ----------
+A (3)    drain (4)      0.1 (4)          0          0  60 (2)  70 (2)     900 (3)
+B (5)    drain (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*)
+
+(line)  * carried over from an earlier element
+""")
+        rows = json.loads(self.show("job.json", "cuts", "--format", "json", "--where")[0])
+        self.assertEqual(rows[1]["DxB"], {"value": "45", "line": 3, "column": 83, "carried": True,
+                                          "element": "piece 1 of bar 1"})
+        self.assertEqual(rows[1]["CutNumBer"], {"value": "2"})
+
+    def test_csv_reads_back_as_it_was(self):
+        text, _ = self.show("--format", "csv", "job.json", "bars")
+        self.assertEqual(text.count("\r\n"), 2)
+        self.assertEqual(list(csv.DictReader(io.StringIO(text, newline=""))), [
+            {"BarNumber": "1", "BarName": "\u7a93, \"A\"\n", "Length": "6000", "CutNumBer": "2",
+             "sProfileName": "", "sColor": "", "sLengthProduct": ""}])
+
+    def test_json_keeps_numbers(self):
+        rows = json.loads(self.show("job.json", "works", "--format=json")[0])
+        self.assertEqual([row["PositionX"] for row in rows], [0.1, 1e300])
+        self.assertIn('"PositionX": 0.1,', self.show("job.json", "works", "--format=json")[0])
+
+    def test_questions_narrow_the_answer(self):
+        for words, count in [(["works", "--barcode", "B"], 1), (["works", "--barcode", "X"], 0),
+                             (["cuts", "--bar", "1"], 2), (["cuts", "--bar", "2"], 0),
+                             (["bars", "--bar", "1"], 1), (["holes"], 1), (["labels"], 2),
+                             (["dimensions", "--barcode", "B"], 1),
+                             (["dimensions", "--barcode", "A"], 0)]:
+            rows = json.loads(self.show("job.json", *words, "--format", "json")[0])
+            self.assertEqual(len(rows), count, words)
+
+    def test_what_cannot_be_shown_is_told(self):
+        for name, text in [("bad.json", "{"), ("none.json", "{}"),
+                           ("raises.json", '{"Version":"1.0","Bar":[{"piece":[{}]}]}')]:
+            (self.folder / name).write_text(text, encoding="utf-8")
+        for words, code, part in [
+            (["job.json"], 2, "which file, and what of it?"),
+            (["job.json", "hole"], 2, "what to show is one of bars, works,"),
+            (["job.json", "dimensions"], 2, "dimensions need a --barcode"),
+            (["job.json", "labels", "--bar", "1"], 2, "--bar is for bars and cuts"),
+            (["job.json", "cuts", "--barcode", "1"], 2, "--barcode is for works and dimensions"),
+            (["no.json", "cuts"], 3, "cannot read no.json"),
+            (["bad.json", "cuts"], 3, "(errorCode -2)"),
+            (["none.json", "cuts"], 3, "(errorCode -3)"),
+            (["raises.json", "cuts"], 1, "get_cut: stoi; cusdesk check tells where"),
+        ]:
+            output, error = self.show(*words, code=code)
+            self.assertEqual(output, "")
+            self.assertIn(part, error)
+
+    def test_plugin_s_lines_keep_out_of_the_answer(self):
+        self.assertEqual(self.show("job.json", "cuts")[1], "")
+        output, error = self.show("job.json", "cuts", "-v")
+        self.assertNotIn("The string ends", output)
+        self.assertIn("The string ends with .json\n", error)
+
+    def test_table_fits_a_narrow_terminal(self):
+        for columns in (50, 70):
+            leader, follower = pty.openpty()
+            fcntl.ioctl(follower, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+            subprocess.run([CUSDESK, "show", "job.json", "bars"], cwd=self.folder, check=True,
+                           stdout=follower, stderr=subprocess.PIPE, timeout=60)
+            os.close(follower)
+            lines = os.read(leader, 65536).decode("utf-8").splitlines()
+            os.close(leader)
+            self.assertEqual(len(lines), 3)
+            for line in lines:
+                self.assertLessEqual(len(line.replace("\u7a93", "xx")), columns, lines)
+            self.assertIn("…", lines[0])
+
+
+unittest.main()
