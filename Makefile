@@ -7,10 +7,11 @@
 #   make sanitize, make clang   the tests under sanitizers, or built with clang
 #   make fuzz     each fuzz target for FUZZ_SECONDS (60), FUZZ_JOBS (1) of them side by side
 #   make soak     10,000 loads, 1,000 plug-ins loaded and unloaded, the unit tests under valgrind
+#   make coverage what the tests reach of the plug-in, held against tests/coverage/unreached.txt
 #   make lint     clang-tidy over everything
 #   make format   format the sources
 #   make browser  install what the browser test needs: without it make test skips that one
-.PHONY: run test build sanitize clang arm armhf arm64 packages fuzz soak lint format browser setup setup-arm clean
+.PHONY: run test build sanitize clang arm armhf arm64 packages fuzz soak coverage lint format browser setup setup-arm clean
 
 FUZZ_SECONDS ?= 60
 FUZZ_JOBS ?= 1
@@ -54,6 +55,13 @@ fuzz: setup
 soak: build
 	tests/robustness/run_valgrind.sh build
 	build/bin/soak build/libCustom_LuaParseModule.so 10000 1000
+
+coverage: setup
+	cmake --preset coverage
+	cmake --build --preset coverage
+	find build/coverage -name '*.gcda' -delete
+	ctest --preset coverage -j2
+	python3 tests/coverage/check_coverage.py . build/coverage
 
 lint: setup
 	cmake --preset clang

@@ -17,6 +17,12 @@ if(CUS_SANITIZE)
   add_link_options(-fsanitize=${CUS_SANITIZE})
 endif()
 
+if(CUS_COVERAGE)
+  # Updated atomically: programs that fork count as well.
+  add_compile_options(--coverage -O0 -fno-inline -fprofile-update=atomic)
+  add_link_options(--coverage)
+endif()
+
 # Everything that a fuzzer is to find its way through reports which branches it takes.
 if(CUS_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link,float-cast-overflow)
