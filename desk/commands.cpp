@@ -32,7 +32,7 @@ namespace {
 /// the PC's own.
 std::string rootDirectory(const Arguments& global) {
   if (!global.has("root")) return shippedExamples();
-  const std::string root = global.value("root");
+  std::string root = global.value("root");
   if (root.empty()) throw Error(kExitUsage, "option '--root' needs a directory");
   std::error_code reason;
   if (!std::filesystem::is_directory(root, reason)) {

@@ -33,7 +33,7 @@ int loadXmlFile(const std::string& path, tinyxml2::XMLDocument& document,
 class CHttpDownload {
  public:
   CHttpDownload();
-  ~CHttpDownload();
+  ~CHttpDownload();  // NOLINT(performance-trivially-destructible): the host says what it does
 
   /// @param url     http or https address
   /// @param target  absolute path on the controller of the file to write; empty: keep nothing

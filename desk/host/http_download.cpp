@@ -50,20 +50,16 @@ bool findTarget(const std::string& target, std::string& file, std::string& reaso
 }
 
 DownloadResult fetchInto(const std::string& url, const std::string& target) {
-  DownloadResult result;
-  std::string file;
+  std::string file, reason;
   TemporaryFile temporary;
-  if (!findTarget(target, file, result.reason)) {
-    result.code = DownloadCode::TargetRefused;
-  } else if (!temporary.create(file, result.reason)) {
-    result.code = DownloadCode::CannotWrite;
-  } else if (result = transfer(url, &temporary); result.code != DownloadCode::Done) {
-    return result;
-  } else if (!loadsAsItsTarget(target, temporary.path(), result.reason)) {
-    result.code = DownloadCode::NotADocument;
-  } else if (!temporary.commit(result.reason)) {
-    result.code = DownloadCode::CannotWrite;
+  if (!findTarget(target, file, reason)) return {DownloadCode::TargetRefused, reason};
+  if (!temporary.create(file, reason)) return {DownloadCode::CannotWrite, reason};
+  DownloadResult result = transfer(url, &temporary);
+  if (result.code != DownloadCode::Done) return result;
+  if (!loadsAsItsTarget(target, temporary.path(), reason)) {
+    return {DownloadCode::NotADocument, reason};
   }
+  if (!temporary.commit(reason)) return {DownloadCode::CannotWrite, reason};
   return result;
 }
 

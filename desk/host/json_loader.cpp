@@ -2,8 +2,8 @@
 #include <json/value.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <memory>
+#include <sstream>
 
 #include "desk/host/documents.h"
 #include "desk/host/settings.h"
@@ -27,13 +27,11 @@ std::unique_ptr<Json::CharReader> makeReader() {
 /// Takes the first fault from the library's list: "* Line 3, Column 5\n  reason.\n".
 DocumentFault firstFault(const std::string& errors) {
   DocumentFault fault;
-  int used = 0;
-  if (std::sscanf(errors.c_str(), "* Line %d, Column %d %n", &fault.line, &fault.column, &used) !=
-      2) {
-    return {0, 0, errors};
-  }
-  fault.reason = errors.substr(static_cast<std::size_t>(used));
-  fault.reason.erase(std::min(fault.reason.find('\n'), fault.reason.size()));
+  std::istringstream list(errors);
+  std::string word;
+  char comma = '\0';
+  list >> word >> word >> fault.line >> comma >> word >> fault.column >> std::ws;
+  if (!list || !std::getline(list, fault.reason)) return {0, 0, errors};
   return fault;
 }
 
