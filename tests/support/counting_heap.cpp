@@ -58,6 +58,14 @@ Live live() {
   return {liveBytes, liveBlocks};
 }
 
+bool countsMalloc() {
+#ifdef COUNTS_OPERATOR_NEW
+  return false;
+#else
+  return true;
+#endif
+}
+
 void failAfter(unsigned long long count, bool all) {
   left = count;
   failsAll = all;

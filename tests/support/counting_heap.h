@@ -20,6 +20,9 @@ struct Live {
 
 Live live();
 
+/// Whether what malloc gives counts too, and not operator new alone.
+bool countsMalloc();
+
 /// Lets one allocation of this thread fail, the one after `count` more that succeed; with `all`
 /// every one from there on. Other threads go on undisturbed.
 void failAfter(unsigned long long count, bool all = false);
