@@ -18,7 +18,7 @@ std::string textOfAllWorks(const std::list<std::pair<std::string, WORK_T>>& work
 /// The answer to one question; a finding when the plain walk answers differently.
 template <class Answer, class Expected>
 std::string ask(unsigned allowed, const char* query, Answer&& answer, Expected&& expected) {
-  const std::string got = outcomeOf(allowed, answer);
+  std::string got = outcomeOf(allowed, answer);
   require(got == outcomeOf(allowed, expected), query);
   return got;
 }
@@ -75,7 +75,7 @@ std::string askBarCode(Reader& reader) {
     }
   }
   if (first == nullptr) return reader.getBarCode("none", "0");
-  const std::string got = reader.getBarCode(first->BarNumber, first->piece[0].PieceNumber);
+  std::string got = reader.getBarCode(first->BarNumber, first->piece[0].PieceNumber);
   require(got == expected, "getBarCode");
   return got;
 }

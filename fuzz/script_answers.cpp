@@ -96,7 +96,11 @@ std::string dimensions(const std::string& barCode) {
   std::string text;
   for (const auto& [owner, work] : askCurrent([](auto& reader) { return reader.getAllWork(); })) {
     // kept: a work of another piece begins a new result
-    text = owner == barCode ? text + dimensionsOf(barCode) + "\n" : "";
+    if (owner == barCode) {
+      text += dimensionsOf(barCode) + "\n";
+    } else {
+      text.clear();
+    }
   }
   return text;
 }

@@ -2,6 +2,7 @@
 
 #include <json/json.h>
 
+#include <charconv>
 #include <memory>
 #include <sstream>
 
@@ -73,7 +74,7 @@ Version parseVersion(const std::string& text) {
   Version version{text.substr(0, split), {}};
   std::istringstream parts(text.substr(split + 1));
   for (std::string part; std::getline(parts, part, '.');) {
-    version.number.push_back(std::atoi(part.c_str()));
+    std::from_chars(part.data(), part.data() + part.size(), version.number.emplace_back());
   }
   return version;
 }

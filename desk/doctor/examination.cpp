@@ -153,7 +153,9 @@ void Examination::missing(const std::string& subject, const std::vector<std::str
                           const std::string& otherwise, const std::string& consequence) {
   std::vector<std::string> problems;
   for (const std::string& name : names) {
-    if (exported_.count(name) == 0) problems.push_back("no " + name + ": " + consequence);
+    if (exported_.count(name) != 0) continue;
+    problems.push_back("no ");
+    problems.back().append(name).append(": ").append(consequence);
   }
   judge(subject, problems, otherwise);
 }

@@ -124,6 +124,7 @@ std::vector<std::string> newestNeeded(const ElfFile& plugin) {
     families.insert(parseVersion(symbol.version).family);
   }
   std::vector<std::string> result;
+  result.reserve(families.size());
   for (const std::string& family : families) result.push_back(newest(family, versions));
   return result;
 }

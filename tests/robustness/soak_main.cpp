@@ -49,7 +49,8 @@ std::string nameOf(int job) {
 void writeJobs(const TempTree& tree) {
   for (int job = 0; job < kJobs; ++job) {
     const bool isJson = job % 2 == 0;
-    const made_jobs::Size size{1 + job % 4, 1 + job % 7, job % 3, std::string(1 + job * 3, 'a')};
+    const made_jobs::Size size{1 + job % 4, 1 + job % 7, job % 3,
+                               std::string(static_cast<std::size_t>(1 + job * 3), 'a')};
     std::string text = isJson ? made_jobs::json(size) : made_jobs::xml(size);
     if (job % 5 == 3) text.resize(text.size() / 2);
     if (job % 5 == 4)

@@ -29,7 +29,7 @@ bool fails(Call call) {
 }
 
 std::size_t bounded(std::size_t size) {
-  return armed && fault.most > 0 ? std::min<std::size_t>(size, fault.most) : size;
+  return armed && fault.most > 0 ? std::min(size, static_cast<std::size_t>(fault.most)) : size;
 }
 
 }  // namespace
