@@ -6,15 +6,17 @@
 #   make packages all packages, for PCs and both ARMs, into build/packages; tries each in a clean root
 #   make sanitize, make clang   the tests under sanitizers, or built with clang
 #   make fuzz     each fuzz target for FUZZ_SECONDS (60), FUZZ_JOBS (1) of them side by side
+#   make threads  the panel's page, clicks and scripts for THREAD_SECONDS (60) under ThreadSanitizer
 #   make soak     10,000 loads, 1,000 plug-ins loaded and unloaded, the unit tests under valgrind
 #   make coverage what the tests reach of the plug-in, held against tests/coverage/unreached.txt
 #   make lint     clang-tidy over everything
 #   make format   format the sources
 #   make browser  install what the browser test needs: without it make test skips that one
-.PHONY: run test build sanitize clang arm armhf arm64 packages fuzz soak coverage lint format browser setup setup-arm clean
+.PHONY: run test build sanitize clang arm armhf arm64 packages fuzz threads soak coverage lint format browser setup setup-arm clean
 
 FUZZ_SECONDS ?= 60
 FUZZ_JOBS ?= 1
+THREAD_SECONDS ?= 60
 
 run: build
 	build/cusdesk run examples/demo.lua
@@ -51,6 +53,12 @@ fuzz: setup
 	cmake --preset fuzz
 	cmake --build --preset fuzz
 	python3 fuzz/run_fuzzers.py build/fuzzers --seconds $(FUZZ_SECONDS) --jobs $(FUZZ_JOBS)
+
+threads: setup
+	cmake --preset threads
+	cmake --build --preset threads
+	TSAN_OPTIONS=suppressions=$(CURDIR)/tests/desk/panel/tsan.supp \
+	  python3 tests/desk/panel/threads_test.py build/threads/cusdesk $(THREAD_SECONDS)
 
 soak: build
 	tests/robustness/run_valgrind.sh build
