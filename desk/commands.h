@@ -18,6 +18,7 @@ std::string applyGlobalOptions(const Arguments& global);
 
 Command checkCommand();
 Command doctorCommand();
+Command drawCommand();
 Command panelCommand();
 Command runCommand();
 Command showCommand();

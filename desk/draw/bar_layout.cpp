@@ -75,8 +75,8 @@ class Layout {
     PiecePlace place{&piece};
     place.start = place_.used;
     if (read(piece.Length, kLongest, place.length)) {
-      place.outline = shapeOf(piece, place);
-      addWorks(piece, place);
+      shape(place);
+      addWorks(place);
     } else {
       note(Oddity::NoPieceLength);
     }
@@ -85,18 +85,22 @@ class Layout {
     place_.pieces.push_back(std::move(place));
   }
 
-  std::vector<Point> shapeOf(const PIECE_T& piece, const PiecePlace& place) {
-    const double left = angleOf(piece.sxB);
-    const double right = angleOf(piece.dxB);
-    if (right == 135.0) note(Oddity::RightEndOf135);
-    std::vector<Point> outline = outlineOf(place.start, place.length, place_.width, left, right);
-    if (!outline.empty()) return outline;
+  void shape(PiecePlace& place) {
+    place.leftAngle = angleOf(place.piece->sxB);
+    place.rightAngle = angleOf(place.piece->dxB);
+    if (place.rightAngle == 135.0) note(Oddity::RightEndOf135);
+    const auto outline = [&] {
+      return outlineOf(place.start, place.length, place_.width, place.leftAngle, place.rightAngle);
+    };
+    place.outline = outline();
+    if (!place.outline.empty()) return;
     note(Oddity::CrossingCuts);
-    return outlineOf(place.start, place.length, place_.width, kSquare, kSquare);
+    place.leftAngle = place.rightAngle = kSquare;
+    place.outline = outline();
   }
 
-  void addWorks(const PIECE_T& piece, PiecePlace& place) {
-    for (const WORK_T& work : piece.work) {
+  void addWorks(PiecePlace& place) {
+    for (const WORK_T& work : place.piece->work) {
       const bool isOn = work.PositionX >= 0.0 && work.PositionX <= place.length &&
                         work.PositionY >= 0.0 && work.PositionY <= place_.width;
       if (isOn) {

@@ -28,6 +28,8 @@ struct PiecePlace {
   const PIECE_CHILD_SECOND_T* piece;  ///< in the job
   double start = 0.0;                 ///< of its left tip, on the bar
   double length = 0.0;                ///< from tip to tip; 0: the job tells none
+  double leftAngle = 90.0;            ///< as drawn, see outlineOf
+  double rightAngle = 90.0;
   /// Its corners: lower left, lower right, upper right, upper left. Empty without a length.
   std::vector<Point> outline{};
   std::vector<WorkPlace> works{};  ///< those that lie on the piece

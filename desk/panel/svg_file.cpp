@@ -46,10 +46,12 @@ void writeSvg(const std::string& svg, const std::string& file) {
   if (!out) throw Error(kExitCannot, "cannot write " + file);
 }
 
-void writePng(const std::string& svg, const std::string& file) {
+void writePng(const std::string& svg, const std::string& file, int dotsPerInch) {
   const MemoryFile input(svg);
-  const pid_t child =
-      startProcess({kConverter, "--format=png", "--output=" + file}, input.number());
+  const std::string dots = std::to_string(dotsPerInch);
+  const pid_t child = startProcess(
+      {kConverter, "--format=png", "--dpi-x=" + dots, "--dpi-y=" + dots, "--output=" + file},
+      input.number());
   if (child < 0) {
     throw Error(kExitCannot, std::string("cannot write ") + file + ": PNG needs the program " +
                                  kConverter + " (package librsvg2-bin)");

@@ -10,6 +10,7 @@ void writeSvg(const std::string& svg, const std::string& file);
 
 /// Writes `svg` to the PNG `file`, with the converter of the system. Throws Error when there is no
 /// converter, or when it fails.
-void writePng(const std::string& svg, const std::string& file);
+/// @param dotsPerInch for sizes that are given in millimetres
+void writePng(const std::string& svg, const std::string& file, int dotsPerInch = 96);
 
 }  // namespace desk

@@ -1,35 +1,18 @@
 #include <tinyxml2.h>
-#include <utf8.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
 #include <memory>
 
+#include "desk/host/svg/xml_text.h"
 #include "host/utility.h"
 
 namespace UTILITY {
 namespace {
 
-constexpr std::uint32_t kReplacement = 0xFFFD;
-
 /// Where the baseline lies below the middle of a line, in hundredths of the em square. Computed
 /// here because viewers differ in how they align a text's middle.
 constexpr std::int64_t kBaselinePercent = 36;
-
-std::string writable(const std::string& text) {
-  std::string valid;
-  utf8::unchecked::replace_invalid(text.begin(), text.end(), std::back_inserter(valid),
-                                   kReplacement);
-  std::string clean;
-  for (auto at = valid.cbegin(); at != valid.cend();) {
-    std::uint32_t codePoint = utf8::unchecked::next(at);
-    if (codePoint < 0x20 || (codePoint >= 0x7F && codePoint <= 0x9F)) codePoint = ' ';
-    if (codePoint == 0xFFFE || codePoint == 0xFFFF) codePoint = kReplacement;
-    utf8::unchecked::append(codePoint, std::back_inserter(clean));
-  }
-  return clean;
-}
 
 }  // namespace
 
@@ -98,7 +81,7 @@ void CSVGCreator::text(const tagPOINT& at, const std::string& text, int fontSize
   printer.PushAttribute("font-size", fontSize);
   if (bold) printer.PushAttribute("font-weight", "bold");
   printer.PushAttribute("fill", fill);
-  printer.PushText(writable(text).c_str());
+  printer.PushText(deskhost::xmlText(text).c_str());
   printer.CloseElement();
 }
 

@@ -1,0 +1,48 @@
+// One bar of a drawing: a line about it, the bar itself, its pieces' texts, what is odd about it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "desk/draw/bar_layout.h"
+#include "desk/draw/piece_label.h"
+#include "desk/draw/scale.h"
+#include "desk/draw/svg_canvas.h"
+#include "desk/draw/work_marks.h"
+
+namespace desk::draw {
+
+class BarPicture {
+ public:
+  /// Bar and marks must outlive the picture.
+  BarPicture(const BarPlace& bar, const Scale& scale, const WorkMarks& marks);
+
+  /// With the gap to the next bar, mm. Always less than half a page.
+  double height() const;
+
+  /// Draws the bar from `top` down, mm.
+  void draw(SvgCanvas& canvas, double top) const;
+
+ private:
+  void drawTitle(SvgCanvas& canvas, double top) const;
+  void drawStock(SvgCanvas& canvas, double bottom) const;
+  void drawPiece(SvgCanvas& canvas, std::size_t index, double bottom) const;
+  void drawLabel(SvgCanvas& canvas, std::size_t index, double bottom) const;
+  void drawLines(SvgCanvas& canvas, double top) const;
+
+  double band() const { return bar_.width / scale_.across; }
+  double length(double onBar) const { return onBar / scale_.along; }
+  /// Where a point of the bar lies on paper, whose band ends at `bottom`.
+  Point onPaper(const Point& point, double bottom) const;
+  std::string nameOf(std::size_t index) const;
+
+  const BarPlace& bar_;
+  Scale scale_;
+  const WorkMarks& marks_;
+  std::vector<PieceLabel> labels_;
+  double labelHeight_ = 1.0;          ///< what they take below the band
+  std::vector<std::string> list_;     ///< what had no room at the pieces
+  std::vector<std::string> remarks_;  ///< what is odd
+};
+
+}  // namespace desk::draw

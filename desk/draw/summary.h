@@ -1,0 +1,34 @@
+// What a drawing says in words: how much of each bar is used, and what is odd about it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "desk/draw/bar_layout.h"
+#include "desk/show/table.h"
+
+namespace desk::draw {
+
+/// A length or an angle in as few digits as a hundredth needs.
+std::string numberText(double number);
+
+/// How much of the bar the pieces take: "95.4 %". Empty where the bar is too short or has no
+/// length.
+std::string yieldText(const BarPlace& bar);
+
+/// "5 pieces, 6000 of 6500 used, 500 left over (the job says 270), yield 92.3 %"
+std::string summaryText(const BarPlace& bar);
+
+/// What a piece is called: its number, else its place on the bar in brackets.
+std::string pieceName(const BAR_T& bar, int place);
+
+/// Whole sentences, one for each kind of oddity, with the pieces it is about.
+std::vector<std::string> remarkTexts(const BarPlace& bar);
+
+/// "7 bars, 46 pieces, yield 95.4 %"; bars whose pieces do not fit count for no yield.
+std::string totalText(const std::vector<BarPlace>& bars);
+
+/// One row for each bar, for the command line. "stated" is what the job says is left over.
+show::Table summaryTable(const std::vector<BarPlace>& bars);
+
+}  // namespace desk::draw

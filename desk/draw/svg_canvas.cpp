@@ -1,0 +1,106 @@
+#include "desk/draw/svg_canvas.h"
+
+#include <cmath>
+
+#include "desk/host/svg/xml_text.h"
+#include "desk/number_text.h"
+
+namespace desk::draw {
+
+namespace {
+
+/// A hundredth of a millimetre is finer than any printer.
+std::string number(double value) {
+  const double rounded = std::round(value * 100.0) / 100.0;
+  return rounded == 0.0 ? "0" : shortestText(rounded);  // no "-0"
+}
+
+std::string pair(const Point& point) {
+  return number(point.x) + "," + number(point.y);
+}
+
+}  // namespace
+
+SvgCanvas::SvgCanvas(double width, double height, const std::string& title,
+                     const char* styleSheet) {
+  printer_.OpenElement("svg");
+  printer_.PushAttribute("xmlns", "http://www.w3.org/2000/svg");
+  printer_.PushAttribute("width", (number(width) + "mm").c_str());
+  printer_.PushAttribute("height", (number(height) + "mm").c_str());
+  printer_.PushAttribute("viewBox", ("0 0 " + number(width) + " " + number(height)).c_str());
+  pushTitle(title);
+  printer_.OpenElement("style");
+  printer_.PushText(styleSheet);
+  printer_.CloseElement();
+}
+
+void SvgCanvas::rectangle(double x, double y, double width, double height, const char* kind) {
+  open("rect", kind);
+  push("x", x);
+  push("y", y);
+  push("width", width);
+  push("height", height);
+  printer_.CloseElement();
+}
+
+void SvgCanvas::line(const Point& from, const Point& to, const char* kind) {
+  open("line", kind);
+  push("x1", from.x);
+  push("y1", from.y);
+  push("x2", to.x);
+  push("y2", to.y);
+  printer_.CloseElement();
+}
+
+void SvgCanvas::polygon(const std::vector<Point>& corners, const char* kind) {
+  std::string points;
+  for (const Point& corner : corners) points += (points.empty() ? "" : " ") + pair(corner);
+  open("polygon", kind);
+  printer_.PushAttribute("points", points.c_str());
+  printer_.CloseElement();
+}
+
+void SvgCanvas::path(const Point& at, const char* relative, const std::string& kind) {
+  open("path", kind.c_str());
+  printer_.PushAttribute("d", ("M" + pair(at) + relative).c_str());
+  printer_.CloseElement();
+}
+
+void SvgCanvas::text(const Point& at, const std::string& text, const char* kind) {
+  open("text", kind);
+  push("x", at.x);
+  push("y", at.y);
+  printer_.PushText(deskhost::xmlText(text).c_str());
+  printer_.CloseElement();
+}
+
+void SvgCanvas::beginGroup(const std::string& title) {
+  printer_.OpenElement("g");
+  pushTitle(title);
+}
+
+void SvgCanvas::endGroup() {
+  printer_.CloseElement();
+}
+
+std::string SvgCanvas::finish() {
+  printer_.CloseElement();
+  return printer_.CStr();
+}
+
+void SvgCanvas::open(const char* name, const char* kind) {
+  printer_.OpenElement(name);
+  printer_.PushAttribute("class", kind);
+}
+
+void SvgCanvas::push(const char* name, double value) {
+  printer_.PushAttribute(name, number(value).c_str());
+}
+
+void SvgCanvas::pushTitle(const std::string& title) {
+  printer_.OpenElement("title");
+  printer_.PushText(deskhost::xmlText(title).c_str());
+  printer_.CloseElement();
+}
+
+}  // namespace desk::draw

@@ -1,0 +1,162 @@
+"""`cusdesk draw` from the command line: whole pictures, whole summaries, pages, odd jobs.
+
+Usage: draw_command_test.py CUSDESK      UPDATE_EXPECTED=1 in the environment rewrites the picture
+"""
+
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+import xml.etree.ElementTree as ElementTree
+
+CUSDESK = sys.argv.pop()
+EXPECTED = pathlib.Path(__file__).with_name("expected")
+SVG = "{http://www.w3.org/2000/svg}"
+
+
+def piece(number, length, left="90", right="90", works=(), **more):
+    return {"PieceNumber": number, "BarCode": f"A-{number}", **more,
+            "cut": {"Length": length, "sxB": left, "dxB": right},
+            "work": [{"Name": name, "ProfiLav": 1, "PositionX": x, "PositionY": y, "PositionZ": 5.0}
+                     for name, x, y in works]}
+
+
+def bar(number, length, *pieces, **more):
+    return {"BarNumber": number, "MaxY": 65, "length": length, "BarName": "外框",
+            "BarLeftLength": 100, "piece": pieces, **more}
+
+
+MITRES = [bar(1, 6500,
+              piece(1, "1200", "45", "135", [("销孔", 28.0, 32.5), ("槽", 600.0, 10.0)]),
+              piece(2, "1300.5", "135", "45", [("槽", 650.0, 10.0)]),
+              piece(3, "900", "90", "60"), piece(4, "800", "30", "150"))]
+ODD = [
+    bar(1, 6500),
+    bar(2, 2000, piece(1, "900"), piece(2, "900"), piece(3, "300")),
+    bar(3, 6500, piece(1, "abc"), piece(2, "900mm", "left"), piece(3, "100", "45", "45"),
+        piece(4, "500", works=[("远", 900.0, 10.0)], BarCode="\u0001]]>\u0000<&\"长" * 9)),
+    bar(4, 6500, *[piece(n, "40", works=[(f"w{n}", 20.0, 9.0)]) for n in range(100)],
+        BarName="<型材>\n" * 40),
+]
+ODD_SUMMARY = """\
+bar  profile                           pieces  length  used  left  stated  yield
+---  --------------------------------  ------  ------  ----  ----  ------  ------
+  1  外框                                   0    6500     0  6500     100  0.0 %
+  2  外框                                   3    2000  2100  -100     100
+  3  外框                                   4    6500  1500  5000     100  23.1 %
+  4  <型材>\\n<型材>\\n<型材>\\n<型材>\\…     100    6500  4000  2500     100  61.5 %
+
+bar 1: no pieces
+bar 2: the pieces do not fit: they are too long by 100
+bar 3: piece 1: no length to cut, left out
+bar 3: piece 2: a number is followed by something else
+bar 3: piece 2: an end has no angle between 0 and 180, drawn square
+bar 3: piece 3: too short for its angles, drawn square
+bar 3: piece 4: works beside the piece, left out
+4 bars, 107 pieces, yield 28.2 %
+"""
+
+
+class Draw(unittest.TestCase):
+    maxDiff = None
+
+    def setUp(self):
+        temporary = tempfile.TemporaryDirectory()
+        self.addCleanup(temporary.cleanup)
+        self.folder = pathlib.Path(temporary.name)
+
+    def run_draw(self, *words, **options):
+        return subprocess.run([CUSDESK, "draw", *words], capture_output=True, text=True,
+                              timeout=120, check=False, cwd=self.folder, **options)
+
+    def job(self, bars, name="job.json", **header):
+        text = json.dumps({"Version": "1.0", "Name": "试 <&> 样", "Bar": bars, **header})
+        (self.folder / name).write_text(text, encoding="utf-8")
+        return name
+
+    def draw(self, *words):
+        answer = self.run_draw(*words, "-o", "-")
+        self.assertEqual((answer.returncode, answer.stderr), (0, ""))
+        return answer.stdout
+
+    def test_mitres_both_ways_are_the_picture_that_was_looked_at(self):
+        svg = self.draw(self.job(MITRES))
+        expected = EXPECTED / "mitres.svg"
+        if os.environ.get("UPDATE_EXPECTED"):
+            expected.write_text(svg, encoding="utf-8")
+        self.assertEqual(svg, expected.read_text(encoding="utf-8"))
+
+    def test_odd_jobs_are_well_formed_the_same_each_time_and_summed_up(self):
+        name = self.job(ODD)
+        answer = self.run_draw(name, "-o", "odd.svg")
+        self.assertEqual((answer.returncode, answer.stderr), (0, ""))
+        self.assertEqual(answer.stdout, ODD_SUMMARY)
+        svg = (self.folder / "odd.svg").read_text(encoding="utf-8")
+        self.assertEqual(svg, self.draw(name))
+        kinds = [e.get("class") for e in ElementTree.fromstring(svg).iter() if e.get("class")]
+        self.assertEqual((kinds.count("piece"), kinds.count("over"), kinds.count("end")),
+                         (105, 1, 2), "one piece does not fit, one has no length")
+        lint = subprocess.run(["xmllint", "--noout", "odd.svg"], cwd=self.folder, check=False,
+                              capture_output=True, text=True)
+        self.assertEqual((lint.returncode, lint.stderr), (0, ""))
+
+    def test_nothing_to_draw_is_said(self):
+        for bars, words in [([], ["The job has no bars."]), ([bar(1, 6500)], ["no pieces"])]:
+            svg = self.draw(self.job(bars))
+            remarks = [e.text for e in ElementTree.fromstring(svg).iter(SVG + "text")
+                       if e.get("class") == "remark"]
+            self.assertEqual(remarks, words)
+
+    def test_fifty_bars_take_whole_pages_and_no_bar_crosses_an_edge(self):
+        pieces = [piece(n, str(700 + 9 * n), "45", "135") for n in range(1, 7)]
+        name = self.job([bar(n, 6500, *pieces) for n in range(1, 51)])
+        root = ElementTree.fromstring(self.draw(name))
+        height = float(root.get("viewBox").split()[3])
+        self.assertEqual(height % 210, 0)
+        self.assertLess(height, 15 * 210)
+        for group in root.iter(SVG + "g"):
+            ys = [float(text.get("y")) for text in group.iter(SVG + "text")]
+            for polygon in group.iter(SVG + "polygon"):
+                ys += [float(point.split(",")[1]) for point in polygon.get("points").split()]
+            self.assertEqual((min(ys) - 10) // 210, (max(ys) + 10) // 210)
+
+    def test_bars_can_be_chosen_and_the_unit_is_the_job_s(self):
+        name = self.job([bar(1, 90, piece(1, "9")), bar(7, 80, piece(5, "8"))], Unit="inch")
+        svg = self.draw(name, "--bar", "7")
+        self.assertIn(">job.json  ·  1 bar, 1 piece, yield 10.0 %  ·  lengths in inch<", svg)
+        self.assertNotIn("A-1", svg)
+
+    def test_png_shows_the_same(self):
+        name = self.job(MITRES)
+        answer = self.run_draw(name, "-q", "-o", "job.png")
+        self.assertEqual((answer.returncode, answer.stdout, answer.stderr), (0, "", ""))
+        picture = (self.folder / "job.png").read_bytes()
+        self.assertEqual(picture[:8], b"\x89PNG\r\n\x1a\n")
+        self.assertGreater(int.from_bytes(picture[16:20], "big"), 2200, "297 mm at 192 dpi")
+
+    def test_what_cannot_be_drawn_is_answered_with_one_line(self):
+        good = self.job(MITRES)
+        (self.folder / "broken.json").write_text("{")
+        (self.folder / "letters.xml").write_text(
+            "<J><Bar><Piece><CtrsZ>1</CtrsZ><Work><ProfiLav>x</ProfiLav></Work></Piece></Bar></J>")
+        for words, code, line in [
+            (["-o", "a.svg"], 2, "draw: which file?"),
+            ([good], 2, "draw: say where to draw"),
+            ([good, "-o", "a.jpg"], 2, "draw: say where to draw"),
+            (["none.json", "-o", "a.svg"], 3, "cannot read none.json: no such file"),
+            (["broken.json", "-o", "a.svg"], 3, "cannot load broken.json: errorCode -2"),
+            (["letters.xml", "-o", "a.svg"], 3, "cannot load letters.xml: stod"),
+            ([good, "--bar", "2", "-o", "a.svg"], 3, "draw: the job has no bar 2"),
+            ([good, "-o", "none/a.svg"], 3, "cannot write none/a.svg"),
+        ]:
+            answer = self.run_draw(*words)
+            last = answer.stderr.splitlines()[-1]
+            self.assertEqual((answer.returncode, answer.stdout), (code, ""), words)
+            self.assertTrue(last.startswith("cusdesk: " + line), answer.stderr)
+            self.assertFalse((self.folder / "a.svg").exists())
+
+
+unittest.main()
