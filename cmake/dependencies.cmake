@@ -15,6 +15,7 @@ endforeach()
 
 if(CUS_BUILD_DESK)
   pkg_check_modules(libcurl REQUIRED IMPORTED_TARGET GLOBAL libcurl)
+  pkg_check_modules(libedit REQUIRED IMPORTED_TARGET GLOBAL libedit)
   pkg_check_modules(libelf REQUIRED IMPORTED_TARGET GLOBAL libelf)
   pkg_check_modules(cpp_httplib REQUIRED IMPORTED_TARGET GLOBAL cpp-httplib)
   find_package(Threads REQUIRED)

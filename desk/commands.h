@@ -20,6 +20,7 @@ Command checkCommand();
 Command doctorCommand();
 Command drawCommand();
 Command panelCommand();
+Command replCommand();
 Command runCommand();
 Command showCommand();
 

@@ -2,8 +2,10 @@
 
 #include <cstdio>
 #include <exception>
+#include <optional>
 
 #include "desk/errors.h"
+#include "desk/output_detour.h"
 
 namespace desk {
 
@@ -11,9 +13,24 @@ namespace {
 
 constexpr char kModule[] = "cus_ParseModule";
 
-/// Calls the module function in upvalue 1, whose name is upvalue 2. Errors of Lua's own pass.
+/// Keeps the plug-in's lines where they belong while it lives.
+class LineDetour {
+ public:
+  explicit LineDetour(PluginLines lines) {
+    if (lines == PluginLines::Kept) return;
+    detour_.emplace(lines == PluginLines::Dropped ? OutputDetour::To::Nowhere
+                                                  : OutputDetour::To::StandardError);
+  }
+
+ private:
+  std::optional<OutputDetour> detour_;
+};
+
+/// Calls the module function in upvalue 1, whose name is upvalue 2; upvalue 3 says what becomes of
+/// its lines. Errors of Lua's own pass.
 int callGuarded(lua_State* L) {
   try {
+    const LineDetour detour(static_cast<PluginLines>(lua_tointeger(L, lua_upvalueindex(3))));
     return lua_tocfunction(L, lua_upvalueindex(1))(L);
   } catch (const std::exception& exception) {
     lua_settop(L, 0);
@@ -24,7 +41,7 @@ int callGuarded(lua_State* L) {
   return lua_error(L);
 }
 
-/// Puts the guard around every function of the module, in place.
+/// Puts the guard around every function of the module, in place. The argument is for the guard.
 int guardModule(lua_State* L) {
   lua_getglobal(L, kModule);
   const int module = lua_gettop(L);
@@ -34,7 +51,8 @@ int guardModule(lua_State* L) {
       continue;
     }
     lua_pushvalue(L, -2);                 // name, function, name
-    lua_pushcclosure(L, callGuarded, 2);  // name, guard
+    lua_pushvalue(L, 1);                  // name, function, name, lines
+    lua_pushcclosure(L, callGuarded, 3);  // name, guard
     lua_pushvalue(L, -2);                 // name, guard, name
     lua_insert(L, -2);                    // name, name, guard
     lua_settable(L, module);              // name
@@ -53,20 +71,6 @@ int traceback(lua_State* L) {
   return 1;
 }
 
-/// The global `arg`: the script at 0, its arguments from 1 on.
-void setArguments(lua_State* L, const std::string& script,
-                  const std::vector<std::string>& arguments) {
-  lua_newtable(L);
-  lua_pushstring(L, script.c_str());
-  lua_rawseti(L, -2, 0);
-  lua_Integer position = 0;
-  for (const std::string& argument : arguments) {
-    lua_pushstring(L, argument.c_str());
-    lua_rawseti(L, -2, ++position);
-  }
-  lua_setglobal(L, "arg");
-}
-
 /// Reports what a protected call left on the stack.
 int reportFailure(lua_State* L, int status) {
   // A status below zero is a C++ exception that Lua let through; what lies on the stack is chance.
@@ -79,31 +83,62 @@ int reportFailure(lua_State* L, int status) {
 
 }  // namespace
 
-ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors) : state_(luaL_newstate()) {
+ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLines lines)
+    : state_(luaL_newstate()) {
   if (state_ == nullptr) throw Error(kExitCannot, "not enough memory for a Lua state");
   lua_State* L = state();
   luaL_openlibs(L);
-  plugin.registerModule(L);
+  {
+    const LineDetour detour(lines);
+    plugin.registerModule(L);
+  }
   if (errors == ModuleErrors::Raw) return;
   lua_pushcfunction(L, guardModule);
-  if (lua_pcall(L, 0, 0, 0) != LUA_OK) {
+  lua_pushinteger(L, static_cast<int>(lines));
+  if (lua_pcall(L, 1, 0, 0) != LUA_OK) {
     throw Error(kExitCannot, "the plug-in registered no module " + std::string(kModule));
   }
 }
 
 int ScriptEngine::run(const std::string& script, const std::vector<std::string>& arguments) {
   lua_State* L = state();
-  setArguments(L, script, arguments);
-  lua_pushcfunction(L, traceback);
+  setArguments(script, arguments);
   const int loaded = luaL_loadfile(L, script == "-" ? nullptr : script.c_str());
   if (loaded == LUA_ERRFILE) throw Error(kExitCannot, lua_tostring(L, -1));
   if (loaded != LUA_OK) return reportFailure(L, loaded);
-  luaL_checkstack(L, static_cast<int>(arguments.size()), "too many arguments");
+  luaL_checkstack(L, static_cast<int>(arguments.size()) + 1, "too many arguments");
   for (const std::string& argument : arguments) lua_pushstring(L, argument.c_str());
-  const int status = lua_pcall(L, static_cast<int>(arguments.size()), 0, 1);
-  if (status != LUA_OK) return reportFailure(L, status);
+  if (!call(static_cast<int>(arguments.size()))) return kExitFindings;
   lua_settop(L, 0);
   return kExitFine;
+}
+
+void ScriptEngine::setArguments(const std::string& script,
+                                const std::vector<std::string>& arguments) {
+  lua_State* L = state();
+  lua_newtable(L);
+  lua_pushstring(L, script.c_str());
+  lua_rawseti(L, -2, 0);
+  lua_Integer position = 0;
+  for (const std::string& argument : arguments) {
+    lua_pushstring(L, argument.c_str());
+    lua_rawseti(L, -2, ++position);
+  }
+  lua_setglobal(L, "arg");
+}
+
+bool ScriptEngine::call(int arguments) {
+  lua_State* L = state();
+  const int handler = lua_gettop(L) - arguments;
+  lua_pushcfunction(L, traceback);
+  lua_insert(L, handler);
+  const int status = lua_pcall(L, arguments, LUA_MULTRET, handler);
+  if (status != LUA_OK) {
+    reportFailure(L, status);
+    return false;
+  }
+  lua_remove(L, handler);
+  return true;
 }
 
 }  // namespace desk

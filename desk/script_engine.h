@@ -16,16 +16,31 @@ enum class ModuleErrors {
   Raw,      ///< whatever Lua itself makes of it, as on the panel
 };
 
+/// What becomes of the lines that the plug-in writes to standard output.
+enum class PluginLines {
+  Kept,  ///< they stand among the script's own, as on the panel
+  Dropped,
+  StandardError,
+};
+
 /// One script state: Lua with its standard libraries and the module registered.
 class ScriptEngine {
  public:
   /// The plug-in must outlive the engine. Throws Error when it cannot be registered.
-  ScriptEngine(const Plugin& plugin, ModuleErrors errors);
+  /// Lines can only be kept from standard output where errors are guarded.
+  ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLines lines = PluginLines::Kept);
 
   /// Runs a script file ("-": standard input) with its arguments, as the stock interpreter does.
   /// Returns 0, or 1 after writing message and traceback to standard error. Throws Error when the
   /// file cannot be read. A script that calls os.exit ends the program.
   int run(const std::string& script, const std::vector<std::string>& arguments);
+
+  /// Sets the global `arg`: the script at 0, its arguments from 1 on.
+  void setArguments(const std::string& script, const std::vector<std::string>& arguments);
+
+  /// Calls the function below its `arguments` on top of the stack, for any number of results.
+  /// Returns false after writing message and traceback to standard error; the stack is empty then.
+  bool call(int arguments);
 
   lua_State* state() const { return state_.get(); }
 

@@ -1,0 +1,60 @@
+#include "desk/repl/interrupt.h"
+
+namespace desk::repl {
+
+namespace {
+
+volatile std::sig_atomic_t hasNoted = 0;
+lua_State* volatile running = nullptr;
+
+void note(int) {
+  hasNoted = 1;
+}
+
+void raise(lua_State* L, lua_Debug*) {
+  lua_sethook(L, nullptr, 0, 0);
+  luaL_error(L, "interrupted!");
+}
+
+/// Setting a hook is the one thing that a signal may do to a running script state.
+void stopScript(int signal) {
+  std::signal(signal, SIG_DFL);
+  lua_sethook(running, raise, LUA_MASKCALL | LUA_MASKRET | LUA_MASKCOUNT, 1);
+}
+
+struct sigaction handlerOf(void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;  // and no SA_RESTART: a read is to end
+  sigemptyset(&action.sa_mask);
+  return action;
+}
+
+}  // namespace
+
+NotedInterrupt::NotedInterrupt() {
+  hasNoted = 0;
+  const struct sigaction action = handlerOf(note);
+  sigaction(SIGINT, &action, &before_);
+}
+
+NotedInterrupt::~NotedInterrupt() {
+  sigaction(SIGINT, &before_, nullptr);
+}
+
+bool NotedInterrupt::noted() const {
+  return hasNoted != 0;
+}
+
+ScriptInterrupt::ScriptInterrupt(lua_State* L) {
+  running = L;
+  const struct sigaction action = handlerOf(stopScript);
+  sigaction(SIGINT, &action, &before_);
+}
+
+ScriptInterrupt::~ScriptInterrupt() {
+  sigaction(SIGINT, &before_, nullptr);
+  lua_sethook(running, nullptr, 0, 0);
+  running = nullptr;
+}
+
+}  // namespace desk::repl

@@ -1,0 +1,102 @@
+#include "desk/repl/repl.h"
+
+#include <cstdio>
+#include <optional>
+
+#include "desk/repl/chunk.h"
+#include "desk/repl/interrupt.h"
+#include "desk/repl/value_text.h"
+#include "desk/terminal.h"
+
+namespace desk::repl {
+
+namespace {
+
+/// Writes all arguments: texts and the like with tabs between them, tables on lines of their own.
+int writeValues(lua_State* L) {
+  Limits limits;
+  const Terminal terminal = terminalOf(stdout);
+  if (terminal.isTerminal) limits.columns = terminal.columns;
+  std::string all;
+  const int count = lua_gettop(L);
+  for (int i = 1; i <= count; ++i) {
+    const std::string text = valueText(L, i, limits);
+    const bool apart = text.find('\n') != std::string::npos || all.find('\n') != std::string::npos;
+    all += (i == 1 ? "" : apart ? "\n" : "\t") + text;
+  }
+  std::fwrite(all.data(), 1, all.size(), stdout);
+  std::fputs("\n", stdout);
+  return 0;
+}
+
+}  // namespace
+
+Repl::Repl(ScriptEngine& engine, LineSource& lines, Manner manner)
+    : engine_(engine), lines_(lines), manner_(manner) {}
+
+bool Repl::run() {
+  for (;;) {
+    const Step done = step();
+    std::fflush(stdout);
+    lua_settop(engine_.state(), 0);
+    if (done == Step::End) return true;
+    if (done == Step::Failed && manner_ == Manner::Silent) return false;
+  }
+}
+
+Repl::Step Repl::step() {
+  std::string text;
+  const Step chunk = readChunk(text);
+  if (chunk != Step::Done || text.empty()) return chunk;
+  return evaluate() ? Step::Done : Step::Failed;
+}
+
+/// Reads until the lines make a chunk, and leaves it on the stack. Without a text there is none.
+Repl::Step Repl::readChunk(std::string& text) {
+  lua_State* L = engine_.state();
+  Reading reading = lines_.read(prompt("_PROMPT", "> "), text);
+  if (reading == Reading::End) return Step::End;
+  Chunk chunk = Chunk::Incomplete;
+  while (reading == Reading::Line) {
+    chunk = compile(L, text);
+    if (chunk != Chunk::Incomplete) break;
+    std::string line;
+    reading = lines_.read(prompt("_PROMPT2", ">> "), line);
+    if (reading == Reading::Line) text += "\n" + line;
+  }
+  if (reading == Reading::Interrupted) {
+    text.clear();
+    return Step::Done;
+  }
+  if (chunk == Chunk::Ready) return Step::Done;
+  if (chunk == Chunk::Incomplete) luaL_loadbuffer(L, text.data(), text.size(), "=stdin");
+  std::fflush(stdout);
+  std::fprintf(stderr, "cusdesk: %s\n", lua_tostring(L, -1));
+  return Step::Failed;
+}
+
+bool Repl::evaluate() {
+  std::optional<ScriptInterrupt> interrupt;
+  if (manner_ == Manner::Prompt) interrupt.emplace(engine_.state());
+  return engine_.call(0) && show(lua_gettop(engine_.state()));
+}
+
+bool Repl::show(int count) {
+  if (count == 0) return true;
+  lua_State* L = engine_.state();
+  luaL_checkstack(L, 2, "too many results");
+  lua_pushcfunction(L, writeValues);
+  lua_insert(L, 1);
+  return engine_.call(count);
+}
+
+std::string Repl::prompt(const char* global, const char* otherwise) const {
+  lua_State* L = engine_.state();
+  lua_getglobal(L, global);
+  const char* chosen = lua_tostring(L, -1);
+  std::string text = chosen == nullptr ? otherwise : chosen;
+  lua_pop(L, 1);
+  return text;
+}
+
+}  // namespace desk::repl

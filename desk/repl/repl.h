@@ -1,0 +1,38 @@
+// Reads Lua line by line, runs it, and shows what comes of it.
+#pragma once
+
+#include <string>
+
+#include "desk/repl/line_source.h"
+#include "desk/script_engine.h"
+
+namespace desk::repl {
+
+class Repl {
+ public:
+  enum class Manner {
+    Prompt,  ///< goes on after errors, Ctrl-C raises one
+    Silent,  ///< ends with the first error
+  };
+
+  /// Engine and lines must outlive it.
+  Repl(ScriptEngine& engine, LineSource& lines, Manner manner);
+
+  /// Goes on until the lines end. Returns whether there was no error that ended it.
+  bool run();
+
+ private:
+  enum class Step { Done, Failed, End };
+
+  Step step();
+  Step readChunk(std::string& text);
+  bool evaluate();
+  bool show(int count);
+  std::string prompt(const char* global, const char* otherwise) const;
+
+  ScriptEngine& engine_;
+  LineSource& lines_;
+  const Manner manner_;
+};
+
+}  // namespace desk::repl

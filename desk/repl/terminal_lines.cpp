@@ -1,0 +1,163 @@
+#include "desk/repl/terminal_lines.h"
+
+#include <histedit.h>
+
+#include <algorithm>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+#include "desk/display_width.h"
+#include "desk/repl/interrupt.h"
+#include "desk/terminal.h"
+
+namespace desk::repl {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kHistoryLines = 1000;
+
+/// Where programs keep such things of the user. Empty when there is no such place.
+fs::path historyFile() {
+  const auto folder = [](const char* name) -> fs::path {
+    const char* value = std::getenv(name);
+    return value == nullptr || *value != '/' ? "" : value;
+  };
+  fs::path state = folder("XDG_STATE_HOME");
+  if (state.empty() && !folder("HOME").empty()) state = folder("HOME") / ".local/state";
+  return state.empty() ? state : state / "cusdesk/repl_history";
+}
+
+/// The characters of the user's terminal. Where nothing is set they are taken to be UTF-8, which is
+/// what jobs and scripts are written in.
+void setCharacters() {
+  const char* chosen = std::setlocale(LC_CTYPE, "");
+  if (chosen == nullptr || std::string(chosen) == "C" || std::string(chosen) == "POSIX") {
+    std::setlocale(LC_CTYPE, "C.UTF-8");
+  }
+}
+
+bool isBlank(const std::string& text) {
+  return text.find_first_not_of(" \t") == std::string::npos;
+}
+
+/// The words in as many columns as the terminal has room for.
+void list(const std::vector<std::string>& words) {
+  std::size_t width = 0;
+  for (const std::string& word : words) width = std::max(width, displayWidth(word) + 2);
+  const std::size_t perLine = std::max<std::size_t>(terminalOf(stdout).columns / width, 1);
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    std::fputs(i % perLine == 0 ? "\n" : "", stdout);
+    std::fputs(padded(words[i], width).c_str(), stdout);
+  }
+  std::fputs("\n", stdout);
+  std::fflush(stdout);
+}
+
+}  // namespace
+
+/// The library's editor and its history.
+class TerminalLines::Editor {
+ public:
+  explicit Editor(lua_State* L)
+      : L_(L), editor_(el_init("cusdesk", stdin, stdout, stderr)), history_(history_init()) {
+    HistEvent event;
+    history(history_, &event, H_SETSIZE, kHistoryLines);
+    history(history_, &event, H_SETUNIQUE, 1);
+    openHistory();
+    constexpr char* kEnd = nullptr;
+    el_set(editor_, EL_CLIENTDATA, this);
+    el_set(editor_, EL_PROMPT, promptOf);
+    el_set(editor_, EL_EDITOR, "emacs");
+    el_set(editor_, EL_SIGNAL, 1);
+    el_set(editor_, EL_HIST, history, history_);
+    el_set(editor_, EL_ADDFN, "lua-complete", "Completes a name", completeAt);
+    el_set(editor_, EL_BIND, "^I", "lua-complete", kEnd);
+    el_set(editor_, EL_BIND, "^R", "em-inc-search-prev", kEnd);
+    el_source(editor_, nullptr);  // what the user has chosen instead
+  }
+
+  ~Editor() {
+    history_end(history_);
+    el_end(editor_);
+  }
+  Editor(const Editor&) = delete;
+  Editor& operator=(const Editor&) = delete;
+
+  Reading read(const std::string& prompt, std::string& line) {
+    prompt_ = prompt;
+    std::fflush(stdout);
+    int size = 0;
+    const NotedInterrupt interrupt;
+    const char* typed = el_gets(editor_, &size);
+    if (interrupt.noted() || typed == nullptr || size <= 0) {
+      std::fputs("\n", stdout);
+      return interrupt.noted() ? Reading::Interrupted : Reading::End;
+    }
+    line.assign(typed, static_cast<std::size_t>(size));
+    while (!line.empty() && (line.back() == '\n' || line.back() == '\r')) line.pop_back();
+    remember(line);
+    return Reading::Line;
+  }
+
+ private:
+  void openHistory() {
+    file_ = historyFile();
+    if (file_.empty()) return;
+    std::error_code ignored;
+    fs::create_directories(file_.parent_path(), ignored);
+    HistEvent event;
+    history(history_, &event, H_LOAD, file_.c_str());
+  }
+
+  /// Saved with each line: a script may end the program at any time.
+  void remember(const std::string& line) {
+    if (isBlank(line)) return;
+    HistEvent event;
+    history(history_, &event, H_ENTER, line.c_str());
+    if (!file_.empty()) history(history_, &event, H_SAVE, file_.c_str());
+  }
+
+  static Editor& of(EditLine* editor) {
+    void* self = nullptr;
+    el_get(editor, EL_CLIENTDATA, &self);
+    return *static_cast<Editor*>(self);
+  }
+
+  static char* promptOf(EditLine* editor) { return of(editor).prompt_.data(); }
+
+  static unsigned char completeAt(EditLine* editor, int) {
+    const LineInfo* info = el_line(editor);
+    const std::string before(info->buffer, info->cursor);
+    if (isBlank(before)) return el_insertstr(editor, "  ") == 0 ? CC_REFRESH : CC_ERROR;
+    const Completions found = complete(of(editor).L_, before);
+    if (found.words.empty()) return CC_ERROR;
+    const std::string rest = found.common().substr(found.typed);
+    if (!rest.empty()) return el_insertstr(editor, rest.c_str()) == 0 ? CC_REFRESH : CC_ERROR;
+    if (found.words.size() == 1) return CC_ERROR;
+    list(found.words);
+    return CC_REDISPLAY;
+  }
+
+  lua_State* L_;
+  EditLine* editor_;
+  History* history_;
+  fs::path file_;
+  std::string prompt_;
+};
+
+TerminalLines::TerminalLines(lua_State* L) {
+  setCharacters();
+  editor_ = std::make_unique<Editor>(L);
+}
+
+TerminalLines::~TerminalLines() = default;
+
+Reading TerminalLines::read(const std::string& prompt, std::string& line) {
+  return editor_->read(prompt, line);
+}
+
+}  // namespace desk::repl
