@@ -1,0 +1,63 @@
+"""`cusdesk repl` where its input is no terminal.
+
+Usage: pipe_test.py CUSDESK
+"""
+
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+CUSDESK = sys.argv.pop()
+EXAMPLE = pathlib.Path(__file__).parents[3] / "examples/mnt/data/CustomFileDir/XmlFile/window.xml"
+
+
+def run(text, *words):
+    return subprocess.run([CUSDESK, "repl", *words], input=text, capture_output=True, text=True,
+                          timeout=60, check=False)
+
+
+class Pipe(unittest.TestCase):
+    def test_answers_only_and_the_status_of_a_script(self):
+        for text, code, output, error in [
+            ("1 + 1\nx = {\n1}\nx", 0, "2\n{1}\n", ""),
+            ("", 0, "", ""),
+            ("print(1)\nerror('bad')\nprint(2)", 1, "1\n", "cusdesk: stdin:1: bad\nstack traceb"),
+            ("1\nx = = 2\n3", 1, "1\n", "cusdesk: stdin:1: unexpected symbol near '='\n"),
+            ("for i = 1, 2 do", 1, "", "cusdesk: stdin:1: 'end' expected near <eof>\n"),
+            ("job.getjson_Flash('a.js')\n1", 1, "", "cusdesk: stdin:1: getjson_Flash: basic_"),
+            ("os.exit(7)", 7, "", ""),
+        ]:
+            answer = run(text)
+            self.assertEqual((answer.returncode, answer.stdout), (code, output), text)
+            self.assertEqual(answer.stderr[:len(error)] if error else answer.stderr, error, text)
+
+    def test_plug_in_s_lines_are_told_on_demand(self):
+        text = "job.getjson_Flash('window.json').errorCode"
+        self.assertEqual(run(text).stdout, "0\n")
+        loud = run(text, "-v")
+        self.assertEqual(loud.stdout, "0\n")
+        self.assertIn("The string ends with .json\n", loud.stderr)
+        self.assertIn("The string ends with .json\n0\n", run(text, "--raw-errors").stdout)
+
+    def test_job_of_this_pc_is_loaded_first(self):
+        self.assertEqual(run("#job.get_cut('')", "--job", str(EXAMPLE)).stdout, "46\n")
+        with tempfile.TemporaryDirectory() as folder:
+            bad = pathlib.Path(folder, "bad.json")
+            bad.write_text("{}")
+            for file, start in [(bad, "cusdesk: cannot load bad.json: "),
+                                (pathlib.Path(folder, "none.json"), "cusdesk: cannot read ")]:
+                answer = run("1", "--job", str(file))
+                self.assertEqual((answer.returncode, answer.stdout), (3, ""))
+                self.assertTrue(answer.stderr.splitlines()[-1].startswith(start), answer.stderr)
+
+    def test_script_that_fails_ends_it(self):
+        with tempfile.TemporaryDirectory() as folder:
+            script = pathlib.Path(folder, "s.lua")
+            script.write_text("print('script') error('no')")
+            answer = run("print('prompt')", str(script))
+            self.assertEqual((answer.returncode, answer.stdout), (1, "script\n"))
+
+
+unittest.main()
