@@ -1,7 +1,6 @@
 #include "desk/draw/scale.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace desk::draw {
 
@@ -12,12 +11,13 @@ constexpr double kHighestBand = 30.0;  ///< when drawn as it is
 
 /// The smallest usual denominator that is not below `least`.
 double usual(double least) {
-  constexpr double kSteps[] = {1.0, 1.5, 2.0, 2.5, 3.0, 4.0, 5.0, 6.0, 8.0, 10.0};
+  constexpr double kSteps[] = {1.0, 1.5, 2.0, 2.5, 3.0, 4.0, 5.0, 6.0, 8.0};
   double decade = 1.0;
   while (decade * 10.0 < least) decade *= 10.0;
-  const auto* step = std::find_if(std::begin(kSteps), std::end(kSteps),
-                                  [&](double one) { return one * decade >= least; });
-  return decade * *step;
+  for (const double step : kSteps) {
+    if (step * decade >= least) return step * decade;
+  }
+  return 10.0 * decade;
 }
 
 }  // namespace

@@ -105,7 +105,7 @@ std::vector<std::string> remarkTexts(const BarPlace& bar) {
   for (const Remark& remark : bar.remarks) {
     std::string text = wordsOf(remark.oddity);
     if (remark.oddity == Oddity::TooLong) text += numberText(-bar.leftOver());
-    if (!remark.pieces.empty()) text = piecesText(*bar.bar, remark.pieces) + ": " + text;
+    if (!remark.pieces.empty()) text.insert(0, piecesText(*bar.bar, remark.pieces) + ": ");
     texts.push_back(text);
   }
   return texts;

@@ -46,7 +46,7 @@ bool isBlank(const std::string& text) {
 
 /// The words in as many columns as the terminal has room for.
 void list(const std::vector<std::string>& words) {
-  std::size_t width = 0;
+  std::size_t width = 1;
   for (const std::string& word : words) width = std::max(width, displayWidth(word) + 2);
   const std::size_t perLine = std::max<std::size_t>(terminalOf(stdout).columns / width, 1);
   for (std::size_t i = 0; i < words.size(); ++i) {
@@ -92,6 +92,9 @@ class TerminalLines::Editor {
     std::fflush(stdout);
     int size = 0;
     const NotedInterrupt interrupt;
+    // The editor itself would prepare the terminal after the prompt: what is typed in between, a
+    // Ctrl-D for one, would reach it as something else.
+    el_set(editor_, EL_PREP_TERM, 1);
     const char* typed = el_gets(editor_, &size);
     if (interrupt.noted() || typed == nullptr || size <= 0) {
       std::fputs("\n", stdout);

@@ -89,7 +89,7 @@ class Writer {
   std::string text(int index) {
     std::size_t size = 0;
     const char* bytes = lua_tolstring(L_, index, &size);
-    const std::string all = quoted({bytes, std::min(size, 4 * limits_.textColumns)});
+    std::string all = quoted({bytes, std::min(size, 4 * limits_.textColumns)});
     if (size <= 4 * limits_.textColumns && displayWidth(all) <= limits_.textColumns) return all;
     return fitted(all + " ", limits_.textColumns) + "\" (" + std::to_string(size) + " bytes)";
   }

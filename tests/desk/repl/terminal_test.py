@@ -25,27 +25,31 @@ class Terminal:
 
     def __init__(self, folder, *words, **environment):
         self.status = None
-        self.text = ""
+        self.text = b""
         self.process, self.file = pty.fork()
         if self.process == 0:
             os.execve(CUSDESK, [CUSDESK, *words],
                       {"PATH": os.environ["PATH"], "TERM": "xterm", "HOME": folder, **environment})
 
+    def read(self, deadline):
+        """The next piece of what is written; nothing once the program has ended."""
+        if not select.select([self.file], [], [], max(deadline - time.monotonic(), 0))[0]:
+            raise AssertionError(f"no more than {self.text!r}")
+        try:
+            return os.read(self.file, 4096)
+        except OSError:  # how Linux tells that the other side is gone
+            return b""
+
     def expect(self, end):
         """What is written until `end`, which is taken as well."""
         deadline = time.monotonic() + PATIENCE
-        while end not in self.text:
-            if not select.select([self.file], [], [], max(deadline - time.monotonic(), 0))[0]:
-                raise AssertionError(f"no {end!r} in {self.text!r}")
-            try:
-                piece = os.read(self.file, 4096)
-            except OSError:  # how Linux tells that the other side is gone
-                piece = b""
+        while end.encode() not in self.text:
+            piece = self.read(deadline)
             if not piece:
                 raise AssertionError(f"ended without {end!r}: {self.text!r}")
-            self.text += piece.decode("utf-8")
-        before, self.text = self.text.split(end, 1)
-        return before
+            self.text += piece
+        before, self.text = self.text.split(end.encode(), 1)
+        return before.decode("utf-8")
 
     def type(self, text):
         os.write(self.file, text.encode("utf-8"))
@@ -58,10 +62,8 @@ class Terminal:
     def wait(self):
         """The exit status, once what is left is read."""
         if self.status is None:
-            try:
-                while os.read(self.file, 4096):
-                    pass
-            except OSError:
+            deadline = time.monotonic() + PATIENCE
+            while self.read(deadline):
                 pass
             self.status = os.waitstatus_to_exitcode(os.waitpid(self.process, 0)[1])
         return self.status
