@@ -79,9 +79,9 @@ Command checkCommand() {
       "  cusdesk check --sequence monday.json tuesday.json  what leaks from one into the next\n"
       "  cusdesk check --format sarif --fail-on error *.json > check.sarif  for a build server\n",
       {
-          {"format", "FORMAT", "text (default), json, sarif or junit"},
-          {"fail-on", "SEVERITY",
-           "exit with 1 from this on: note, warning (default), error, never"},
+          {"format", "FORMAT", "text (default), json, sarif or junit", '\0', namesOf(kFormats)},
+          {"fail-on", "SEVERITY", "exit with 1 from this on: note, warning (default), error, never",
+           '\0', namesOf(kFailOn)},
           {"sequence", nullptr, "load the files in turn into one reader, as the machine does"},
           {"all", nullptr, "show every finding, also those that differ in their place only"},
           {"help", nullptr, "show this help", 'h'},

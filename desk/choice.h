@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string>
+#include <vector>
 
 #include "desk/errors.h"
 
@@ -19,6 +20,14 @@ const Row& choice(const std::string& wanted, const std::string& what, const Row 
   std::string names;
   for (const Row& row : table) names += std::string(names.empty() ? "" : ", ") + row.name;
   throw Error(kExitUsage, what + " is one of " + names);
+}
+
+/// The names of all rows, for the help and for completion.
+template <class Row, std::size_t count>
+std::vector<std::string> namesOf(const Row (&table)[count]) {
+  std::vector<std::string> names;
+  for (const Row& row : table) names.emplace_back(row.name);
+  return names;
 }
 
 }  // namespace desk

@@ -10,10 +10,11 @@ namespace desk {
 
 /// One long option.
 struct Option {
-  const char* name;      ///< without the dashes
-  const char* argument;  ///< what the help calls its argument; null: it takes none
-  const char* help;      ///< one line
-  char letter = '\0';    ///< a short spelling, if it has one
+  const char* name;                      ///< without the dashes
+  const char* argument;                  ///< what the help calls its argument; null: it takes none
+  const char* help;                      ///< one line
+  char letter = '\0';                    ///< a short spelling, if it has one
+  std::vector<std::string> values = {};  ///< all its argument may be, where that is a few names
 };
 
 /// What a command line says: options and the operands behind them.

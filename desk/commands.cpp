@@ -21,9 +21,9 @@ const std::vector<Option>& globalOptions() {
 }
 
 const std::vector<Command>& commands() {
-  static const std::vector<Command> kCommands = {runCommand(),   replCommand(), checkCommand(),
-                                                 showCommand(),  drawCommand(), panelCommand(),
-                                                 doctorCommand()};
+  static const std::vector<Command> kCommands = {runCommand(),    replCommand(),  checkCommand(),
+                                                 showCommand(),   drawCommand(),  panelCommand(),
+                                                 doctorCommand(), exportCommand()};
   return kCommands;
 }
 

@@ -19,6 +19,7 @@ std::string applyGlobalOptions(const Arguments& global);
 Command checkCommand();
 Command doctorCommand();
 Command drawCommand();
+Command exportCommand();
 Command panelCommand();
 Command replCommand();
 Command runCommand();

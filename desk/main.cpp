@@ -24,9 +24,8 @@ std::string programHelp() {
     line.resize(22, ' ');
     text += line + command.help + "\n";
   }
-  return text + "\nOptions:\n" + describe(globalOptions()) +
-         "\nExit codes: 0 fine, 1 findings or a failed script, 2 usage, 3 cannot read, obtain or "
-         "load.\n";
+  return text + "\nOptions:\n" + describe(globalOptions()) + "\nExit codes: " + kExitCodesHelp +
+         "\n";
 }
 
 std::string commandHelp(const Command& command) {

@@ -101,7 +101,7 @@ Command showCommand() {
       {
           {"barcode", "CODE", "works or dimensions of the pieces with this barcode"},
           {"bar", "NUMBER", "cuts of the bars with this number, or these bars"},
-          {"format", "FORMAT", "table (default), json or csv"},
+          {"format", "FORMAT", "table (default), json or csv", '\0', namesOf(kFormats)},
           {"where", nullptr, "add the line that each value was read from; mark carried ones"},
           {"verbose", nullptr, "let the plug-in's lines go to standard error", 'v'},
           {"help", nullptr, "show this help", 'h'},

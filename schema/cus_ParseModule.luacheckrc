@@ -1,0 +1,19 @@
+-- For the .luacheckrc of a folder of panel scripts.
+stds.cus_ParseModule = {
+  read_globals = {
+    cus_ParseModule = {
+      fields = {
+        getjson_Flash = {},
+        getjson_uDisk = {},
+        getjson_url = {},
+        get_work = {},
+        get_cut = {},
+        get_hole = {},
+        get_print = {},
+        get_Dimensions = {},
+        save_cutCurIndex = {},
+      },
+    },
+  },
+}
+std = "lua53+cus_ParseModule"

@@ -1,0 +1,101 @@
+"""Completion and manual page: they offer what the help of each command offers.
+
+Usage: pages_test.py CUSDESK SOURCE_DIR
+"""
+
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+
+sys.argv.pop()
+CUSDESK = str(pathlib.Path(sys.argv.pop()).resolve())
+
+
+def run(*words, **options):
+    return subprocess.run(words, check=True, capture_output=True, encoding="utf-8", timeout=60,
+                          **options)
+
+
+def export(what):
+    return run(CUSDESK, "export", what).stdout
+
+
+def commands():
+    listed = re.search(r"Commands:\n(.*?)\n\n", run(CUSDESK, "--help").stdout, re.S).group(1)
+    return re.findall(r"^  (\w+)", listed, re.M)
+
+
+def options_of(*command):
+    listed = run(CUSDESK, *command, "--help").stdout.partition("\nOptions:\n")[2]
+    return re.findall(r"^  (?:-\w, )?(--[\w-]+)", listed, re.M)
+
+
+class Completion(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.scratch = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(cls.scratch.cleanup)
+        cls.folder = pathlib.Path(cls.scratch.name)
+        for name in ("a job.json", "other.txt"):
+            (cls.folder / name).touch()
+        (cls.folder / "folder").mkdir()
+        (cls.folder / "completion").write_text(export("completion"), encoding="utf-8")
+
+    def offered(self, *words):
+        """What bash offers at the end of a command line; the last word is the one at the cursor."""
+        script = ('source ./completion; COMP_WORDS=(cusdesk "$@"); COMP_CWORD=$#; _cusdesk; '
+                  'printf "%s\\n" "${COMPREPLY[@]}"')
+        answer = run("bash", "-euc", script, "bash", *words, cwd=self.folder)
+        self.assertEqual(answer.stderr, "", words)
+        return [line for line in answer.stdout.split("\n") if line]
+
+    def test_commands_and_their_options_are_those_of_the_help(self):
+        self.assertEqual(self.offered(""), commands() + ["help"])
+        self.assertEqual(self.offered("help", ""), commands())
+        self.assertEqual(self.offered("--"), options_of())
+        for command in commands():
+            self.assertEqual(self.offered(command, "--"), options_of(command), command)
+
+    def test_places_and_what_they_offer(self):
+        files = ["a job.json", "completion", "folder", "other.txt"]
+        for words, expected in [
+                (["ch"], ["check"]),
+                (["--root", ""], ["folder"]),
+                (["--root", "folder", "ru"], ["run"]),
+                (["--root", "=", "folder", "ru"], ["run"]),
+                (["check", "a"], ["a job.json"]),
+                (["check", "other.txt", ""], files),
+                (["check", "other.txt", "--fo"], ["--format"]),
+                (["check", "--format", ""], ["text", "json", "sarif", "junit"]),
+                (["check", "--format", "="], ["text", "json", "sarif", "junit"]),
+                (["check", "--format", "=", "s"], ["sarif"]),
+                (["check", "--format", "json", "--fail-on", "n"], ["note", "never"]),
+                (["show", "other.txt", "l"], ["labels"]),
+                (["show", "--where", "other.txt", "c"], ["cuts"]),
+                (["show", "other.txt", "cuts", ""], []),
+                (["show", "--bar", ""], []),
+                (["run", "other.txt", "--"], []),
+                (["run", "other.txt", "a"], ["a job.json"]),
+                (["export", "x"], ["xsd"]),
+                (["frobnicate", ""], [])]:
+            self.assertEqual(sorted(self.offered(*words)), sorted(expected), words)
+
+
+class ManualPage(unittest.TestCase):
+    def test_it_formats_without_a_warning_and_names_everything(self):
+        answer = run("groff", "-man", "-ww", "-Tutf8", "-P-c", "-rLL=200n", input=export("man"))
+        self.assertEqual(answer.stderr, "")
+        text = re.sub(".\b", "", answer.stdout).replace("‐", "-").replace("−", "-")
+        for command in commands():
+            self.assertRegex(text, rf"\n   {command}\n +cusdesk {command} ")
+            section = re.search(rf"\n   {command}\n(.*?)(\n   \w|\n\w)", text, re.S).group(1)
+            self.assertEqual(re.findall(r"^ +(?:-\w, )?(--[\w-]+)(?: [\w,]+)?\b", section, re.M)
+                             [:len(options_of(command))], options_of(command))
+            example = re.search(r"^  (cusdesk .*)$", run(CUSDESK, command, "--help").stdout, re.M)
+            self.assertIn(example.group(1), section)
+
+
+unittest.main()

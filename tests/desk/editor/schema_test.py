@@ -1,0 +1,232 @@
+"""JSON Schema and XSD: the shipped jobs pass, and what the readers would ignore or carry over fails.
+
+Usage: schema_test.py CUSDESK SOURCE_DIR
+"""
+
+import copy
+import json
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+import xml.etree.ElementTree as ElementTree
+
+import jsonschema
+
+SOURCE = pathlib.Path(sys.argv.pop())
+CUSDESK = str(pathlib.Path(sys.argv.pop()).resolve())
+SCHEMA = json.loads((SOURCE / "schema/cutting-job.schema.json").read_text(encoding="utf-8"))
+XSD = SOURCE / "schema/cutting-job.xsd"
+JSON_JOB = json.loads((SOURCE / "examples/mnt/usb/json/recut.json").read_text(encoding="utf-8"))
+XML_JOB = SOURCE / "examples/mnt/usb/xml/recut.xml"
+VALIDATOR = jsonschema.Draft7Validator(SCHEMA)
+
+# What check says of jobs as a whole, whatever the form of their values.
+OF_THE_JOB = {"angle-135", "never-stored", "duplicate-barcode", "duplicate-number", "does-not-fit",
+              "other-job"}
+
+
+def rules_by_file(folder, good, files):
+    """What check says of each file when it is loaded after `good`, as rules without OF_THE_JOB."""
+    words = [word for name in files for word in (good, name)]
+    answer = subprocess.run([CUSDESK, "check", "--sequence", "--format", "json", *words],
+                            cwd=folder, capture_output=True, encoding="utf-8", timeout=120,
+                            check=False)
+    rules = {name: set() for name in files}
+    for finding in json.loads(answer.stdout)["findings"]:
+        if finding["file"] in rules and finding["rule"] not in OF_THE_JOB:
+            rules[finding["file"]].add(finding["rule"])
+    return rules
+
+
+def json_levels(job):
+    """One object of each level of a job, with the part of the schema that it belongs to."""
+    bar = job["Bar"][0]
+    piece = bar["piece"][0]
+    definitions = SCHEMA["definitions"]
+    return [(job, SCHEMA), (bar, definitions["bar"]), (piece, definitions["piece"]),
+            (piece["cut"], definitions["cut"]), (piece["work"][0], definitions["work"])]
+
+
+def damaged_json_jobs():
+    """(what was done, job): each key once missing, misspelt, and of each wrong type."""
+    values = {"string": "text", "integer": 7, "number": 1.5, "boolean": True, "null": None,
+              "array": [], "object": {}}
+    fits = {"number": {"number", "integer"}}
+    for level, (_, part) in enumerate(json_levels(JSON_JOB)):
+        for key, rule in part["properties"].items():
+            if key in part["required"]:
+                job = copy.deepcopy(JSON_JOB)
+                del json_levels(job)[level][0][key]
+                yield f"{key} missing", job
+            job = copy.deepcopy(JSON_JOB)
+            target = json_levels(job)[level][0]
+            target["x" + key] = target.pop(key)
+            yield f"{key} misspelt", job
+            kind = rule.get("type", "object")
+            for name, value in values.items():
+                if name in fits.get(kind, {kind}):
+                    continue
+                job = copy.deepcopy(JSON_JOB)
+                json_levels(job)[level][0][key] = value
+                yield f"{key} as {name}", job
+
+
+def sound_json_jobs():
+    """(what was done, job): changes that leave a job in the writers' form."""
+    for level, key, value in [(0, "Bar", []), (1, "piece", []), (2, "work", []), (0, "Name", ""),
+                              (2, "Buyer", "买方 \"7\""), (1, "length", 2147483647),
+                              (2, "Num", -2147483648), (4, "PositionX", 7), (4, "PositionY", -1e300),
+                              (4, "ProfiLav", 2.0), (3, "Length", "900"), (0, "success", False)]:
+        job = copy.deepcopy(JSON_JOB)
+        json_levels(job)[level][0][key] = value
+        yield f"{key} = {value}", job
+    for level, key in [(0, "Bar"), (1, "piece"), (2, "work")]:
+        job = copy.deepcopy(JSON_JOB)
+        del json_levels(job)[level][0][key]
+        yield f"{key} missing", job
+
+
+class JsonSchema(unittest.TestCase):
+    def test_the_schema_itself_is_one(self):
+        jsonschema.Draft7Validator.check_schema(SCHEMA)
+
+    def test_every_shipped_job_is_valid(self):
+        jobs = list((SOURCE / "examples").rglob("*.json"))
+        self.assertGreaterEqual(len(jobs), 2)
+        for path in jobs:
+            VALIDATOR.validate(json.loads(path.read_text(encoding="utf-8")))
+
+    def test_what_the_reader_ignores_or_carries_over_is_invalid_and_nothing_else(self):
+        sound = list(sound_json_jobs())
+        damaged = list(damaged_json_jobs())
+        self.assertGreater(len(damaged), 400)
+        with tempfile.TemporaryDirectory() as folder:
+            pathlib.Path(folder, "good.json").write_text(json.dumps(JSON_JOB), encoding="utf-8")
+            for i, (_, job) in enumerate(sound + damaged):
+                pathlib.Path(folder, f"job{i}.json").write_text(json.dumps(job), encoding="utf-8")
+            rules = rules_by_file(folder, "good.json",
+                                  [f"job{i}.json" for i in range(len(sound + damaged))])
+        for i, (what, job) in enumerate(sound + damaged):
+            self.assertEqual(VALIDATOR.is_valid(job), i < len(sound), what)
+            self.assertEqual(rules[f"job{i}.json"] == set(), i < len(sound), what)
+
+    def test_writers_keep_to_the_form_where_readers_are_lenient(self):
+        for level, old, new, value in [
+                (1, "BarNumber", "barNumber", 7), (2, "machine", "machin", "saw"),
+                (2, "Field2", "field2", "x"), (3, "Length", "Length", "900mm"),
+                (3, "dxB", "dxB", "45°"), (1, "length", "length", 2147483648),
+                (0, "Version", "Version", "1.00")]:
+            job = copy.deepcopy(JSON_JOB)
+            target = json_levels(job)[level][0]
+            del target[old]
+            target[new] = value
+            self.assertFalse(VALIDATOR.is_valid(job), new)
+
+
+def elements_by_level(root):
+    """The first element of each level of an XML job."""
+    bar = root.find("Bar")
+    piece = bar.find("Piece")
+    return [root, bar, piece, piece.find("Cut"), piece.find("Work")]
+
+
+def damaged_xml_jobs():
+    """(what was done, root): each element once missing, blank and misspelt."""
+    count = len(elements_by_level(ElementTree.parse(XML_JOB).getroot()))
+    for level in range(count):
+        for index in range(len(elements_by_level(ElementTree.parse(XML_JOB).getroot())[level])):
+            for damage in ("missing", "blank", "misspelt"):
+                root = ElementTree.parse(XML_JOB).getroot()
+                parent = elements_by_level(root)[level]
+                child = parent[index]
+                isFirst = parent.find(child.tag) is child
+                if len(child) and damage != "misspelt" or not isFirst or child.tag == "Extra_Pie":
+                    continue
+                if damage == "missing":
+                    parent.remove(child)
+                elif damage == "blank":
+                    child.text = " "
+                else:
+                    child.tag = "x" + child.tag
+                yield f"{child.tag} {damage}", root
+
+
+def xml_jobs(changes):
+    """Jobs with some elements of the first piece changed: (path, text) pairs, or functions."""
+    for change in changes:
+        root = ElementTree.parse(XML_JOB).getroot()
+        if callable(change):
+            change(root)
+        else:
+            root.find(change[0]).text = change[1]
+        yield change, root
+
+
+def valid_xml(folder, names):
+    """Which of the files in `folder` the XSD accepts."""
+    answer = subprocess.run(["xmllint", "--noout", "--schema", XSD.resolve(), *names], cwd=folder,
+                            capture_output=True, encoding="utf-8", timeout=120, check=False)
+    return set(re.findall(r"^(\S+) validates$", answer.stderr, re.M))
+
+
+def write(folder, roots):
+    names = [f"job{i}.xml" for i in range(len(roots))]
+    for name, root in zip(names, roots):
+        ElementTree.ElementTree(root).write(pathlib.Path(folder, name), encoding="utf-8")
+    return names
+
+
+WORK, PIECE = "Bar/Piece/Work/", "Bar/Piece/"
+SOUND_XML = [(PIECE + "Customer", "买方 <7>"), (WORK + "PositionX", "-12"), (PIECE + "Num", "0"),
+             lambda root: root.find("Bar/Piece").remove(root.find(PIECE + "Extra_Pie")),
+             lambda root: [root.remove(bar) for bar in root.findall("Bar")]]
+LENIENT_XML = [(WORK + "PositionX", "12.5mm"), (WORK + "ProfiLav", "front"),
+               (WORK + "PositionY", "1" + "0" * 400), ("Bar/BarNumber", " 1"), ("Version", "1.00"),
+               ("Version", None), (PIECE + "Cut/Length", "long"),
+               lambda root: root.find("Bar").set("Number", "7"),
+               lambda root: root.find("Bar/Piece").insert(3, root.find(PIECE + "Cut")),
+               lambda root: root.find("Bar").insert(0, root.find("Bar/BarName"))]
+
+
+class XmlSchema(unittest.TestCase):
+    def test_every_shipped_job_is_valid(self):
+        jobs = [str(path.resolve()) for path in (SOURCE / "examples").rglob("*.xml")]
+        self.assertGreaterEqual(len(jobs), 2)
+        self.assertEqual(valid_xml(SOURCE, jobs), set(jobs))
+
+    def test_what_the_reader_ignores_or_carries_over_is_invalid_and_nothing_else(self):
+        sound = list(xml_jobs(SOUND_XML))
+        jobs = sound + list(damaged_xml_jobs())
+        self.assertGreater(len(jobs), 80)
+        with tempfile.TemporaryDirectory() as folder:
+            names = write(folder, [root for _, root in jobs])
+            valid = valid_xml(folder, names)
+            rules = rules_by_file(folder, str(XML_JOB.resolve()), names)
+        for i, (what, _) in enumerate(jobs):
+            self.assertEqual(names[i] in valid, i < len(sound), what)
+            self.assertEqual(rules[names[i]] == set(), i < len(sound), (what, rules[names[i]]))
+
+    def test_writers_keep_to_the_form_where_readers_are_lenient(self):
+        jobs = list(xml_jobs(LENIENT_XML))
+        with tempfile.TemporaryDirectory() as folder:
+            self.assertEqual(valid_xml(folder, write(folder, [root for _, root in jobs])), set())
+
+
+class Drift(unittest.TestCase):
+    def test_the_kept_files_are_what_cusdesk_writes(self):
+        with tempfile.TemporaryDirectory() as folder:
+            subprocess.run([CUSDESK, "export", "--into", folder], check=True, capture_output=True,
+                           timeout=60)
+            written = {path.name: path.read_text(encoding="utf-8")
+                       for path in pathlib.Path(folder).iterdir()}
+        for name, text in written.items():
+            kept = (SOURCE / "schema" / name).read_text(encoding="utf-8")
+            self.assertEqual(kept, text, f"schema/{name}: write it anew with export --into")
+        kept = {path.name for path in (SOURCE / "schema").iterdir()} - {"README.md"}
+        self.assertEqual(kept, set(written))
+
+
+unittest.main()
