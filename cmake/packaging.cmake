@@ -1,5 +1,6 @@
 # What is installed where, and the packages of it: the plug-in alone as an archive, which is what goes
-# to a controller, and the desk as a Debian package. `make packages` builds both.
+# to a controller, and the desk and the files for editors as Debian packages. `make packages` builds
+# them all.
 if(NOT CUS_ARCHITECTURE)
   set(CUS_ARCHITECTURE ${CMAKE_SYSTEM_PROCESSOR})
   string(REGEX REPLACE "^(x86_64|AMD64)$" "amd64" CUS_ARCHITECTURE "${CUS_ARCHITECTURE}")
@@ -22,6 +23,18 @@ if(CUS_BUILD_DESK)
           PATTERN cutCurIndex.txt EXCLUDE)
   install(FILES README.md CHANGELOG.md DESTINATION share/doc/cusdesk COMPONENT desk)
   install(DIRECTORY docs/ DESTINATION share/doc/cusdesk COMPONENT desk)
+  install(DIRECTORY schema/ DESTINATION share/cusdesk/schema COMPONENT editor)
+
+  # The program writes its own pages.
+  set(pages ${CMAKE_BINARY_DIR}/pages)
+  add_custom_command(OUTPUT ${pages}/cusdesk ${pages}/cusdesk.1.gz
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${pages}
+    COMMAND cusdesk export completion > ${pages}/cusdesk
+    COMMAND cusdesk export man > ${pages}/cusdesk.1
+    COMMAND gzip -9nf ${pages}/cusdesk.1)
+  add_custom_target(pages ALL DEPENDS ${pages}/cusdesk ${pages}/cusdesk.1.gz)
+  install(FILES ${pages}/cusdesk DESTINATION share/bash-completion/completions COMPONENT desk)
+  install(FILES ${pages}/cusdesk.1.gz DESTINATION share/man/man1 COMPONENT desk)
 endif()
 
 set(CPACK_PACKAGE_CONTACT "${CUS_PACKAGE_CONTACT}")
@@ -52,4 +65,12 @@ set(CPACK_DEBIAN_DESK_PACKAGE_DEPENDS
     "libc6 (>= 2.36), libstdc++6 (>= 12), libgcc-s1, libcpp-httplib0.11, libcurl4, libedit2, libelf1, libjsoncpp25, liblua5.3-0, libtinyxml2-9")
 # a browser for the panel's page, and its pictures as PNG
 set(CPACK_DEBIAN_DESK_PACKAGE_RECOMMENDS "xdg-utils, librsvg2-bin")
+
+set(CPACK_DEBIAN_EDITOR_PACKAGE_NAME cusdesk-editor)
+set(CPACK_DEBIAN_EDITOR_FILE_NAME cusdesk-editor_${PROJECT_VERSION}_all.deb)
+set(CPACK_DEBIAN_EDITOR_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_EDITOR_PACKAGE_SECTION science)
+set(CPACK_COMPONENT_EDITOR_DESCRIPTION
+"What editors need in order to help with cutting jobs and panel scripts: JSON Schema,
+XML Schema, a stub of the script module and settings for luacheck.")
 include(CPack)

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Packs finished builds into build/packages and tries every Debian package in a clean root.
+# Packs finished builds into build/packages and tries the desk of each in a clean root.
 #
 #   tools/build-packages.sh BUILD_DIR...
 #
@@ -17,7 +17,7 @@ for build in "$@"; do
   (cd "$build" && cpack -B "$packages" >"$packages/cpack.log") || { cat "$packages/cpack.log"; exit 1; }
 done
 rm -rf "$packages/_CPack_Packages" "$packages/cpack.log"
-for package in "$packages"/*.deb; do
+for package in "$packages"/cusdesk_*.deb; do
   "$tools/try-package.sh" "$package"
 done
 cd "$packages"

@@ -4,6 +4,7 @@ Usage: package_test.py CPACK BUILD_DIR ARCHITECTURE CUSDESK DEMO -- [EMULATOR...
 CUSDESK is the one of the build. EMULATOR is what runs programs of the architecture.
 """
 
+import gzip
 import hashlib
 import os
 import pathlib
@@ -41,15 +42,17 @@ class Packages(unittest.TestCase):
         time.sleep(1.1)  # times in packages count in seconds
         cls.second = pack("second", TZ="Asia/Shanghai", LC_ALL="C.UTF-8")
         cls.archive = next(p for n, p in cls.first.items() if n.endswith(".tar.gz"))
-        cls.deb = next(p for n, p in cls.first.items() if n.endswith(".deb"))
+        cls.deb = next(p for n, p in cls.first.items() if n.endswith(f"_{ARCHITECTURE}.deb"))
+        cls.editor_deb = next(p for n, p in cls.first.items() if n.endswith("_all.deb"))
         cls.root = pathlib.Path(SCRATCH.name, "root")
-        subprocess.run(["dpkg-deb", "-x", cls.deb, cls.root], check=True)
+        for package in (cls.deb, cls.editor_deb):
+            subprocess.run(["dpkg-deb", "-x", package, cls.root], check=True)
 
     def test_same_bytes_twice_and_their_checksums(self):
-        self.assertEqual(len(self.first), 4)
+        self.assertEqual(len(self.first), 6)
         for name, path in self.first.items():
             self.assertEqual(path.read_bytes(), self.second[name].read_bytes(), name)
-        for path in (self.archive, self.deb):
+        for path in (self.archive, self.deb, self.editor_deb):
             self.assertEqual(self.first[path.name + ".sha256"].read_text(),
                              f"{hashlib.sha256(path.read_bytes()).hexdigest()}  {path.name}\n")
 
@@ -76,6 +79,19 @@ class Packages(unittest.TestCase):
         self.assertEqual((answer.returncode, answer.stderr), (0, ""))
         self.assertEqual(answer.stdout, expected.stdout)
         self.assertTrue((self.root / "usr/share/doc/cusdesk/integrating.md").exists())
+
+    def test_completion_manual_and_editor_files_are_where_programs_look_for_them(self):
+        share = self.root / "usr/share"
+        for words, path in [("completion", "bash-completion/completions/cusdesk"),
+                            ("man", "man/man1/cusdesk.1.gz")]:
+            data = (share / path).read_bytes()
+            text = gzip.decompress(data) if path.endswith(".gz") else data
+            self.assertEqual(text.decode(), run(CUSDESK, "export", words).stdout)
+        schemas = {path.name for path in (share / "cusdesk/schema").iterdir()}
+        self.assertLessEqual({"cutting-job.schema.json", "cutting-job.xsd", "cus_ParseModule.lua",
+                              "cus_ParseModule.luacheckrc", "README.md"}, schemas)
+        fields = run("dpkg-deb", "-f", self.editor_deb, "Package", "Architecture", "Depends").stdout
+        self.assertEqual(fields, "Package: cusdesk-editor\nArchitecture: all\n")
 
     def test_the_package_is_for_the_architecture_and_asks_for_what_it_needs(self):
         fields = run("dpkg-deb", "-f", self.deb, "Architecture", "Depends").stdout
