@@ -13,7 +13,7 @@
 
 ---What a loading function answers with.
 ---@class cus_ParseModule.LoadResult
----@field errorCode cus_ParseModule.Code 0, or what went wrong: see Code
+---@field errorCode cus_ParseModule.Code 0, or what went wrong
 ---@field info string the same as a message in Chinese
 
 ---One machining work on a piece, a row of get_work.

@@ -83,9 +83,7 @@ inline constexpr FieldNote<BAR_T> kBarNotes[] = {
 };
 
 inline constexpr FieldNote<PIECE_CHILD_SECOND_T> kPieceNotes[] = {
-    {&PIECE_T::PieceNumber, TextForm::Count,
-     "Number of the piece within its bar. With the bar's number it finds the barcode for get_cut.",
-     ""},
+    {&PIECE_T::PieceNumber, TextForm::Count, "Number of the piece within its bar.", ""},
     {&PIECE_T::Num, TextForm::Count, "How many of the piece.", ""},
     {&PIECE_T::Over_status, TextForm::Count, "How far the piece has come, as planned.", ""},
     {&PIECE_T::BarCode, TextForm::Any,
@@ -98,11 +96,10 @@ inline constexpr FieldNote<PIECE_CHILD_SECOND_T> kPieceNotes[] = {
     {&PIECE_T::Buyer, TextForm::Any, "Who buys from the factory.", ""},
     {&PIECE_T::BuyAddress, TextForm::Any, "Address of the buyer.", ""},
     {&PIECE_CHILD_SECOND_T::CarCode, TextForm::Any, "Code of the trolley for the piece.", ""},
-    {&PIECE_T::CtrsX, TextForm::Any, "Centre value X of the planning system.", ""},
-    {&PIECE_T::CtrsYp, TextForm::Any, "Centre value Y plus of the planning system.", ""},
-    {&PIECE_T::CtrsYm, TextForm::Any, "Centre value Y minus of the planning system.", ""},
-    {&PIECE_T::Mirror, TextForm::Any, "Whether the piece is mirrored, as the scripts agree on.",
-     ""},
+    {&PIECE_T::CtrsX, TextForm::Any, "Centre in X, as the planning system has it.", ""},
+    {&PIECE_T::CtrsYp, TextForm::Any, "Centre in Y plus, as the planning system has it.", ""},
+    {&PIECE_T::CtrsYm, TextForm::Any, "Centre in Y minus, as the planning system has it.", ""},
+    {&PIECE_T::Mirror, TextForm::Any, "Whether the piece is mirrored.", ""},
     {&PIECE_CHILD_SECOND_T::Production_demand, TextForm::Any, "A demand on production.", ""},
     {&PIECE_T::Extra_Pie, TextForm::Any, "Type of holing.", ""},
     {&PIECE_CHILD_SECOND_T::cut_angle_convert, TextForm::Any,
@@ -118,8 +115,7 @@ inline constexpr FieldNote<PIECE_CHILD_SECOND_T> kPieceNotes[] = {
 };
 
 /// The note of an element that must be there and fills no field.
-inline constexpr char kRequiredNote[] =
-    "Centre value Z. Must hold text, which is read and dropped.";
+inline constexpr char kRequiredNote[] = "Centre in Z. Must hold text, which is read and dropped.";
 /// The note of an element that is looked up and never stored.
 inline constexpr char kIgnoredNote[] = "Read and never stored. Write holing_type instead.";
 /// The note of a label field, in front of its number.

@@ -55,6 +55,13 @@ Level level(const char* name, const char* description, const model::Key<Record> 
   return made;
 }
 
+/// Adds what holds for a key in one format only.
+void addWords(Level& level, const char* name, const char* words) {
+  for (WrittenKey& key : level.keys) {
+    if (key.name == name) key.description += words;
+  }
+}
+
 constexpr char kHeaderText[] = "A cutting job.";
 constexpr char kBarText[] = "A raw bar that pieces are cut from.";
 constexpr char kPieceText[] = "A piece cut from its bar.";
@@ -75,9 +82,9 @@ JobLevels jsonLevels() {
     levels.piece.keys.push_back({kLabelFields[i].spelling, model::KeyKind::Text, TextForm::Any,
                                  kLabelNote + std::to_string(i + 1) + "."});
   }
-  for (WrittenKey& key : levels.cut.keys) {
-    if (key.name == "dxB") key.description += " \"135\" is stored as \"45\".";
-  }
+  addWords(levels.cut, "dxB", " \"135\" is stored as \"45\".");
+  addWords(levels.piece, "PieceNumber",
+           " With the number of the bar it finds the barcode for get_cut.");
   return levels;
 }
 

@@ -76,7 +76,7 @@ RowType dimensionsRow() {
 RowType loadResult() {
   return {"LoadResult",
           "What a loading function answers with.",
-          {{"errorCode", "integer", "0, or what went wrong: see Code"},
+          {{"errorCode", "integer", "0, or what went wrong"},
            {"info", "string", "the same as a message in Chinese"}}};
 }
 
