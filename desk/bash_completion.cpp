@@ -1,4 +1,4 @@
-#include <cctype>
+#include <algorithm>
 #include <sstream>
 
 #include "desk/command_pages.h"
@@ -30,9 +30,16 @@ std::string argumentOf(const Option& option) {
   return kAnything;
 }
 
+/// The words that a branch stands for: a command and what comes behind it.
+std::string pattern(const std::string& command, const std::string& behind) {
+  std::string text = "'";
+  text += command;
+  return text + " " + behind + "'";
+}
+
 /// One branch of a case.
-std::string branch(const std::string& pattern, const std::string& answer) {
-  return "    " + pattern + ") echo '" + answer + "' ;;\n";
+std::string branch(const std::string& words, const std::string& answer) {
+  return "    " + words + ") echo '" + answer + "' ;;\n";
 }
 
 std::vector<std::string> spellings(const Option& option) {
@@ -43,6 +50,7 @@ std::vector<std::string> spellings(const Option& option) {
 
 std::string optionNames(const std::vector<Option>& options) {
   std::vector<std::string> words;
+  words.reserve(options.size());
   for (const Option& option : options) words.push_back(spellings(option).front());
   return joined(words);
 }
@@ -52,27 +60,30 @@ std::string argumentBranches(const std::string& command, const std::vector<Optio
   for (const Option& option : options) {
     if (option.argument == nullptr) continue;
     for (const std::string& word : spellings(option)) {
-      text += branch("'" + command + " " + word + "'", argumentOf(option));
+      text += branch(pattern(command, word), argumentOf(option));
     }
   }
   return text;
 }
 
+/// Whether `c` says that an operand may be left out or repeated.
+bool isMark(char c) {
+  return c == '[' || c == ']' || c == '.';
+}
+
 /// The branches for a command's operands as the help shows them: "FILE bars|works", "FILE...".
 std::string operandBranches(const Command& command) {
   std::string text;
-  std::istringstream words(command.operands);
+  std::istringstream operands(command.operands);
   std::string word;
-  for (int place = 1; words >> word; ++place) {
+  for (int place = 1; operands >> word; ++place) {
     const bool repeats = word.find("...") != std::string::npos;
     const bool isChoice = word.find('|') != std::string::npos;
-    for (char& c : word) {
-      if (c == '|') c = ' ';
-    }
-    const std::string pattern =
-        repeats ? "'" + std::string(command.name) + " '*"
-                : "'" + std::string(command.name) + " " + std::to_string(place) + "'";
-    text += branch(pattern, isChoice ? word : kFiles);
+    word.erase(std::remove_if(word.begin(), word.end(), isMark), word.end());
+    std::replace(word.begin(), word.end(), '|', ' ');
+    const std::string words =
+        repeats ? pattern(command.name, "") + "*" : pattern(command.name, std::to_string(place));
+    text += branch(words, isChoice ? word : kFiles);
   }
   return text;
 }
@@ -131,7 +142,7 @@ std::string bashCompletion() {
   for (const Command& command : commands()) {
     const std::string name = command.name;
     names.push_back(name);
-    options += branch(command.takesOptionsAnywhere ? "'" + name + " '*" : "'" + name + " 0'",
+    options += branch(command.takesOptionsAnywhere ? pattern(name, "") + "*" : pattern(name, "0"),
                       optionNames(command.options));
     arguments += argumentBranches(name, command.options);
     operands += operandBranches(command);
