@@ -1,5 +1,9 @@
 #include "desk/repl/interrupt.h"
 
+#include <poll.h>
+
+#include <cerrno>
+
 namespace desk::repl {
 
 namespace {
@@ -35,14 +39,28 @@ NotedInterrupt::NotedInterrupt() {
   hasNoted = 0;
   const struct sigaction action = handlerOf(note);
   sigaction(SIGINT, &action, &before_);
+  sigset_t interrupt;
+  sigemptyset(&interrupt);
+  sigaddset(&interrupt, SIGINT);
+  sigprocmask(SIG_BLOCK, &interrupt, &maskBefore_);
 }
 
 NotedInterrupt::~NotedInterrupt() {
+  sigprocmask(SIG_SETMASK, &maskBefore_, nullptr);
   sigaction(SIGINT, &before_, nullptr);
 }
 
 bool NotedInterrupt::noted() const {
   return hasNoted != 0;
+}
+
+bool NotedInterrupt::waitForInput(int file) const {
+  pollfd input{file, POLLIN, 0};
+  while (!noted()) {
+    // Other signals, such as a new size of the terminal, are the editor's.
+    if (ppoll(&input, 1, nullptr, &maskBefore_) >= 0 || errno != EINTR) return true;
+  }
+  return false;
 }
 
 ScriptInterrupt::ScriptInterrupt(lua_State* L) {

@@ -6,7 +6,8 @@
 
 namespace desk::repl {
 
-/// While it lives, Ctrl-C is noted and ends a read from the terminal.
+/// While it lives, Ctrl-C comes through only in `waitForInput`, where it is noted and ends the
+/// wait. So none is lost between two reads.
 class NotedInterrupt {
  public:
   NotedInterrupt();
@@ -17,8 +18,12 @@ class NotedInterrupt {
   /// Whether there was one.
   bool noted() const;
 
+  /// Waits until a read from `file` would not. Returns false for Ctrl-C.
+  bool waitForInput(int file) const;
+
  private:
   struct sigaction before_ {};
+  sigset_t maskBefore_{};
 };
 
 /// While it lives, Ctrl-C raises "interrupted!" in what the script state runs. A second one, where

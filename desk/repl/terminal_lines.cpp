@@ -1,11 +1,13 @@
 #include "desk/repl/terminal_lines.h"
 
 #include <histedit.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <cwchar>
 #include <filesystem>
 
 #include "desk/display_width.h"
@@ -73,6 +75,7 @@ class TerminalLines::Editor {
     el_set(editor_, EL_PROMPT, promptOf);
     el_set(editor_, EL_EDITOR, "emacs");
     el_set(editor_, EL_SIGNAL, 1);
+    el_set(editor_, EL_GETCFN, readCharacter);
     el_set(editor_, EL_HIST, history, history_);
     el_set(editor_, EL_ADDFN, "lua-complete", "Completes a name", completeAt);
     el_set(editor_, EL_BIND, "^I", "lua-complete", kEnd);
@@ -92,6 +95,7 @@ class TerminalLines::Editor {
     std::fflush(stdout);
     int size = 0;
     const NotedInterrupt interrupt;
+    interrupt_ = &interrupt;
     // The editor itself would prepare the terminal after the prompt: what is typed in between, a
     // Ctrl-D for one, would reach it as something else.
     el_set(editor_, EL_PREP_TERM, 1);
@@ -130,6 +134,20 @@ class TerminalLines::Editor {
     return *static_cast<Editor*>(self);
   }
 
+  /// Reads one character, as the editor's own function does, but loses no Ctrl-C.
+  static int readCharacter(EditLine* editor, wchar_t* character) {
+    std::mbstate_t state{};
+    for (;;) {
+      char byte = '\0';
+      if (!of(editor).interrupt_->waitForInput(STDIN_FILENO)) return -1;
+      const ssize_t size = ::read(STDIN_FILENO, &byte, 1);
+      if (size <= 0) return static_cast<int>(size);
+      const std::size_t used = std::mbrtowc(character, &byte, 1, &state);
+      if (used <= 1) return 1;
+      if (used == static_cast<std::size_t>(-1)) state = {};  // no character: passed over
+    }
+  }
+
   static char* promptOf(EditLine* editor) { return of(editor).prompt_.data(); }
 
   static unsigned char completeAt(EditLine* editor, int) {
@@ -150,6 +168,7 @@ class TerminalLines::Editor {
   History* history_;
   fs::path file_;
   std::string prompt_;
+  const NotedInterrupt* interrupt_ = nullptr;  ///< of the read at hand
 };
 
 TerminalLines::TerminalLines(lua_State* L) {

@@ -144,7 +144,7 @@ class Repl(unittest.TestCase):
         terminal.type("print('go') while true do end\r")
         terminal.expect("\r\ngo\r\n")
         terminal.type(INTERRUPT)
-        self.assertIn("cusdesk: interrupted!", terminal.expect(PROMPT))
+        self.assertIn("interrupted!\r\nstack traceback:", terminal.expect(PROMPT))
         self.assertEqual(terminal.ask("1"), ["1"])
 
     def test_tab_completes_names(self):
