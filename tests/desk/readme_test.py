@@ -36,6 +36,13 @@ class Readme(unittest.TestCase):
         lines = output_of("for name in pairs(cus_ParseModule) do print(name) end")
         self.assertEqual(named, set(lines[2:]))
 
+    def test_command_table_names_the_commands_of_cusdesk(self):
+        table = re.search(r"\| Command.*?\n\n", README, re.S).group(0)
+        help_text = subprocess.run([CUSDESK, "--help"], check=True, capture_output=True, text=True,
+                                   timeout=60).stdout
+        listed = re.search(r"Commands:\n(.*?)\n\n", help_text, re.S).group(1)
+        self.assertEqual(re.findall(r"`cusdesk (\w+)", table), re.findall(r"^  (\w+)", listed, re.M))
+
     def test_folder_table_names_folders_that_exist(self):
         root = pathlib.Path(__file__).resolve().parents[2]
         table = re.search(r"\| Folder.*?\n\n", README, re.S).group(0)
