@@ -30,6 +30,9 @@ class CommandLine(unittest.TestCase):
             (["run", "-hx"], "unknown option '-x'"),
             (["--root=", "run", "a.lua"], "option '--root' needs a directory"),
             (["run"], "run: which script?"),
+            (["export"], "export: name one thing, or a folder with --into"),
+            (["export", "scheme"], "export: what to export is one of schema, xsd, stub, luacheckrc, "
+                                   "completion, man"),
             (["run", "--raw-error", "--no-such"], "unknown option '--no-such'"),
         ]:
             answer = run(*words)
