@@ -77,7 +77,8 @@ class TerminalLines::Editor {
     el_set(editor_, EL_SIGNAL, 1);
     el_set(editor_, EL_GETCFN, readCharacter);
     el_set(editor_, EL_HIST, history, history_);
-    el_set(editor_, EL_ADDFN, "lua-complete", "Completes a name", completeAt);
+    // by the wide call: the other one keeps copies that it never frees
+    el_wset(editor_, EL_ADDFN, L"lua-complete", L"Completes a name", completeAt);
     el_set(editor_, EL_BIND, "^I", "lua-complete", kEnd);
     el_set(editor_, EL_BIND, "^R", "em-inc-search-prev", kEnd);
     el_source(editor_, nullptr);  // what the user has chosen instead
@@ -150,7 +151,7 @@ class TerminalLines::Editor {
 
   static char* promptOf(EditLine* editor) { return of(editor).prompt_.data(); }
 
-  static unsigned char completeAt(EditLine* editor, int) {
+  static unsigned char completeAt(EditLine* editor, wint_t) {
     const LineInfo* info = el_line(editor);
     const std::string before(info->buffer, info->cursor);
     if (isBlank(before)) return el_insertstr(editor, "  ") == 0 ? CC_REFRESH : CC_ERROR;
