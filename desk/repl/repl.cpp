@@ -92,10 +92,12 @@ bool Repl::show(int count) {
 
 std::string Repl::prompt(const char* global, const char* otherwise) const {
   lua_State* L = engine_.state();
-  lua_getglobal(L, global);
+  lua_pushglobaltable(L);
+  lua_pushstring(L, global);
+  lua_rawget(L, -2);  // scripts may guard their globals with a metatable that raises
   const char* chosen = lua_tostring(L, -1);
   std::string text = chosen == nullptr ? otherwise : chosen;
-  lua_pop(L, 1);
+  lua_pop(L, 2);
   return text;
 }
 

@@ -28,6 +28,7 @@ class Pipe(unittest.TestCase):
             ("for i = 1, 2 do", 1, "", "cusdesk: stdin:1: 'end' expected near <eof>\n"),
             ("job.getjson_Flash('a.js')\n1", 1, "", "cusdesk: stdin:1: getjson_Flash: basic_"),
             ("os.exit(7)", 7, "", ""),
+            ("setmetatable(_G, {__index = error}) x = 1\nx", 0, "1\n", ""),
         ]:
             answer = run(text)
             self.assertEqual((answer.returncode, answer.stdout), (code, output), text)
