@@ -3,6 +3,7 @@
 #   make run      install what is missing, build, run the demo script on the shipped job
 #   make test     the same, then every test
 #   make arm      the tests for 32-bit and 64-bit ARM, cross-built and run under an emulator
+#   make sdk      plug-in and desk against the file system of an older Debian, as if it were a vendor's SDK
 #   make packages all packages, for PCs and both ARMs, into build/packages; tries each in a clean root
 #   make sanitize, make clang   the tests under sanitizers, or built with clang
 #   make fuzz     each fuzz target for FUZZ_SECONDS (60), FUZZ_JOBS (1) of them side by side
@@ -12,7 +13,7 @@
 #   make lint     clang-tidy over everything
 #   make format   format the sources
 #   make browser  install what the browser test needs: without it make test skips that one
-.PHONY: run test build sanitize clang arm armhf arm64 packages fuzz threads soak coverage lint format browser setup setup-arm clean
+.PHONY: run test build sanitize clang arm armhf arm64 sdk packages fuzz threads soak coverage lint format browser setup setup-arm clean
 
 FUZZ_SECONDS ?= 60
 FUZZ_JOBS ?= 1
@@ -45,6 +46,13 @@ armhf arm64: setup-arm
 	tools/make-sysroot.sh build/sysroots/$@ $@ bookworm
 	cmake --preset $@
 	cmake --build --preset $@
+
+sdk: setup-arm
+	tools/make-sysroot.sh build/sysroots/sdk armhf bullseye $$(sed 's/#.*//' tools/sysroot-packages-sdk.txt)
+	cmake --preset armhf -B build/sdk -DCUS_SYSROOT=build/sysroots/sdk -DCUS_SDK_CLANG=clang++-14 \
+	  -DCUS_PANEL_PAGE=OFF
+	cmake --build build/sdk --target cusdesk Custom_LuaParseModule
+	ctest --test-dir build/sdk -j2 --output-on-failure -R '^(session\..*|plugin\.boundary)$$'
 
 packages: build armhf arm64
 	tools/build-packages.sh build build/armhf build/arm64

@@ -82,8 +82,7 @@ std::uint32_t cleanCodePoint(std::uint32_t codePoint) {
 
 std::string cleanText(const std::string& text) {
   std::string valid;
-  utf8::unchecked::replace_invalid(text.begin(), text.end(), std::back_inserter(valid),
-                                   kReplacement);
+  utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid), kReplacement);
   std::string clean;
   clean.reserve(valid.size());
   for (auto at = valid.cbegin(); at != valid.cend();) {

@@ -92,11 +92,20 @@ bool set(const Handle& handle, CURLoption option, Value value) {
   return curl_easy_setopt(handle.get(), option, value) == CURLE_OK;
 }
 
+/// Nothing but http and https, also where a redirect leads.
+bool setProtocols(const Handle& handle) {
+#if LIBCURL_VERSION_NUM >= 0x075500
+  return set(handle, CURLOPT_PROTOCOLS_STR, "http,https") &&
+         set(handle, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+#else
+  constexpr long kHttp = CURLPROTO_HTTP | CURLPROTO_HTTPS;
+  return set(handle, CURLOPT_PROTOCOLS, kHttp) && set(handle, CURLOPT_REDIR_PROTOCOLS, kHttp);
+#endif
+}
+
 bool setLimits(const Handle& handle) {
   const DownloadLimits& limits = settings().download;
-  return set(handle, CURLOPT_PROTOCOLS_STR, "http,https") &&
-         set(handle, CURLOPT_REDIR_PROTOCOLS_STR, "http,https") &&
-         set(handle, CURLOPT_FOLLOWLOCATION, 1L) &&
+  return setProtocols(handle) && set(handle, CURLOPT_FOLLOWLOCATION, 1L) &&
          set(handle, CURLOPT_MAXREDIRS, limits.maxRedirects) &&
          set(handle, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(limits.maxBytes)) &&
          set(handle, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limits.connectTime.count())) &&

@@ -15,8 +15,7 @@ constexpr std::uint32_t kReplacement = 0xFFFD;
 
 std::string xmlText(const std::string& text) {
   std::string valid;
-  utf8::unchecked::replace_invalid(text.begin(), text.end(), std::back_inserter(valid),
-                                   kReplacement);
+  utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid), kReplacement);
   std::string clean;
   for (auto at = valid.cbegin(); at != valid.cend();) {
     std::uint32_t codePoint = utf8::unchecked::next(at);
