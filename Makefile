@@ -10,10 +10,12 @@
 #   make threads  the panel's page, clicks and scripts for THREAD_SECONDS (60) under ThreadSanitizer
 #   make soak     10,000 loads, 1,000 plug-ins loaded and unloaded, the unit tests under valgrind
 #   make coverage what the tests reach of the plug-in, held against tests/coverage/unreached.txt
+#   make bench    times and memory against the host's documents and tables, and the goals for them
 #   make lint     clang-tidy over everything
 #   make format   format the sources
 #   make browser  install what the browser test needs: without it make test skips that one
-.PHONY: run test build sanitize clang arm armhf arm64 sdk packages fuzz threads soak coverage lint format browser setup setup-arm clean
+.PHONY: run test build sanitize clang arm armhf arm64 sdk packages fuzz threads soak coverage bench \
+        lint format browser setup setup-arm clean
 
 FUZZ_SECONDS ?= 60
 FUZZ_JOBS ?= 1
@@ -78,6 +80,9 @@ coverage: setup
 	find build/coverage -name '*.gcda' -delete
 	ctest --preset coverage -j2
 	python3 tests/coverage/check_coverage.py . build/coverage
+
+bench: build
+	python3 bench/ratios.py build/bin/cusbench build/bin/cusmemory
 
 lint: setup
 	cmake --preset clang

@@ -1,0 +1,137 @@
+"""Holds what the bench measures against the goals.
+
+Every ratio is taken within one repetition and the median of the repetitions counts, so that a
+machine that slows down for a while slows down both sides.
+Usage: ratios.py CUSBENCH CUSMEMORY [--repetitions N] [--skip-large]
+"""
+
+import argparse
+import collections
+import json
+import math
+import statistics
+import subprocess
+import sys
+import tempfile
+
+# (what, numerator, denominator, goal): at most the goal, except where it begins with ">=".
+RATIOS = [
+    ("JSON read / parse, 8,000 pieces", "json.first/8000/read", "json.first/8000/parse", "<= 0.30"),
+    ("JSON read / parse, 160 pieces", "json.first/160/read", "json.first/160/parse", "<= 0.25"),
+    ("... second spellings, 8,000 pieces", "json.second/8000/read", "json.second/8000/parse", ""),
+    ("... second spellings, 160 pieces", "json.second/160/read", "json.second/160/parse", ""),
+    ("JSON read / copy, 8,000 pieces", "json.first/8000/read", "json.first/8000/copy", ""),
+    ("JSON read / free, 8,000 pieces", "json.first/8000/read", "json.first/8000/free", ""),
+    ("XML read / parse, 8,000 pieces", "xml/8000/read", "xml/8000/parse", "<= 0.40"),
+    ("XML read / parse, 160 pieces", "xml/160/read", "xml/160/parse", "<= 0.40"),
+    ("XML header last / first", "xml.header_last/8000/read", "xml/8000/read", "<= 1.10"),
+    ("all works / floor", "works/8000/command", "works/8000/floor", "<= 1.15"),
+    ("all cuts / floor", "cuts/8000/command", "cuts/8000/floor", "<= 1.20"),
+    ("labels / floor", "labels/8000/command", "labels/8000/floor", "<= 1.05"),
+    ("24,000 distinct holes / all-works floor", "distinct_holes/8000/command",
+     "distinct_works/8000/floor", "<= 1.50"),
+    ("scan in Lua / works of one barcode", "barcode/8000/scan", "barcode/8000/command", ">= 10"),
+]
+
+GROWING = ["json.first/{}/read", "xml/{}/read", "works/{}/command", "cuts/{}/command",
+           "labels/{}/command", "holes/{}/command"]
+GROWTH_STEPS = [(1000, 10000), (10000, 100000)]
+GROWTH_GOAL = "<= 1.15"
+
+
+def growth_cases(step):
+    return [(case.format(step[1]), case.format(step[0])) for case in GROWING]
+
+
+def wanted_cases(skip_large):
+    cases = {case for _, over, under, _ in RATIOS for case in (over, under)}
+    if not skip_large:
+        for step in GROWTH_STEPS:
+            cases.update(case for pair in growth_cases(step) for case in pair)
+    return cases
+
+
+def measure(bench, cases, repetitions):
+    """Runs the cases; returns per case the times of the repetitions, in order."""
+    with tempfile.NamedTemporaryFile(suffix=".json") as report:
+        subprocess.run(
+            [bench, "--benchmark_filter=^(" + "|".join(sorted(cases)) + ")/",
+             f"--benchmark_repetitions={repetitions}",
+             "--benchmark_enable_random_interleaving=true",
+             f"--benchmark_out={report.name}", "--benchmark_out_format=json"],
+            check=True, stdout=subprocess.DEVNULL)
+        figures = json.load(report)
+    times = collections.defaultdict(dict)
+    for run in figures["benchmarks"]:
+        if run["run_type"] == "iteration":
+            case = run["name"].split("/iterations:")[0]
+            times[case][run["repetition_index"]] = run["real_time"]
+    return {case: [runs[i] for i in sorted(runs)] for case, runs in times.items()}
+
+
+def median_ratio(times, over, under):
+    return statistics.median(a / b for a, b in zip(times[over], times[under]))
+
+
+def meets(value, goal):
+    if not goal:
+        return True
+    sign, bound = goal.split()
+    return value <= float(bound) if sign == "<=" else value >= float(bound)
+
+
+class Table:
+    def __init__(self):
+        self.missed = 0
+
+    def row(self, what, value, goal, note=""):
+        verdict = "" if meets(value, goal) else "MISSED"
+        self.missed += verdict != ""
+        print(f"{what:46} {value:8.3f}   {goal:8} {verdict:7}{note}".rstrip())
+
+
+def growth(table, times):
+    for step in GROWTH_STEPS:
+        for over, under in growth_cases(step):
+            decades = math.log(step[1] / step[0])
+            exponent = math.log(median_ratio(times, over, under)) / decades
+            what = over.split("/")[0] + " " + over.split("/")[2]
+            table.row(f"growth, {what}, {step[0]:,} to {step[1]:,}", exponent, GROWTH_GOAL)
+
+
+def memory(table, program):
+    """The goals are for JSON jobs; an XML document is smaller beside the same records."""
+    lines = subprocess.run([program], check=True, capture_output=True, text=True).stdout
+    for line in lines.splitlines():
+        form, pieces, *sizes = line.split()
+        text, document, model, peak = map(int, sizes)
+        of = f"{form.upper()}, {int(pieces):,} pieces"
+        goals = ("<= 0.18", "<= 1.08") if form == "json" else ("", "")
+        table.row(f"model heap / document heap, {of}", model / document, goals[0])
+        table.row(f"peak / (text + document), {of}", peak / (text + document), goals[1])
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("bench")
+    parser.add_argument("memory")
+    parser.add_argument("--repetitions", type=int, default=15)
+    parser.add_argument("--skip-large", action="store_true", help="leave out how times grow")
+    arguments = parser.parse_args()
+
+    times = measure(arguments.bench, wanted_cases(arguments.skip_large), arguments.repetitions)
+    table = Table()
+    print(f"{'ratio':46} {'median':>8}   {'goal':8}")
+    for what, over, under, goal in RATIOS:
+        table.row(what, median_ratio(times, over, under), goal,
+                  f" {statistics.median(times[over]):.0f} us")
+    if not arguments.skip_large:
+        growth(table, times)
+    memory(table, arguments.memory)
+    if table.missed:
+        print(f"{table.missed} goals are missed")
+    return 1 if table.missed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
