@@ -26,6 +26,7 @@ run: build
 
 test: run
 	ctest --preset release -j2 --output-on-failure
+	@tools/print-figures.sh build/Testing/Temporary/LastTest.log
 
 build: setup
 	cmake --preset release
