@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "json/json_keys.h"
-#include "module/script_rows.h"
 
 namespace fuzzing {
 namespace {
@@ -56,9 +55,11 @@ std::string textOf(const tagHOHEINFO& hole) {
 }
 
 std::string textOf(const PRINT_T& label) {
-  std::string text;
-  for (const auto& key : script_rows::kLabel) text += textOf(label.*key.value.text);
-  return text;
+  return textOf(label.sProfileCode) + textOf(label.sProfileName) + textOf(label.sProfileLength) +
+         textOf(label.sNameProduct) + textOf(label.sColor) + textOf(label.sIndoorColor) +
+         textOf(label.sOutdoorColor) + textOf(label.sLengthProduct) + textOf(label.sPosition) +
+         textOf(label.sWindow) + textOf(label.sCutAngle) + textOf(label.sProcess) +
+         textOf(label.sMaterialHeight);
 }
 
 std::string textOf(const DATA_T& job) {

@@ -73,12 +73,11 @@ template <class Record, std::size_t count>
 void readKeys(const Json::Value& object, const Key<Record> (&keys)[count], Record& record) {
   if (!object.isObject()) return;
   for (const Key<Record>& key : keys) {
-    for (const char* spelling : {key.spelling, key.secondSpelling}) {
-      if (spelling == nullptr) continue;
-      const Json::Value& value = object[spelling];
-      if (!isOfKind(value, key.kind)) continue;
+    if (const Json::Value& value = object[key.spelling]; isOfKind(value, key.kind)) {
       store(value, key, record);
-      break;
+    } else if (key.secondSpelling != nullptr) {
+      const Json::Value& second = object[key.secondSpelling];
+      if (isOfKind(second, key.kind)) store(second, key, record);
     }
   }
 }
@@ -96,6 +95,13 @@ bool declaresVersion1(const Json::Value& root) {
   if (!root.isObject()) return false;
   const Json::Value version1(json_keys::kVersion);
   return root["Version"] == version1 || root["version"] == version1;
+}
+
+/// How many elements an array has.
+std::size_t sizeOf(const Json::Value& array) {
+  std::size_t size = 0;
+  for (auto element = array.begin(); element != array.end(); ++element) ++size;
+  return size;
 }
 
 bool hasLabelFields(const Json::Value& piece) {
@@ -132,7 +138,7 @@ int JsonAnalysis::analysisField(Json::Value piece, std::string version) {
 }
 
 int JsonAnalysis::analysisCut(Json::Value piece, std::string version) {
-  return readCut(piece, version);
+  return readCut(child(piece, json_keys::kCutOfPiece, &Json::Value::isObject), version);
 }
 
 int JsonAnalysis::analysisWork(Json::Value works, std::string version) {
@@ -154,6 +160,7 @@ int JsonAnalysis::readData(const Json::Value& root) {
 int JsonAnalysis::readBars(const Json::Value& bars, const std::string& version) {
   if (version != json_keys::kVersion) return kNoBar;
   return model::dropOnThrow(curBar.piece, [&] {
+    data.Bar.reserve(data.Bar.size() + sizeOf(bars));
     for (const Json::Value& bar : bars) {
       if (const int code = readBar(bar); code < 0) return code;
     }
@@ -174,6 +181,7 @@ int JsonAnalysis::readBar(const Json::Value& bar) {
 int JsonAnalysis::readPieces(const Json::Value& pieces, const std::string& version) {
   if (version != json_keys::kVersion) return kNoPiece;
   return model::dropOnThrow(curPiece.work, [&] {
+    curBar.piece.reserve(curBar.piece.size() + sizeOf(pieces));
     for (const Json::Value& piece : pieces) {
       if (const int code = readPiece(piece); code < 0) return code;
     }
@@ -190,8 +198,8 @@ int JsonAnalysis::readPiece(const Json::Value& piece) {
     curPiece.Fields = curField;
   }
 
-  if (child(piece, json_keys::kCutOfPiece, &Json::Value::isObject) != nullptr) {
-    const int code = readCut(piece, data.Version);
+  if (const Json::Value* cut = child(piece, json_keys::kCutOfPiece, &Json::Value::isObject)) {
+    const int code = readCut(cut, data.Version);
     if (code < 0) return failed("analysis cut", code);
   }
   // kept: a piece without a cut carries the cut of the piece before it
@@ -219,11 +227,9 @@ int JsonAnalysis::readFields(const Json::Value& piece, const std::string& versio
   return kDone;
 }
 
-int JsonAnalysis::readCut(const Json::Value& piece, const std::string& version) {
+int JsonAnalysis::readCut(const Json::Value* cut, const std::string& version) {
   if (version != json_keys::kVersion) return kDone;
-  if (const Json::Value* cut = child(piece, json_keys::kCutOfPiece, &Json::Value::isObject)) {
-    readKeys(*cut, json_keys::kCut, curCut);
-  }
+  if (cut != nullptr) readKeys(*cut, json_keys::kCut, curCut);
   // kept: the saw's right head counts a mitre of 135 degrees as 45
   if (curCut.dxB == "135") curCut.dxB = "45";
   return kDone;

@@ -110,6 +110,6 @@ class JsonAnalysis {
   int readPieces(const Json::Value& pieces, const std::string& version);
   int readPiece(const Json::Value& piece);
   int readFields(const Json::Value& piece, const std::string& version);
-  int readCut(const Json::Value& piece, const std::string& version);
+  int readCut(const Json::Value* cut, const std::string& version);
   int readWorks(const Json::Value& works, const std::string& version);
 };

@@ -1,8 +1,35 @@
 #include <algorithm>
+#include <utility>
 
 #include "json/json_analysis.h"
 #include "model/job_lists.h"
 #include "model/job_walks.h"
+
+namespace {
+
+using BarCodes = std::map<std::string, std::map<std::string, std::string>>;
+using Entry = BarCodes::mapped_type::node_type;
+
+/// Takes any entry out of a map that is no longer needed. Empty when there is none.
+Entry takeEntry(BarCodes& spare) {
+  while (!spare.empty() && spare.begin()->second.empty()) spare.erase(spare.begin());
+  if (spare.empty()) return {};
+  BarCodes::mapped_type& codes = spare.begin()->second;
+  return codes.extract(codes.begin());
+}
+
+/// Sets the barcode of a piece, in a used entry if there is one.
+void setBarCode(BarCodes::mapped_type& codes, const PIECE_T& piece, Entry entry) {
+  // The hint is right when pieces come in the order of their numbers, as most do.
+  if (entry.empty()) {
+    codes.insert_or_assign(codes.end(), piece.PieceNumber, piece.BarCode);
+    return;
+  }
+  entry.key() = piece.PieceNumber;
+  codes.insert(codes.end(), std::move(entry))->second = piece.BarCode;
+}
+
+}  // namespace
 
 std::list<WORK_T> JsonAnalysis::getWork(std::string barCode) {
   return model::listWorksOf(data, barCode);
@@ -55,11 +82,15 @@ std::list<PRINT_T> JsonAnalysis::getPrint() {
 }
 
 void JsonAnalysis::getAllBarCodeToMap() {
-  barCodeMap.clear();
+  // Most entries come again: those of the last rebuild are filled anew rather than freed and made.
+  BarCodes spare = std::exchange(barCodeMap, {});
   for (const BAR_T& bar : data.Bar) {
     if (bar.piece.empty()) continue;
-    std::map<std::string, std::string>& codes = barCodeMap[bar.BarNumber];
-    for (const PIECE_T& piece : bar.piece) codes[piece.PieceNumber] = piece.BarCode;
+    BarCodes::mapped_type& codes = barCodeMap[bar.BarNumber];
+    for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
+      model::fetchNext(piece);
+      setBarCode(codes, piece, takeEntry(spare));
+    }
   }
 }
 

@@ -1,17 +1,29 @@
 // How the readers put a job together from the records under construction.
 #pragma once
 
+#include <iterator>
 #include <utility>
 #include <vector>
 
 namespace model {
+
+/// Takes what `room` holds into a vector that is no larger. A room that was larger keeps its memory
+/// for what comes next.
+template <class Child>
+std::vector<Child> takeChildren(std::vector<Child>& room) {
+  if (room.size() == room.capacity()) return std::exchange(room, {});
+  std::vector<Child> taken(std::make_move_iterator(room.begin()),
+                           std::make_move_iterator(room.end()));
+  room.clear();
+  return taken;
+}
 
 /// Appends a copy of the record under construction to `list`. Its children are moved into the copy
 /// and so left empty; every other field stays as it is for the next element.
 template <class Record, class Holder, class Child>
 void appendFinished(std::vector<Record>& list, Record& current,
                     std::vector<Child> Holder::*children) {
-  std::vector<Child> finished = std::exchange(current.*children, {});
+  std::vector<Child> finished = takeChildren(current.*children);
   list.push_back(current);
   list.back().*children = std::move(finished);
 }

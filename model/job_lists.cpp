@@ -4,6 +4,16 @@
 
 namespace model {
 
+namespace {
+
+/// A cut row, all but the piece's number.
+RETURNACUT_T cutOf(const BAR_T& bar, const PIECE_T& piece) {
+  return {bar.BarNumber,     bar.length,       piece.Length, piece.sxB, piece.dxB,
+          pieceCountOf(bar), piece.order_code, bar.BarName,  {}};
+}
+
+}  // namespace
+
 std::list<WORK_T> listWorksOf(const DATA_T& job, const std::string& barCode) {
   std::list<WORK_T> works;
   forEachWorkOf(job, barCode, [&](const WORK_T& work) { works.push_back(work); });
@@ -20,15 +30,18 @@ std::list<std::pair<std::string, WORK_T>> listWorks(const DATA_T& job) {
 
 std::list<RETURNACUT_T> listCutsOf(const DATA_T& job, const std::string& barNumber) {
   std::list<RETURNACUT_T> cuts;
-  RETURNACUT_T row;
-  forEachCutOf(job, barNumber, row, [&] { cuts.push_back(row); });
+  forEachBarOf(job, barNumber, [&](const BAR_T& bar) {
+    for (const PIECE_T& piece : bar.piece) cuts.push_back(cutOf(bar, piece));
+  });
   return cuts;
 }
 
 std::list<RETURNACUT_T> listCuts(const DATA_T& job) {
   std::list<RETURNACUT_T> cuts;
-  RETURNACUT_T row;
-  forEachCut(job, row, [&] { cuts.push_back(row); });
+  forEachPiece(job, [&](const BAR_T& bar, const PIECE_T& piece) {
+    cuts.push_back(cutOf(bar, piece));
+    cuts.back().PieceNumber = piece.PieceNumber;
+  });
   return cuts;
 }
 

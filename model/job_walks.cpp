@@ -4,24 +4,16 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "model/number_text.h"
+
 namespace model {
 
 bool declaresVersion1(const DATA_T& job) {
   return job.Version == "1.0";
 }
 
-void setBarOfCut(RETURNACUT_T& row, const BAR_T& bar) {
-  row.BarNumber = bar.BarNumber;
-  row.Length = bar.length;
-  row.CutNumBer = std::to_string(static_cast<unsigned>(bar.piece.size()));
-  row.BarName = bar.BarName;
-}
-
-void setPieceOfCut(RETURNACUT_T& row, const PIECE_T& piece) {
-  row.CutLength = piece.Length;
-  row.SxB = piece.sxB;
-  row.DxB = piece.dxB;
-  row.OrderCode = piece.order_code;
+std::string pieceCountOf(const BAR_T& bar) {
+  return std::to_string(static_cast<unsigned>(bar.piece.size()));
 }
 
 void setBarOfLabel(PRINT_T& row, const BAR_T& bar) {
@@ -38,9 +30,9 @@ void collectHoles(const DATA_T& job, std::vector<tagHOHEINFO>& holes) {
   forEachPiece(job, [&](const BAR_T& bar, const PIECE_T& piece) {
     for (const WORK_T& work : piece.work) {
       if (!known.insert(work.Name).second) continue;
-      const double length = std::stod(piece.Length);
-      const double width = std::stod(bar.MaxY);
-      const double height = std::stod(bar.MaxZ);
+      const double length = toDouble(piece.Length.c_str());
+      const double width = toDouble(bar.MaxY.c_str());
+      const double height = toDouble(bar.MaxZ.c_str());
       holes.push_back({work.Name, length, width, height});
     }
   });

@@ -7,37 +7,37 @@
 
 namespace lua_rows {
 
-/// The member that a row value comes from.
-template <class Row>
-struct ValueOf {
-  constexpr ValueOf(std::string Row::*member) : text(member) {}
-  constexpr ValueOf(const char* Row::*member) : view(member) {}
-  constexpr ValueOf(double Row::*member) : number(member) {}
+inline void pushValue(lua_State* L, const std::string& text) {
+  lua_pushstring(L, text.c_str());
+}
 
-  std::string Row::*text = nullptr;
-  const char* Row::*view = nullptr;
-  double Row::*number = nullptr;
-};
+inline void pushValue(lua_State* L, const char* text) {
+  lua_pushstring(L, text);
+}
 
-/// One key of a row table. Rows are set in the order of their key table.
+inline void pushValue(lua_State* L, double number) {
+  lua_pushnumber(L, number);
+}
+
+/// Pushes one member of a row. Texts end at their first zero byte.
+template <auto member, class Row>
+void pushMember(lua_State* L, const Row& row) {
+  pushValue(L, row.*member);
+}
+
+/// One key of a row table and what pushes its value. Rows are set in the order of their key table.
 template <class Row>
 struct RowKey {
   const char* key;
-  ValueOf<Row> value;
+  void (*push)(lua_State* L, const Row& row);
 };
 
-/// Sets the keys of `row` in the table on top of the stack. Texts end at their first zero byte.
+/// Sets the keys of `row` in the table on top of the stack.
 template <class Row, std::size_t count>
 void setFields(lua_State* L, const RowKey<Row> (&keys)[count], const Row& row) {
   for (const RowKey<Row>& key : keys) {
     lua_pushstring(L, key.key);
-    if (key.value.number != nullptr) {
-      lua_pushnumber(L, row.*key.value.number);
-    } else if (key.value.text != nullptr) {
-      lua_pushstring(L, (row.*key.value.text).c_str());
-    } else {
-      lua_pushstring(L, row.*key.value.view);
-    }
+    key.push(L, row);
     lua_settable(L, -3);
   }
 }

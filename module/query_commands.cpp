@@ -1,9 +1,8 @@
 #include "module/query_commands.h"
 
 #include <lua.hpp>
-#include <string_view>
-#include <unordered_map>
 
+#include "model/first_pieces.h"
 #include "model/job_walks.h"
 #include "module/readers.h"
 #include "module/script_rows.h"
@@ -37,20 +36,24 @@ void appendWork(lua_State* L, const WORK_T& work, const Dimensions& dimensions) 
   appendRow(L);
 }
 
+constexpr int kWorkWithOwner = std::size(script_rows::kWorkOwner) + std::size(script_rows::kWork) +
+                               std::size(script_rows::kDimensions);
+
 void appendAllWorks(lua_State* L, const DATA_T& job) {
   const bool answersDimensions = model::declaresVersion1(job);
   // The first piece in file order gives the dimensions of a barcode, and that is also the first one
   // that this walk meets: so one walk does, where a look-up per work would take time squared.
-  std::unordered_map<std::string_view, Dimensions> dimensions;
+  model::FirstPieces firstPieces(job);
   model::forEachPiece(job, [&](const BAR_T& bar, const PIECE_T& piece) {
-    const Dimensions known =
-        dimensions.try_emplace(piece.BarCode, dimensionsOf(bar, piece)).first->second;
+    const model::PieceOnBar first = firstPieces.meet({&bar, &piece});
+    const Dimensions dimensions =
+        answersDimensions ? dimensionsOf(*first.bar, *first.piece) : Dimensions{};
     for (const WORK_T& work : piece.work) {
       if (!answersDimensions) model::reportUnknownBarCode(piece.BarCode);
-      lua_createtable(L, 0, 8);
+      lua_createtable(L, 0, kWorkWithOwner);
       setFields(L, script_rows::kWorkOwner, {piece.BarCode.c_str()});
       setFields(L, script_rows::kWork, work);
-      setFields(L, script_rows::kDimensions, answersDimensions ? known : Dimensions{});
+      setFields(L, script_rows::kDimensions, dimensions);
       appendRow(L);
     }
   });
@@ -61,11 +64,39 @@ void appendWorksOf(lua_State* L, const DATA_T& job, const std::string& barCode) 
   model::forEachWorkOf(job, barCode, [&](const WORK_T& work) { appendWork(L, work, dimensions); });
 }
 
-/// Sets what the JSON reader gives to every cut row, for jobs of either format.
-void askJsonReader(script_rows::Cut& row) {
-  json.getHeight(row.Height);
+/// What the JSON reader gives to every cut row, for jobs of either format.
+struct SharedByCuts {
+  std::string height;
+  std::string materialCount;
+};
+
+SharedByCuts askJsonReader() {
+  SharedByCuts shared;
+  json.getHeight(shared.height);
   json.getAllBarCodeToMap();
-  row.MaterialCount = std::to_string(json.getMaterialCount());
+  shared.materialCount = std::to_string(json.getMaterialCount());
+  return shared;
+}
+
+/// The cuts of a bar, with the barcodes of its pieces or with those of no piece number.
+void appendCutsOf(lua_State* L, const BAR_T& bar, const SharedByCuts& shared, bool withNumbers) {
+  if (bar.piece.empty()) return;
+  const std::string noNumber;
+  const std::string piecesOnBar = model::pieceCountOf(bar);
+  // As JsonAnalysis::getBarCode, but the bar is looked up once.
+  std::map<std::string, std::string>& barCodes = json.barCodeMap[bar.BarNumber];
+  for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
+    model::fetchNext(piece);
+    const std::string& barCode = barCodes[withNumbers ? piece.PieceNumber : noNumber];
+    const script_rows::Cut row = {bar.BarNumber.c_str(), shared.height.c_str(),
+                                  bar.length.c_str(),    piece.Length.c_str(),
+                                  piece.sxB.c_str(),     piece.dxB.c_str(),
+                                  piecesOnBar.c_str(),   barCode.c_str(),
+                                  bar.BarName.c_str(),   shared.materialCount.c_str()};
+    lua_createtable(L, 0, std::size(script_rows::kCut));
+    setFields(L, script_rows::kCut, row);
+    appendRow(L);
+  }
 }
 
 }  // namespace
@@ -90,21 +121,14 @@ int getCutCommand(lua_State* L) {
   // All bar numbers are converted before the first row is made: one that is no number raises.
   if (barNumber.empty() && nFileType == kJsonJob) json.refillMaterialList();
   newResult(L);
-  script_rows::Cut row;
-  askJsonReader(row);
+  const SharedByCuts shared = askJsonReader();
   const DATA_T* job = currentJob();
   if (job == nullptr) return 1;
-
-  const auto append = [&] {
-    row.BarCode = json.getBarCode(row.BarNumber, row.PieceNumber);
-    lua_createtable(L, 0, std::size(script_rows::kCut));
-    setFields(L, script_rows::kCut, row);
-    appendRow(L);
-  };
   if (barNumber.empty()) {
-    model::forEachCut(*job, row, append);
+    for (const BAR_T& bar : job->Bar) appendCutsOf(L, bar, shared, true);
   } else {
-    model::forEachCutOf(*job, barNumber, row, append);
+    model::forEachBarOf(*job, barNumber,
+                        [&](const BAR_T& bar) { appendCutsOf(L, bar, shared, false); });
   }
   return 1;
 }

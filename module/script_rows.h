@@ -7,6 +7,7 @@
 
 namespace script_rows {
 
+using lua_rows::pushMember;
 using lua_rows::RowKey;
 
 /// The dimensions that go with a barcode. Views into the job, empty texts where there is no piece.
@@ -21,60 +22,76 @@ struct WorkOwner {
   const char* barCode;
 };
 
-/// One row of get_cut: the cut and what the JSON reader adds to it.
-struct Cut : RETURNACUT_T {
-  std::string Height;         ///< of the profile, the same on every row
-  std::string BarCode;        ///< empty unless all cuts are asked for
-  std::string MaterialCount;  ///< the highest bar number, the same on every row
+/// One row of get_cut: the cut and what the JSON reader adds to it. Views into the job and into the
+/// reader.
+struct Cut {
+  const char* barNumber;
+  const char* height;  ///< of the profile, the same on every row
+  const char* length;  ///< of the bar
+  const char* cutLength;
+  const char* sxB;
+  const char* dxB;
+  const char* piecesOnBar;
+  const char* barCode;  ///< empty unless all cuts are asked for
+  const char* barName;
+  const char* materialCount;  ///< the highest bar number, the same on every row
 };
 
 // --- names fixed by the scripts ------------------------------------------------------------------
 
-inline constexpr RowKey<WorkOwner> kWorkOwner[] = {{"BarCode", &WorkOwner::barCode}};
+inline constexpr RowKey<WorkOwner> kWorkOwner[] = {{"BarCode", pushMember<&WorkOwner::barCode>}};
 
 inline constexpr RowKey<WORK_T> kWork[] = {
-    {"Name", &WORK_T::Name},
-    {"PositionX", &WORK_T::PositionX},
-    {"PositionY", &WORK_T::PositionY},
-    {"PositionZ", &WORK_T::PositionZ},
+    {"Name", pushMember<&WORK_T::Name>},
+    {"PositionX", pushMember<&WORK_T::PositionX>},
+    {"PositionY", pushMember<&WORK_T::PositionY>},
+    {"PositionZ", pushMember<&WORK_T::PositionZ>},
 };
 
 inline constexpr RowKey<Dimensions> kDimensions[] = {
-    {"MaxY", &Dimensions::maxY},
-    {"MaxZ", &Dimensions::maxZ},
-    {"Cut_Length", &Dimensions::cutLength},
+    {"MaxY", pushMember<&Dimensions::maxY>},
+    {"MaxZ", pushMember<&Dimensions::maxZ>},
+    {"Cut_Length", pushMember<&Dimensions::cutLength>},
 };
 
 inline constexpr RowKey<Cut> kCut[] = {
-    {"BarNumber", &Cut::BarNumber},         {"Height", &Cut::Height},   {"Length", &Cut::Length},
-    {"CutLength", &Cut::CutLength},         {"SxB", &Cut::SxB},         {"DxB", &Cut::DxB},
-    {"CutNumBer", &Cut::CutNumBer},         {"BarCode", &Cut::BarCode}, {"BarName", &Cut::BarName},
-    {"MaterialCount", &Cut::MaterialCount},
+    {"BarNumber", pushMember<&Cut::barNumber>},
+    {"Height", pushMember<&Cut::height>},
+    {"Length", pushMember<&Cut::length>},
+    {"CutLength", pushMember<&Cut::cutLength>},
+    {"SxB", pushMember<&Cut::sxB>},
+    {"DxB", pushMember<&Cut::dxB>},
+    {"CutNumBer", pushMember<&Cut::piecesOnBar>},
+    {"BarCode", pushMember<&Cut::barCode>},
+    {"BarName", pushMember<&Cut::barName>},
+    {"MaterialCount", pushMember<&Cut::materialCount>},
 };
 
 inline constexpr RowKey<tagHOHEINFO> kHole[] = {
-    {"name", &tagHOHEINFO::name},
-    {"length", &tagHOHEINFO::length},
-    {"width", &tagHOHEINFO::width},
-    {"height", &tagHOHEINFO::height},
+    {"name", pushMember<&tagHOHEINFO::name>},
+    {"length", pushMember<&tagHOHEINFO::length>},
+    {"width", pushMember<&tagHOHEINFO::width>},
+    {"height", pushMember<&tagHOHEINFO::height>},
 };
 
 inline constexpr RowKey<PRINT_T> kLabel[] = {
-    {"sProfileCode", &PRINT_T::sProfileCode},
-    {"sProfileName", &PRINT_T::sProfileName},
-    {"sProfileLength", &PRINT_T::sProfileLength},
-    {"sNameProduct", &PRINT_T::sNameProduct},
-    {"sColor", &PRINT_T::sColor},
-    {"sIndoorColor", &PRINT_T::sIndoorColor},
-    {"sOutdoorColor", &PRINT_T::sOutdoorColor},
-    {"sLengthProduct", &PRINT_T::sLengthProduct},
-    {"sPosition", &PRINT_T::sPosition},
-    {"sWindow", &PRINT_T::sWindow},
-    {"sCutAngle", &PRINT_T::sCutAngle},
-    {"sProcess", &PRINT_T::sProcess},
-    {"sMaterialHeight", &PRINT_T::sMaterialHeight},
+    {"sProfileCode", pushMember<&PRINT_T::sProfileCode>},
+    {"sProfileName", pushMember<&PRINT_T::sProfileName>},
+    {"sProfileLength", pushMember<&PRINT_T::sProfileLength>},
+    {"sNameProduct", pushMember<&PRINT_T::sNameProduct>},
+    {"sColor", pushMember<&PRINT_T::sColor>},
+    {"sIndoorColor", pushMember<&PRINT_T::sIndoorColor>},
+    {"sOutdoorColor", pushMember<&PRINT_T::sOutdoorColor>},
+    {"sLengthProduct", pushMember<&PRINT_T::sLengthProduct>},
+    {"sPosition", pushMember<&PRINT_T::sPosition>},
+    {"sWindow", pushMember<&PRINT_T::sWindow>},
+    {"sCutAngle", pushMember<&PRINT_T::sCutAngle>},
+    {"sProcess", pushMember<&PRINT_T::sProcess>},
+    {"sMaterialHeight", pushMember<&PRINT_T::sMaterialHeight>},
 };
 
+static_assert(sizeof(Cut) == std::size(kCut) * sizeof(const char*),
+              "every text of a cut has a row key");
 static_assert(sizeof(PRINT_T) == std::size(kLabel) * sizeof(std::string),
               "every label slot has a row key");
 

@@ -7,18 +7,55 @@
 
 #include "host/cbl.h"
 #include "model/assembly.h"
+#include "model/number_text.h"
 #include "xml/xml_elements.h"
 
 namespace {
 
 using model::Key;
 using model::KeyKind;
+using tinyxml2::XMLElement;
 
-/// The text of a child element, null where there is none.
-const char* childText(const tinyxml2::XMLElement& parent, const char* name) {
-  const tinyxml2::XMLElement* child = parent.FirstChildElement(name);
-  return child == nullptr ? nullptr : child->GetText();
-}
+/// Finds the children of an element by name, quickest when they stand in the order in which they
+/// are asked for.
+///
+/// It knows how far the elements asked for stand side by side from the first child on. No other
+/// name is among those, so the search for another name may begin behind them. Each name may be
+/// asked for once.
+class Children {
+ public:
+  explicit Children(XMLElement& parent) : parent_(parent) {}
+
+  /// The text of the first child of that name, null where there is none.
+  const char* text(const char* name) {
+    XMLElement* const found = next(name);
+    if (found == nullptr) return nullptr;
+    advance(found);
+    return found->GetText();
+  }
+
+  /// Calls read(child) for every child of that name, in document order.
+  template <class Read>
+  void forEach(const char* name, Read&& read) {
+    for (XMLElement* child = next(name); child != nullptr;
+         child = child->NextSiblingElement(name)) {
+      advance(child);
+      read(*child);
+    }
+  }
+
+ private:
+  XMLElement* next(const char* name) const {
+    return known_ == nullptr ? parent_.FirstChildElement(name) : known_->NextSiblingElement(name);
+  }
+
+  void advance(XMLElement* found) {
+    if (found == next(nullptr)) known_ = found;
+  }
+
+  XMLElement& parent_;
+  XMLElement* known_ = nullptr;  ///< the last of the elements side by side
+};
 
 const char* requiredText(const char* text) {
   // The words are a contract: what the standard library says of a null text varies by version.
@@ -27,14 +64,14 @@ const char* requiredText(const char* text) {
 }
 
 template <class Record>
-void readElement(const tinyxml2::XMLElement& parent, const Key<Record>& key, Record& record) {
-  const char* text = childText(parent, key.spelling);
+void readElement(Children& children, const Key<Record>& key, Record& record) {
+  const char* const text = children.text(key.spelling);
   switch (key.kind) {
     case KeyKind::Text:
       if (text != nullptr) record.*key.field.text = text;
       break;
     case KeyKind::Number:
-      record.*key.field.number = std::stod(requiredText(text));
+      record.*key.field.number = model::toDouble(requiredText(text));
       break;
     case KeyKind::Required:
       requiredText(text);
@@ -48,18 +85,38 @@ void readElement(const tinyxml2::XMLElement& parent, const Key<Record>& key, Rec
 }
 
 template <class Record, std::size_t count>
-void readElements(const tinyxml2::XMLElement& parent, const Key<Record> (&keys)[count],
-                  Record& record, std::size_t from = 0, std::size_t to = count) {
-  for (std::size_t i = from; i < to; ++i) readElement(parent, keys[i], record);
+void readElements(Children& children, const Key<Record> (&keys)[count], Record& record,
+                  std::size_t from = 0, std::size_t to = count) {
+  for (std::size_t i = from; i < to; ++i) readElement(children, keys[i], record);
 }
 
-/// Calls read(child) for every child element of that name, in document order.
-template <class Read>
-void forEachChild(tinyxml2::XMLElement& parent, const char* name, Read&& read) {
-  for (tinyxml2::XMLElement* child = parent.FirstChildElement(name); child != nullptr;
-       child = child->NextSiblingElement(name)) {
-    read(*child);
-  }
+/// Fills a record from an element whose children lead to no other level.
+template <class Record, std::size_t count>
+void readElements(XMLElement& parent, const Key<Record> (&keys)[count], Record& record) {
+  Children children(parent);
+  readElements(children, keys, record);
+}
+
+void readCuts(Children& piece, CUT_T& cut, PIECE_T& current) {
+  piece.forEach(xml_elements::kCuts, [&](XMLElement& element) {
+    readElements(element, xml_elements::kCut, cut);
+    current.Length = cut.Length;
+    current.sxB = cut.sxB;
+    current.dxB = cut.dxB;
+  });
+}
+
+void readWorks(Children& piece, WORK_T& work, PIECE_T& current) {
+  piece.forEach(xml_elements::kWorks, [&](XMLElement& element) {
+    readElements(element, xml_elements::kWork, work);
+    current.work.push_back(work);
+  });
+}
+
+std::size_t countOf(XMLElement& parent, const char* name) {
+  std::size_t count = 0;
+  Children(parent).forEach(name, [&](XMLElement&) { ++count; });
+  return count;
 }
 
 }  // namespace
@@ -91,7 +148,8 @@ int XmlAnalysis::analysisData(tinyxml2::XMLElement* root) {
 
 int XmlAnalysis::analysisBar(tinyxml2::XMLElement* root) {
   return model::dropOnThrow(curBar.piece, [&] {
-    forEachChild(*root, xml_elements::kBars, [&](tinyxml2::XMLElement& bar) {
+    data.Bar.reserve(data.Bar.size() + countOf(*root, xml_elements::kBars));
+    Children(*root).forEach(xml_elements::kBars, [&](XMLElement& bar) {
       readElements(bar, xml_elements::kBar, curBar);
       analysisPiece(&bar);
       model::appendFinished(data.Bar, curBar, &BAR_T::piece);
@@ -104,11 +162,13 @@ int XmlAnalysis::analysisPiece(tinyxml2::XMLElement* bar) {
   using xml_elements::kPiece;
   constexpr std::size_t beforeCuts = xml_elements::kPieceRowsBeforeCuts;
   return model::dropOnThrow(curPiece.work, [&] {
-    forEachChild(*bar, xml_elements::kPieces, [&](tinyxml2::XMLElement& piece) {
+    curBar.piece.reserve(curBar.piece.size() + countOf(*bar, xml_elements::kPieces));
+    Children(*bar).forEach(xml_elements::kPieces, [&](XMLElement& element) {
+      Children piece(element);
       readElements(piece, kPiece, curPiece, 0, beforeCuts);
-      analysisCut(&piece);
+      readCuts(piece, curCut, curPiece);
       readElements(piece, kPiece, curPiece, beforeCuts);
-      analysisWork(&piece);
+      readWorks(piece, curWork, curPiece);
       model::appendFinished(curBar.piece, curPiece, &PIECE_T::work);
     });
     return 0;
@@ -116,19 +176,13 @@ int XmlAnalysis::analysisPiece(tinyxml2::XMLElement* bar) {
 }
 
 int XmlAnalysis::analysisCut(tinyxml2::XMLElement* piece) {
-  forEachChild(*piece, xml_elements::kCuts, [&](tinyxml2::XMLElement& cut) {
-    readElements(cut, xml_elements::kCut, curCut);
-    curPiece.Length = curCut.Length;
-    curPiece.sxB = curCut.sxB;
-    curPiece.dxB = curCut.dxB;
-  });
+  Children children(*piece);
+  readCuts(children, curCut, curPiece);
   return 0;
 }
 
 int XmlAnalysis::analysisWork(tinyxml2::XMLElement* piece) {
-  forEachChild(*piece, xml_elements::kWorks, [&](tinyxml2::XMLElement& work) {
-    readElements(work, xml_elements::kWork, curWork);
-    curPiece.work.push_back(curWork);
-  });
+  Children children(*piece);
+  readWorks(children, curWork, curPiece);
   return 0;
 }

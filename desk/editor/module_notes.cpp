@@ -1,6 +1,7 @@
 #include "desk/editor/module_notes.h"
 
 #include <iterator>
+#include <memory>
 #include <stdexcept>
 
 #include "module/script_rows.h"
@@ -12,13 +13,20 @@ namespace {
 /// What a row key holds, in the order of the row's keys.
 using Texts = std::vector<const char*>;
 
+/// Whether scripts get the value as a number.
+template <class Row>
+bool isNumber(const lua_rows::RowKey<Row>& key) {
+  const std::unique_ptr<lua_State, void (*)(lua_State*)> state(luaL_newstate(), lua_close);
+  key.push(state.get(), Row{});
+  return lua_type(state.get(), -1) == LUA_TNUMBER;
+}
+
 /// Puts the words to the keys of a row.
 template <class Row, std::size_t count>
 void addKeys(RowType& type, const lua_rows::RowKey<Row> (&keys)[count], const Texts& texts) {
   if (texts.size() != count) throw std::logic_error(std::string("keys of ") + type.name);
   for (std::size_t i = 0; i < count; ++i) {
-    const bool isNumber = keys[i].value.number != nullptr;
-    type.keys.push_back({keys[i].key, isNumber ? "number" : "string", texts[i]});
+    type.keys.push_back({keys[i].key, isNumber(keys[i]) ? "number" : "string", texts[i]});
   }
 }
 
