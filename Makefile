@@ -11,11 +11,12 @@
 #   make soak     10,000 loads, 1,000 plug-ins loaded and unloaded, the unit tests under valgrind
 #   make coverage what the tests reach of the plug-in, held against tests/coverage/unreached.txt
 #   make bench    times and memory against the host's documents and tables, and the goals for them
+#   make peers    the same jobs with what scripts would use instead: other Lua libraries
 #   make lint     clang-tidy over everything
 #   make format   format the sources
 #   make browser  install what the browser test needs: without it make test skips that one
 .PHONY: run test build sanitize clang arm armhf arm64 sdk packages fuzz threads soak coverage bench \
-        lint format browser setup setup-arm clean
+        peers lint format browser setup setup-arm clean
 
 FUZZ_SECONDS ?= 60
 FUZZ_JOBS ?= 1
@@ -84,6 +85,10 @@ coverage: setup
 
 bench: build
 	python3 bench/ratios.py build/bin/cusbench build/bin/cusmemory
+
+peers: build
+	tools/install-missing-packages.sh packages-peers.txt
+	python3 bench/peers.py build/cusdesk build/bin/make_job
 
 lint: setup
 	cmake --preset clang
