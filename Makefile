@@ -12,11 +12,12 @@
 #   make coverage what the tests reach of the plug-in, held against tests/coverage/unreached.txt
 #   make bench    times and memory against the host's documents and tables, and the goals for them
 #   make peers    the same jobs with what scripts would use instead: other Lua libraries
+#   make cost     instructions, memory and code size on PCs and both ARMs, as one table
 #   make lint     clang-tidy over everything
 #   make format   format the sources
 #   make browser  install what the browser test needs: without it make test skips that one
 .PHONY: run test build sanitize clang arm armhf arm64 sdk packages fuzz threads soak coverage bench \
-        peers lint format browser setup setup-arm clean
+        peers cost lint format browser setup setup-arm clean
 
 FUZZ_SECONDS ?= 60
 FUZZ_JOBS ?= 1
@@ -89,6 +90,9 @@ bench: build
 peers: build
 	tools/install-missing-packages.sh packages-peers.txt
 	python3 bench/peers.py build/cusdesk build/bin/make_job
+
+cost: build armhf arm64
+	python3 bench/cost_table.py build
 
 lint: setup
 	cmake --preset clang

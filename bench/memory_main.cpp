@@ -1,4 +1,5 @@
-// Measures what a load takes of the memory and prints a line per format and size, in bytes:
+// Measures what loading jobs of so many pieces takes of the memory: cusmemory PIECES...
+// Prints a line per size and format, in bytes:
 //   FORMAT PIECES TEXT DOCUMENT MODEL PEAK
 // the length of the job file, what the host's document and the records take of the heap with the
 // allocator's own share, and by how much the process has grown at the worst moment of a load.
@@ -7,6 +8,7 @@
 #include <tinyxml2.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <string>
 
@@ -80,11 +82,11 @@ void reportXml(const bench::Shape& shape) {
 
 }  // namespace
 
-int main() {
-  for (const int pieces : {8000, 80000}) {
+int main(int argc, char** argv) {
+  deskhost::settings().maxDocumentBytes = std::size_t{1} << 30;
+  for (int i = 1; i < argc; ++i) {
     bench::Shape shape;
-    shape.pieces = pieces;
-    deskhost::settings().maxDocumentBytes = std::size_t{1} << 30;
+    shape.pieces = std::atoi(argv[i]);
     reportJson(shape);
     reportXml(shape);
   }
