@@ -122,8 +122,9 @@ void CheckSession::checkJson() {
     reportFault(fault.line, fault.column, fault.reason);
     return;
   }
-  noteLeniencies(JsonText(source().bytes(), source().markSize()));
-  if (json_.read(root, report_.sources, report_.findings) == 0) {
+  const JsonText text(source().bytes(), source().markSize());
+  noteLeniencies(text);
+  if (json_.read(root, text, report_.sources, report_.findings) == 0) {
     checkJob(json_.state().traced, false);
   }
 }

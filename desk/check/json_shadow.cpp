@@ -16,9 +16,9 @@ constexpr int kNoBar = -4;
 
 }  // namespace
 
-int JsonShadow::read(const Json::Value& root, const Sources& sources, Findings& findings) {
+int JsonShadow::read(const Json::Value& root, const JsonText& text, const Sources& sources,
+                     Findings& findings) {
   start(sources, findings);
-  const JsonText text(source().bytes(), source().markSize());
   text_ = &text;
   state_.traced.place = placeOf(root);
   state_.traced.job.Bar.clear();

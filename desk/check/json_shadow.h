@@ -13,8 +13,10 @@ class JsonShadow : public ShadowReader {
  public:
   /// Reads a document as the reader does.
   /// @param root what the loader made of the last one of `sources`
+  /// @param text that source, walked over
   /// @return the reader's result code
-  int read(const Json::Value& root, const Sources& sources, Findings& findings);
+  int read(const Json::Value& root, const JsonText& text, const Sources& sources,
+           Findings& findings);
 
  private:
   int readBars(const Json::Value& root);

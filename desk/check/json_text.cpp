@@ -71,7 +71,7 @@ class KeyWalk {
         object.keys.emplace_back(start, at_);
         return;
       }
-      result_.keyByValue_[start] = std::exchange(object.pendingKey, kNowhere);
+      result_.keyedValues_.push_back({start, std::exchange(object.pendingKey, kNowhere)});
     }
     if (opens) open_.push_back({text_[start] == '{', start});
   }
@@ -140,8 +140,11 @@ std::size_t JsonText::placeOf(std::ptrdiff_t valueOffset) const {
 }
 
 std::size_t JsonText::keyOf(std::ptrdiff_t valueOffset) const {
-  const auto found = keyByValue_.find(placeOf(valueOffset));
-  return found == keyByValue_.end() ? placeOf(valueOffset) : found->second;
+  const std::size_t place = placeOf(valueOffset);
+  const auto found =
+      std::lower_bound(keyedValues_.begin(), keyedValues_.end(), place,
+                       [](const KeyedValue& one, std::size_t value) { return one.value < value; });
+  return found == keyedValues_.end() || found->value != place ? place : found->key;
 }
 
 const std::vector<LostKey>& JsonText::lostKeysOf(std::ptrdiff_t objectOffset) const {

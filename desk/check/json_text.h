@@ -48,8 +48,14 @@ class JsonText {
  private:
   friend class KeyWalk;
 
+  /// Offsets of a value and of its key.
+  struct KeyedValue {
+    std::size_t value;
+    std::size_t key;
+  };
+
   std::size_t start_;
-  std::unordered_map<std::size_t, std::size_t> keyByValue_;
+  std::vector<KeyedValue> keyedValues_;  ///< in the order of the text
   std::unordered_map<std::size_t, std::vector<LostKey>> lostKeys_;
   std::vector<Leniency> leniencies_;
 };

@@ -27,6 +27,7 @@ SourceText::SourceText(std::string name, std::string bytes)
 }
 
 std::size_t SourceText::characterEnd(std::size_t start) const {
+  if (static_cast<unsigned char>(bytes_[start]) < 0x80) return start + 1;
   return start + std::max<std::size_t>(deskhost::utf8CharacterSize(bytes_, start), 1);
 }
 
@@ -37,6 +38,13 @@ std::string_view SourceText::line(int number) const {
   text = text.substr(0, text.find('\n'));
   if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
   return text;
+}
+
+std::size_t SourceText::charactersBetween(std::size_t start, std::size_t end) const {
+  if (end - start > kCharactersPerStep) return charactersBefore(end) - charactersBefore(start);
+  std::size_t characters = 0;
+  for (std::size_t at = start; at < end; at = characterEnd(at)) ++characters;
+  return characters;
 }
 
 std::size_t SourceText::charactersBefore(std::size_t offset) const {
@@ -51,7 +59,7 @@ std::size_t SourceText::charactersBefore(std::size_t offset) const {
 Position SourceText::position(std::size_t offset) const {
   offset = std::clamp(offset, markSize_, std::max(markSize_, bytes_.size()));
   const auto next = std::upper_bound(lineStarts_.begin(), lineStarts_.end(), offset);
-  const std::size_t column = charactersBefore(offset) - charactersBefore(*(next - 1)) + 1;
+  const std::size_t column = charactersBetween(*(next - 1), offset) + 1;
   return {static_cast<int>(next - lineStarts_.begin()), static_cast<int>(column)};
 }
 

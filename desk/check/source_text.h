@@ -38,6 +38,7 @@ class SourceText {
   Position positionInBytes(int line, int byteColumn) const;
 
  private:
+  std::size_t charactersBetween(std::size_t start, std::size_t end) const;
   std::size_t charactersBefore(std::size_t offset) const;
   std::size_t characterEnd(std::size_t start) const;
 
