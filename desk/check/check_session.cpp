@@ -8,8 +8,10 @@
 
 #include "desk/check/job_rules.h"
 #include "desk/check/rules.h"
+#include "desk/check/xml_text.h"
 #include "desk/host/document_file.h"
 #include "desk/host/documents.h"
+#include "desk/host/log.h"
 #include "desk/host/utf8.h"
 
 namespace desk::check {
@@ -28,6 +30,13 @@ bool standsBefore(const Finding& a, const Finding& b) {
   return key(a) < key(b);
 }
 
+/// Whether a text starts as UTF-16 does: with a byte order mark, or with a character of ASCII.
+bool isUtf16(const std::string& bytes) {
+  const std::string start = bytes.substr(0, 2);
+  return start == "\xFF\xFE" || start == "\xFE\xFF" ||
+         (start.size() == 2 && (start[0] == '\0') != (start[1] == '\0'));
+}
+
 /// Keeps the first of the findings of a rule and says in it how often there are more.
 void fold(Findings& findings, std::size_t from, const char* rule) {
   const auto start = findings.begin() + static_cast<std::ptrdiff_t>(from);
@@ -37,6 +46,11 @@ void fold(Findings& findings, std::size_t from, const char* rule) {
   if (count < 2) return;
   first->message += " (" + std::to_string(count) + " times in this file)";
   findings.erase(std::remove_if(first + 1, findings.end(), isOne), findings.end());
+}
+
+bool hasPieces(const DATA_T& job) {
+  return std::any_of(job.Bar.begin(), job.Bar.end(),
+                     [](const BAR_T& bar) { return !bar.piece.empty(); });
 }
 
 }  // namespace
@@ -89,6 +103,11 @@ void CheckSession::checkName(const std::string& file) {
 
 void CheckSession::checkEncoding() {
   const std::string& bytes = source().bytes();
+  if (isUtf16(bytes)) {
+    add(rules::kNotUtf8, Severity::Error, source().position(0),
+        "UTF-16, which no reader takes: save the file as UTF-8");
+    return;
+  }
   std::size_t count = 0;
   std::size_t first = 0;
   for (std::size_t at = 0; at < bytes.size();) {
@@ -110,7 +129,8 @@ void CheckSession::reportFault(int line, int byteColumn, const std::string& reas
   const std::string end = reason.empty() || reason.back() == '.' ? " " : ". ";
   const std::string consequence =
       trailing ? "A panel may load what stands in front; cusdesk refuses the file"
-               : "Nothing is loaded: the panel answers -2 and keeps the job before";
+               : std::string("Nothing is loaded: the panel answers -2 and keeps the ") +
+                     (isXmlName(source().name()) ? "XML" : "JSON") + " job before";
   add(trailing ? rules::kTrailingText : rules::kSyntax, Severity::Error, at,
       reason + end + consequence);
 }
@@ -138,6 +158,7 @@ void CheckSession::checkXml() {
   }
   const std::string thrown = xml_.read(*document.RootElement(), report_.sources, report_.findings);
   if (!thrown.empty()) return;
+  checkZeroReferences();
   checkJob(xml_.state().traced, true);
   checkOtherReader();
 }
@@ -150,13 +171,20 @@ void CheckSession::checkJob(const TracedJob& traced, bool isXml) {
   checkLengths(job, report_.findings);
 }
 
+void CheckSession::checkZeroReferences() {
+  for (const std::size_t offset : zeroReferences(source().bytes())) {
+    add(rules::kZeroByte, Severity::Warning, source().position(offset),
+        "a text ends at this reference, and what follows in it is not read");
+  }
+}
+
 void CheckSession::checkOtherReader() {
   const TracedJob& other = json_.state().traced;
-  if (other.job.Bar.empty()) return;
+  if (other.job.Bar.empty() || !hasPieces(xml_.state().traced.job)) return;
   const SourceText& from = *report_.sources[static_cast<std::size_t>(other.place.file)];
   add(rules::kOtherJob, Severity::Warning, xml_.state().traced.place.at,
       "get_cut takes Height, BarCode and MaterialCount from the JSON job read last, " +
-          from.name());
+          deskhost::visible(from.name()));
 }
 
 void CheckSession::noteLeniencies(const JsonText& text) {

@@ -54,6 +54,7 @@ class CheckSession {
   void checkJson();
   void checkXml();
   void checkJob(const TracedJob& traced, bool isXml);
+  void checkZeroReferences();
   void checkOtherReader();
   void reportFault(int line, int byteColumn, const std::string& reason);
   void noteLeniencies(const JsonText& text);

@@ -1,5 +1,6 @@
 #include "desk/check/job_rules.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -50,7 +51,7 @@ void checkLengths(const LoadedJob& job, Findings& findings) {
     double sum = 0.0;
     for (const PIECE_T& piece : bar.piece) {
       double one = 0.0;
-      if (numberOf(piece.Length, one, whole)) sum += one;
+      if (numberOf(piece.Length, one, whole)) sum += std::max(one, 0.0);
     }
     if (sum <= length) continue;
     const Element here{number, 0, 0};

@@ -24,7 +24,7 @@ int JsonShadow::read(const Json::Value& root, const JsonText& text, const Source
   state_.traced.job.Bar.clear();
   state_.traced.bars.clear();
   if (!declaresVersion(root)) {
-    reportVersion(root, "");
+    reportVersion(root, kNoHeader);
     return kNoHeader;
   }
   Traced<DATA_T> header{std::move(state_.traced.job), state_.traced.header};
@@ -46,11 +46,11 @@ int JsonShadow::readBars(const Json::Value& root) {
     reportShadowed(*second, *bars, kBarsSecond, kBars, Level::Header, {});
   }
   if (bars == nullptr) bars = second;
-  if (bars == nullptr) return kDone;
   if (state_.traced.job.Version != kVersion) {
-    reportVersion(root, state_.traced.job.Version);
-    return kNoBar;
+    reportVersion(root, bars == nullptr ? kDone : kNoBar);
+    return bars == nullptr ? kDone : kNoBar;
   }
+  if (bars == nullptr) return kDone;
   Element here;
   for (const Json::Value& bar : *bars) {
     ++here.bar;
@@ -149,6 +149,7 @@ void JsonShadow::readKeys(const Json::Value& object, const Key<Record> (&keys)[c
         taken = value;
         store(*value, key, current.record);
         current.trace[fieldOf(key)] = state_.traced.add(placeOf(*value), here);
+        reportZeroByte(*value, spelling, level, here);
       }
     }
   }

@@ -39,7 +39,8 @@ class JsonShadow : public ShadowReader {
                                Level level, const Element& here);
 
   bool declaresVersion(const Json::Value& root);
-  void reportVersion(const Json::Value& root, const std::string& stored);
+  /// @param code what the reader answers
+  void reportVersion(const Json::Value& root, int code);
   void reportWrongType(const Json::Value& value, const std::string& key, const char* wanted,
                        Level level, const Element& here);
   void reportShadowed(const Json::Value& value, const Json::Value& winner, const std::string& key,
@@ -47,6 +48,9 @@ class JsonShadow : public ShadowReader {
   /// Reports the members that no reader knows and those lost to a later equal one.
   void reportStrangers(const Json::Value& object, Level level, const Element& here);
   void reportNoObject(const Json::Value& value, const char* what, const Element& here);
+  /// Reports a text that scripts get only a part of.
+  void reportZeroByte(const Json::Value& value, const std::string& key, Level level,
+                      const Element& here);
   void reportLabelsNotRead(const Json::Value& piece, const Element& here);
 
   Place placeOf(const Json::Value& value) const;

@@ -91,6 +91,7 @@ void JsonShadow::storeLabel(const Json::Value& piece, const char* spelling,
   writers[index] = spelling;
   state_.labels.record.*field = value.asString();
   state_.labels.trace[index] = state_.traced.add(placeOf(value), here);
+  reportZeroByte(value, spelling, Level::Piece, here);
 }
 
 }  // namespace desk::check

@@ -22,8 +22,10 @@ bool JsonShadow::declaresVersion(const Json::Value& root) {
   return (first != nullptr && *first == version1) || (second != nullptr && *second == version1);
 }
 
-void JsonShadow::reportVersion(const Json::Value& root, const std::string& stored) {
-  const std::string answer = "the panel answers -3 and the job is empty";
+void JsonShadow::reportVersion(const Json::Value& root, int code) {
+  const std::string answer =
+      code == 0 ? "with bars the panel would answer -4"
+                : "the panel answers " + std::to_string(code) + " and the job is empty";
   if (!root.isObject()) {
     report(rules::kVersion, Severity::Error, placeOf(root),
            "the document is " + describe(root) + ", not an object: " + answer, {});
@@ -32,10 +34,10 @@ void JsonShadow::reportVersion(const Json::Value& root, const std::string& store
   const Json::Value* declared = member(root, "Version");
   const char* key = declared == nullptr ? "version" : "Version";
   if (declared == nullptr) declared = member(root, key);
-  if (!stored.empty()) {
+  if (declaresVersion(root)) {
     report(rules::kVersion, Severity::Error, placeOfKey(*declared),
-           "\"Version\" is " + quoted(stored) +
-               " and wins over \"version\": the panel answers -4 and the job is empty",
+           "\"Version\" is " + quoted(state_.traced.job.Version) +
+               " and wins over \"version\": " + answer,
            {}, "Version");
   } else if (declared == nullptr) {
     report(rules::kVersion, Severity::Error, placeOf(root),
@@ -101,11 +103,20 @@ void JsonShadow::reportStrangers(const Json::Value& object, Level level, const E
   }
 }
 
+void JsonShadow::reportZeroByte(const Json::Value& value, const std::string& key, Level level,
+                                const Element& here) {
+  if (!holdsZeroByte(value)) return;
+  report(rules::kZeroByte, severityOf(level, key), placeOfKey(value),
+         "\"" + key + "\" is " + quoted(value.asString()) + ": scripts get " +
+             quoted(value.asCString()) + " of it",
+         here, key);
+}
+
 void JsonShadow::reportNoObject(const Json::Value& value, const char* what, const Element& here) {
   if (value.isObject()) return;
   report(rules::kNotAnObject, Severity::Error, placeOf(value),
          describe(here) + " is " + describe(value) + ", not an object: it becomes a " + what +
-             " that repeats the one before",
+             " without a value of its own",
          here);
 }
 

@@ -31,6 +31,29 @@ std::string decoded(std::string_view string) {
   return value.asString();
 }
 
+/// A number as standard JSON writes it, or a word.
+bool isStandardScalar(std::string_view text) {
+  if (text.empty() || std::string_view("+-0123456789").find(text[0]) == kNowhere) return true;
+  const auto takeDigits = [&] {
+    const std::size_t count = std::min(text.find_first_not_of("0123456789"), text.size());
+    text.remove_prefix(count);
+    return count;
+  };
+  const auto take = [&](std::string_view any) {
+    const bool found = !text.empty() && any.find(text[0]) != kNowhere;
+    if (found) text.remove_prefix(1);
+    return found;
+  };
+  take("-");
+  const bool startsWithZero = !text.empty() && text[0] == '0';
+  const std::size_t whole = takeDigits();
+  if (whole == 0 || (startsWithZero && whole > 1)) return false;
+  if (take(".") && takeDigits() == 0) return false;
+  if (!take("eE")) return text.empty();
+  take("+-");
+  return takeDigits() > 0 && text.empty();
+}
+
 }  // namespace
 
 /// Walks over the text once, token by token.
@@ -112,7 +135,18 @@ class KeyWalk {
     at_ = end == kNowhere ? text_.size() : end + mark.size();
   }
 
-  void skipScalar() { at_ = std::min(text_.find_first_of(" \t\r\n,:/]}\"{[", at_), text_.size()); }
+  void skipScalar() {
+    const std::size_t start = at_;
+    at_ = std::min(text_.find_first_of(std::string_view(" \t\r\n,:/]}\"{[\0", 13), start),
+                   text_.size());
+    const std::string_view scalar = text_.substr(start, at_ - start);
+    // The library reads a lone sign as 0.
+    if (scalar == "-") {
+      noteLeniency("a sign without a number, read as 0,", start);
+    } else if (!isStandardScalar(scalar)) {
+      noteLeniency("a number with a plus, a leading zero or no digit behind its point", start);
+    }
+  }
 
   void noteLeniency(const char* what, std::size_t offset) {
     for (Leniency& known : result_.leniencies_) {

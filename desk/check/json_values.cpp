@@ -1,5 +1,6 @@
 #include "desk/check/json_values.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "desk/check/finding.h"
@@ -30,6 +31,12 @@ bool isOfKind(const Json::Value& value, KeyKind kind) {
       break;
   }
   return false;
+}
+
+bool holdsZeroByte(const Json::Value& value) {
+  const char* begin = nullptr;
+  const char* end = nullptr;
+  return value.isString() && value.getString(&begin, &end) && std::find(begin, end, '\0') != end;
 }
 
 const char* wordFor(KeyKind kind) {

@@ -15,6 +15,9 @@ const Json::Value* member(const Json::Value& object, const char* name);
 /// Whether the reader takes the value for a key of that kind.
 bool isOfKind(const Json::Value& value, model::KeyKind kind);
 
+/// Whether the value is a text with a zero byte in it.
+bool holdsZeroByte(const Json::Value& value);
+
 /// "a text", "an integer", ...
 const char* wordFor(model::KeyKind kind);
 

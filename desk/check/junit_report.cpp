@@ -1,14 +1,16 @@
 #include <tinyxml2.h>
 
 #include "desk/check/reports.h"
+#include "desk/host/log.h"
 
 namespace desk::check {
 
 namespace {
 
-/// `text` as XML can hold it: two code points of its own are forbidden even there.
+/// `text` as XML can hold it: controls are spelled out, and two code points of its own are
+/// forbidden even there.
 std::string asXmlText(const std::string& text) {
-  std::string out = asUtf8(text);
+  std::string out = deskhost::visible(text);
   for (const char* forbidden : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
     for (std::size_t at = 0; (at = out.find(forbidden, at)) != std::string::npos;) {
       out.replace(at, 3, "\xEF\xBF\xBD");

@@ -71,11 +71,19 @@ class NumberCheck {
       checkHole(maxY(bar, barTrace), barTrace.place, barElement);
       checkHole(maxZ(bar, barTrace), barTrace.place, barElement);
     }
-    if (!raises) checkText(cut, trace.place, here);
+    if (!raises) checkLength(cut, trace.place, here);
     for (const NumberText& angle :
          {NumberText{"sxB", piece.sxB, trace.cut[1]}, NumberText{"dxB", piece.dxB, trace.cut[2]}}) {
       if (!angle.text.empty()) checkText(angle, trace.place, here);
     }
+  }
+
+  void checkLength(const NumberText& cut, const Place& element, const Element& here) {
+    double value = 0.0;
+    bool whole = false;
+    if (!numberOf(cut.text, value, whole) || value >= 0.0) return checkText(cut, element, here);
+    add(rules::kDoesNotFit, Severity::Error, cut,
+        describe(here) + " is " + shortestText(value) + " long", element, here);
   }
 
   bool checkHole(const NumberText& number, const Place& element, const Element& here) {

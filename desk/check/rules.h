@@ -44,6 +44,7 @@ inline constexpr char kDoesNotFit[] = "does-not-fit";
 inline constexpr char kOtherJob[] = "other-job";
 inline constexpr char kLenientJson[] = "lenient-json";
 inline constexpr char kNotUtf8[] = "not-utf8";
+inline constexpr char kZeroByte[] = "zero-byte";
 }  // namespace rules
 
 inline constexpr Rule kRules[] = {
@@ -74,6 +75,7 @@ inline constexpr Rule kRules[] = {
     {rules::kOtherJob, Severity::Warning, "an XML job's cuts show values of a JSON job"},
     {rules::kLenientJson, Severity::Note, "the panel's library takes what JSON does not have"},
     {rules::kNotUtf8, Severity::Warning, "bytes that are no UTF-8"},
+    {rules::kZeroByte, Severity::Warning, "for scripts a text ends at its first zero byte"},
 };
 
 }  // namespace desk::check

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "desk/check/rules.h"
+#include "desk/host/log.h"
 
 namespace desk::check {
 
@@ -21,7 +22,7 @@ Finding& ShadowReader::report(const char* rule, Severity severity, const Place& 
 std::string ShadowReader::placeText(const Place& place) const {
   const std::string line = std::to_string(place.at.line);
   if (place.file == file()) return "line " + line;
-  return (*sources_)[static_cast<std::size_t>(place.file)]->name() + ":" + line;
+  return deskhost::visible((*sources_)[static_cast<std::size_t>(place.file)]->name()) + ":" + line;
 }
 
 void ShadowReader::reportStayed(const std::vector<Stayed>& stayed, const Element& here,

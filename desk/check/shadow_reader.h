@@ -5,6 +5,7 @@
 // over in silence.
 #pragma once
 
+#include <cmath>
 #include <memory>
 #include <string>
 #include <vector>
@@ -68,6 +69,11 @@ class ShadowReader {
   Findings* findings_ = nullptr;
 };
 
+/// Scripts tell -0.0 from the 0.0 of a new record.
+inline bool isAsConstructed(double number) {
+  return number == 0.0 && !std::signbit(number);
+}
+
 /// The value of a field as text; empty for one that is as it was constructed.
 template <class Record>
 std::string textOf(const Record& record, const model::Key<Record>& key) {
@@ -78,7 +84,8 @@ std::string textOf(const Record& record, const model::Key<Record>& key) {
       return record.*key.field.text;
     case KeyKind::Integer:
     case KeyKind::Number:
-      return record.*key.field.number == 0.0 ? "" : shortestText(record.*key.field.number);
+      return isAsConstructed(record.*key.field.number) ? ""
+                                                       : shortestText(record.*key.field.number);
     case KeyKind::Flag:
       return record.*key.field.flag ? "true" : "";
     case KeyKind::Required:

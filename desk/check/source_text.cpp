@@ -64,10 +64,14 @@ Position SourceText::position(std::size_t offset) const {
 }
 
 Position SourceText::positionInBytes(int line, int byteColumn) const {
-  if (line < 1 || line > lineCount()) return {};
-  const std::size_t start = lineStarts_[static_cast<std::size_t>(line) - 1];
-  return byteColumn < 1 ? Position{line, 0}
-                        : position(start + static_cast<std::size_t>(byteColumn) - 1);
+  if (byteColumn < 1) return line < 1 || line > lineCount() ? Position{} : Position{line, 0};
+  std::size_t start = markSize_;
+  for (; line > 1; --line) {
+    const std::size_t end = bytes_.find_first_of("\r\n", start);
+    if (end == std::string::npos) return {};
+    start = end + (bytes_.compare(end, 2, "\r\n") == 0 ? 2 : 1);
+  }
+  return position(start + static_cast<std::size_t>(byteColumn) - 1);
 }
 
 }  // namespace desk::check

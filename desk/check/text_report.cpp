@@ -35,12 +35,19 @@ std::string plural(std::size_t count, const std::string& word) {
   return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
 }
 
+std::string withoutNumbers(std::string text) {
+  const auto isDigit = [](char byte) { return byte >= '0' && byte <= '9'; };
+  text.erase(std::remove_if(text.begin(), text.end(), isDigit), text.end());
+  return text;
+}
+
 /// Findings that differ in their place only: same file, rule and subject.
 using Kind = std::tuple<int, std::string, std::string>;
 
 Kind kindOf(const Finding& finding) {
   std::string subject = finding.key;
   for (const CarriedValue& value : finding.carried) subject += "/" + value.key;
+  if (subject.empty()) subject = withoutNumbers(finding.message);
   return {finding.place.file, finding.rule, subject};
 }
 

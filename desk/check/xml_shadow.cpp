@@ -35,10 +35,11 @@ std::string XmlShadow::read(const XMLElement& root, const Sources& sources, Find
   job.place = placeOf(root);
   job.job.Bar.clear();
   job.bars.clear();
+  reportAround(*root.GetDocument());
   reportStrangers(root, Level::Header, {});
 
   Traced<DATA_T> header{std::move(job.job), job.header};
-  readElements(root, xml_elements::kHeader, header, {});
+  readElements(root, xml_elements::kHeader, header, Level::Header, {});
   std::vector<Stayed> stayed;
   collectStayed(xml_elements::kHeader, header, Level::Header, {}, stayed);
   job.job = std::move(header.record);
@@ -59,7 +60,7 @@ std::string XmlShadow::read(const XMLElement& root, const Sources& sources, Find
 
 void XmlShadow::readBar(const XMLElement& bar, const Element& here) {
   reportStrangers(bar, Level::Bar, here);
-  readElements(bar, xml_elements::kBar, state_.bar, here);
+  readElements(bar, xml_elements::kBar, state_.bar, Level::Bar, here);
   std::vector<Stayed> stayed;
   collectStayed(xml_elements::kBar, state_.bar, Level::Bar, here, stayed);
   reportAbsent(bar, stayed, here);
@@ -74,9 +75,9 @@ void XmlShadow::readPiece(const XMLElement& piece, const Element& here) {
   using xml_elements::kPiece;
   constexpr std::size_t kBeforeCuts = xml_elements::kPieceRowsBeforeCuts;
   reportStrangers(piece, Level::Piece, here);
-  readElements(piece, kPiece, state_.piece, here, 0, kBeforeCuts);
+  readElements(piece, kPiece, state_.piece, Level::Piece, here, 0, kBeforeCuts);
   readCuts(piece, here);
-  readElements(piece, kPiece, state_.piece, here, kBeforeCuts);
+  readElements(piece, kPiece, state_.piece, Level::Piece, here, kBeforeCuts);
   reportNeverStored(piece, here);
   std::vector<Stayed> stayed;
   collectStayed(kPiece, state_.piece, Level::Piece, here, stayed);
@@ -94,19 +95,8 @@ void XmlShadow::readCuts(const XMLElement& piece, const Element& here) {
   forEachChild(piece, xml_elements::kCuts, [&](const XMLElement& cut, int) {
     reportStrangers(cut, Level::Cut, here);
     const Trace<CUT_T> before = state_.cut.trace;
-    readElements(cut, xml_elements::kCut, state_.cut, here);
-    for (std::size_t i = 0; i < before.size(); ++i) {
-      const Origin& lost = state_.traced.origins[before[i]];
-      if (before[i] == state_.cut.trace[i] || lost.place.file != file() ||
-          !(lost.element == here)) {
-        continue;
-      }
-      const std::string name = FieldsOf<CUT_T>::keys[i].spelling;
-      report(rules::kRepeatedElement, Severity::Error, lost.place,
-             "\"" + name + "\" is replaced by that of another \"Cut\" of the same piece (" +
-                 placeText(placeOf(cut)) + ")",
-             here, name);
-    }
+    readElements(cut, xml_elements::kCut, state_.cut, Level::Cut, here);
+    reportRepeatedCut(cut, before, here);
   });
   std::vector<Stayed> stayed;
   collectStayed(xml_elements::kCut, state_.cut, Level::Cut, here, stayed);
@@ -120,7 +110,7 @@ void XmlShadow::readCuts(const XMLElement& piece, const Element& here) {
 
 void XmlShadow::readWork(const XMLElement& work, const Element& here) {
   reportStrangers(work, Level::Work, here);
-  readElements(work, xml_elements::kWork, state_.work, here);
+  readElements(work, xml_elements::kWork, state_.work, Level::Work, here);
   std::vector<Stayed> stayed;
   collectStayed(xml_elements::kWork, state_.work, Level::Work, here, stayed);
   reportAbsent(work, stayed, here);
@@ -130,12 +120,12 @@ void XmlShadow::readWork(const XMLElement& work, const Element& here) {
 
 template <class Record, std::size_t count>
 void XmlShadow::readElements(const XMLElement& parent, const Key<Record> (&keys)[count],
-                             Traced<Record>& current, const Element& here, std::size_t from,
-                             std::size_t to) {
+                             Traced<Record>& current, Level level, const Element& here,
+                             std::size_t from, std::size_t to) {
   for (std::size_t i = from; i < to; ++i) {
     const Key<Record>& key = keys[i];
     const XMLElement* child = parent.FirstChildElement(key.spelling);
-    if (child != nullptr) reportRepeated(parent, key.spelling, here);
+    if (child != nullptr) reportRepeated(parent, key.spelling, level, here);
     if (key.kind == KeyKind::Required) {
       requiredText(child, key.spelling, placeOf(parent), here);
     } else if (key.kind == KeyKind::Number) {

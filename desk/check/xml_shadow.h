@@ -32,7 +32,7 @@ class XmlShadow : public ShadowReader {
 
   template <class Record, std::size_t count>
   void readElements(const XMLElement& parent, const model::Key<Record> (&keys)[count],
-                    Traced<Record>& current, const Element& here, std::size_t from = 0,
+                    Traced<Record>& current, Level level, const Element& here, std::size_t from = 0,
                     std::size_t to = count);
   template <class Record>
   void readElement(const XMLElement& child, const model::Key<Record>& key, Traced<Record>& current,
@@ -44,9 +44,13 @@ class XmlShadow : public ShadowReader {
   const char* requiredText(const XMLElement* child, const std::string& name, const Place& parent,
                            const Element& here);
 
+  /// Reports texts and entities around the root.
+  void reportAround(const tinyxml2::XMLNode& document);
   /// Reports all that an element holds and the reader does not look at.
   void reportStrangers(const XMLElement& element, Level level, const Element& here);
-  void reportRepeated(const XMLElement& parent, const char* name, const Element& here);
+  void reportRepeated(const XMLElement& parent, const char* name, Level level, const Element& here);
+  /// Reports what becomes of the values that an earlier cut of the same piece brought.
+  void reportRepeatedCut(const XMLElement& cut, const Trace<CUT_T>& before, const Element& here);
   void reportValueContent(const XMLElement& value, const Element& here);
   void reportAttributes(const XMLElement& element, const Element& here);
   void reportNeverStored(const XMLElement& piece, const Element& here);

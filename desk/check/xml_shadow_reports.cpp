@@ -31,6 +31,12 @@ bool contains(const std::vector<std::string>& names, const std::string& name) {
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
+/// A declaration of entities, in a document type or by itself: the library takes each for a node.
+bool declaresEntity(const XMLNode& node) {
+  return node.ToUnknown() != nullptr &&
+         std::string_view(node.Value()).find("ENTITY") != std::string_view::npos;
+}
+
 /// Elements that lead to the next level; all others hold a value.
 bool isLevel(const std::string& name) {
   using namespace xml_elements;
@@ -41,6 +47,21 @@ bool isLevel(const std::string& name) {
 
 Place XmlShadow::placeOf(const XMLNode& node) const {
   return {file(), {node.GetLineNum(), 0}};
+}
+
+void XmlShadow::reportAround(const XMLNode& document) {
+  bool hasEntities = false;
+  for (const XMLNode* node = document.FirstChild(); node != nullptr; node = node->NextSibling()) {
+    const std::string text = node->ToText() == nullptr ? "" : trimmed(node->Value());
+    if (declaresEntity(*node)) {
+      hasEntities = true;
+      report(rules::kIgnoredText, Severity::Warning, placeOf(*node),
+             "declared entities are not read: a text keeps their names", {});
+    } else if (!text.empty() && !(hasEntities && text == "]>")) {
+      report(rules::kIgnoredText, Severity::Warning, placeOf(*node),
+             "the text " + quoted(text) + " outside of the root is not read", {});
+    }
+  }
 }
 
 void XmlShadow::reportStrangers(const XMLElement& element, Level level, const Element& here) {
@@ -96,14 +117,35 @@ void XmlShadow::reportAttributes(const XMLElement& element, const Element& here)
   }
 }
 
-void XmlShadow::reportRepeated(const XMLElement& parent, const char* name, const Element& here) {
+void XmlShadow::reportRepeated(const XMLElement& parent, const char* name, Level level,
+                               const Element& here) {
   const XMLElement* first = parent.FirstChildElement(name);
+  const char* const taken = first->GetText();
   for (const XMLElement* next = first->NextSiblingElement(name); next != nullptr;
        next = next->NextSiblingElement(name)) {
-    report(rules::kRepeatedElement, Severity::Warning, placeOf(*next),
+    const char* const text = next->GetText();
+    const bool isSame = taken != nullptr && text != nullptr && std::string_view(taken) == text;
+    report(rules::kRepeatedElement, isSame ? Severity::Note : severityOf(level, name),
+           placeOf(*next),
            "\"" + std::string(name) + "\" is ignored because only the first one counts (" +
-               placeText(placeOf(*first)) + ")",
+               placeText(placeOf(*first)) + (isSame ? "), which has the same text" : ")"),
            here, name);
+  }
+}
+
+void XmlShadow::reportRepeatedCut(const XMLElement& cut, const Trace<CUT_T>& before,
+                                  const Element& here) {
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    const Origin& earlier = state_.traced.origins[before[i]];
+    if (earlier.place.file != file() || !(earlier.element == here)) continue;
+    const std::string name = FieldsOf<CUT_T>::keys[i].spelling;
+    const bool isKept = before[i] == state_.cut.trace[i];
+    const Place& other = isKept ? earlier.place : placeOf(cut);
+    const std::string what =
+        isKept ? "\"Cut\" lacks \"" + name + "\" and keeps" : "\"" + name + "\" is replaced by";
+    report(rules::kRepeatedElement, Severity::Error, isKept ? placeOf(cut) : earlier.place,
+           what + " that of another \"Cut\" of the same piece (" + placeText(other) + ")", here,
+           name);
   }
 }
 

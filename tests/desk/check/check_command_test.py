@@ -136,6 +136,76 @@ class Check(Folder):
         self.assertEqual(len(self.check("many.json", "--all").stdout.splitlines()), 9)
 
 
+JOB = '{"Version": "1.0", "Bar": [%s]}'
+CUT = '{"PieceNumber": 1, "cut": {"Length": "%s"}}'
+XML = "<Job><Version>1.0</Version>%s</Job>"
+ROW = "<Bar><BarNumber>1</BarNumber>%s<Piece><CtrsZ>0</CtrsZ>%s</Piece></Bar>"
+
+# A job's name and bytes, and what check says of it behind "NAME:".
+ODDITIES = [
+    ("gate.json", '{"Version": "2.0", "version": "1.0"}',
+     '1:2: error: "Version" is "2.0" and wins over "version": with bars the panel would answer -4 [version]'),
+    ("first.json", JOB % "null",
+     "1:28: error: bar 1 is null, not an object: it becomes a bar without a value of its own [not-an-object]"),
+    ("negative.json", JOB % f'{{"BarNumber": 1, "length": 1000, "piece": [{CUT % 1500}, {CUT.replace("1,", "2,") % -900}]}}',
+     "1:55: error: the 2 pieces of bar 1 are 1500 long together, the bar 1000 [does-not-fit]\n"
+     "1:155: error: piece 2 of bar 1 is -900 long [does-not-fit]"),
+    ("sign.json", JOB % '{"BarNumber": 1, "MaxY": -, "MaxZ": 1.5e+3, "length": 0, "BarType": 1.e1}',
+     "1:53: note: a sign without a number, read as 0, is not standard JSON; other tools refuse the file [lenient-json]\n"
+     "1:96: note: a number with a plus, a leading zero or no digit behind its point is not standard JSON; "
+     "other tools refuse the file [lenient-json]"),
+    ("mac.json", '{"Version": "1.0",\r"Bar": [\r\r\n{},\n,]}',
+     "3:1: error: Syntax error: value, object or array expected. Nothing is loaded: the panel answers -2 "
+     "and keeps the JSON job before [syntax]"),
+    ("wide.json", (JOB % "").encode("utf-16-le"),
+     "1:1: error: UTF-16, which no reader takes: save the file as UTF-8 [not-utf8]\n"
+     "1:2: error: Missing '}' or object member name. Nothing is loaded: the panel answers -2 "
+     "and keeps the JSON job before [syntax]"),
+    ("same.xml", XML % ROW % ("<BarNumber>1</BarNumber><BarNumber>2</BarNumber>", "<Cut><Length>9</Length></Cut>"),
+     '1: note: "BarNumber" is ignored because only the first one counts (line 1), which has the same text '
+     "[repeated-element]\n"
+     '1: error: "BarNumber" is ignored because only the first one counts (line 1) [repeated-element]'),
+    ("merged.xml", XML % ROW % ("", "<Cut><Length>9</Length></Cut>\n<Cut><sxB>45</sxB></Cut>"),
+     '2: error: "Cut" lacks "Length" and keeps that of another "Cut" of the same piece (line 1) '
+     "[repeated-element]"),
+    ("zero.xml", XML % "<Name>a&#x0;b<!-- &#0; --><![CDATA[&#0;]]></Name>",
+     "1:35: warning: a text ends at this reference, and what follows in it is not read [zero-byte]\n"
+     '1: warning: the text "&#0;" in "Name" is not read: a value ends where its first text ends [ignored-text]'),
+    ("around.xml", "loose" + XML % "", '1: warning: the text "loose" outside of the root is not read [ignored-text]'),
+    ("entity.xml", '<!DOCTYPE Job [<!ENTITY n "x">\n<!ENTITY m "y">]>\n' + XML % "<Name>&n;</Name>",
+     "1: warning: declared entities are not read: a text keeps their names [ignored-text]\n"
+     "2: warning: declared entities are not read: a text keeps their names [ignored-text]"),
+]
+
+
+class Oddities(Folder):
+    def test_each_is_told_as_it_is(self):
+        for name, content, findings in ODDITIES:
+            content = content if isinstance(content, bytes) else content.encode()
+            (self.folder / name).write_bytes(content)
+            lines = self.check(name, "--all").stdout.splitlines()
+            self.assertEqual(sorted(lines), sorted(f"{name}:{one}" for one in findings.split("\n")))
+
+    def test_an_xml_job_without_pieces_has_no_cuts_to_mix_up(self):
+        (self.folder / "bars.xml").write_text(XML % "<Bar/>", encoding="utf-8")
+        self.assertEqual(self.check("--sequence", "clean.json", "bars.xml", code=0).stdout, "")
+
+    def test_hostile_file_names_are_spelled_out(self):
+        (self.folder / "a\x1b\n.json").write_text(CLEAN, encoding="utf-8")
+        (self.folder / "next.json").write_text(JOB % "{}", encoding="utf-8")
+        words = ["--sequence", "a\x1b\n.json", "next.json"]
+        self.assertIn("BarNumber \"1\" (a\\x1b\\n.json:1)", self.check(*words, code=1).stdout)
+        junit = self.check(*words, "b\x01.json", "--format", "junit", code=3).stdout
+        subprocess.run(["xmllint", "--noout", "-"], input=junit, encoding="utf-8", check=True)
+
+    def test_only_findings_that_differ_in_their_place_only_are_folded(self):
+        (self.folder / "lenient.json").write_text('{"Version": "1.0", /**/ "Bar": [{"MaxY": -, "MaxZ": 01,},]}',
+                                                  encoding="utf-8-sig")
+        self.assertEqual(self.check("lenient.json").stdout.count("is not standard JSON"), 5)
+        (self.folder / "nulls.json").write_text(JOB % ", ".join(["null"] * 9), encoding="utf-8")
+        self.assertIn("6 more like this", self.check("nulls.json").stdout)
+
+
 class Terminals(Folder):
     def test_caret_stands_below_the_place_behind_wide_characters_and_tabs(self):
         (self.folder / "wide.json").write_text(
