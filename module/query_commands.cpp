@@ -83,11 +83,17 @@ void appendCutsOf(lua_State* L, const BAR_T& bar, const SharedByCuts& shared, bo
   if (bar.piece.empty()) return;
   const std::string noNumber;
   const std::string piecesOnBar = model::pieceCountOf(bar);
-  // As JsonAnalysis::getBarCode, but the bar is looked up once.
+  // As JsonAnalysis::getBarCode, but the bar is looked up once, and a piece only where its entry
+  // does not follow that of the piece before it.
   std::map<std::string, std::string>& barCodes = json.barCodeMap[bar.BarNumber];
+  auto entry = barCodes.begin();
   for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
     model::fetchNext(piece);
-    const std::string& barCode = barCodes[withNumbers ? piece.PieceNumber : noNumber];
+    const std::string& number = withNumbers ? piece.PieceNumber : noNumber;
+    if (entry == barCodes.end() || entry->first != number) {
+      entry = barCodes.try_emplace(number).first;
+    }
+    const std::string& barCode = (entry++)->second;
     const script_rows::Cut row = {bar.BarNumber.c_str(), shared.height.c_str(),
                                   bar.length.c_str(),    piece.Length.c_str(),
                                   piece.sxB.c_str(),     piece.dxB.c_str(),
