@@ -5,8 +5,10 @@
 #include "desk/choice.h"
 #include "desk/commands.h"
 #include "desk/errors.h"
+#include "desk/host/log.h"
 #include "desk/job_file.h"
 #include "desk/output_detour.h"
+#include "desk/show/cause.h"
 #include "desk/show/formats.h"
 #include "desk/show/origins.h"
 #include "desk/show/script_answers.h"
@@ -57,8 +59,6 @@ Question questionOf(const Arguments& arguments) {
 }
 
 Table answer(const Invocation& invocation, const std::string& file, const Question& question) {
-  Progress progress;
-  progress.show("loading " + file);
   const OutputDetour detour(invocation.command.has("verbose") ? OutputDetour::To::StandardError
                                                               : OutputDetour::To::Nowhere);
   const Plugin plugin(applyGlobalOptions(invocation.global));
@@ -76,15 +76,27 @@ void addWhere(Table& table, const Question& question, const std::string& file) {
   addOrigins(table, question, job, isXml);
 }
 
+Table tableFor(const Invocation& invocation, const std::string& file, const Question& question,
+               bool where) {
+  Progress progress;
+  // The plug-in's lines would get mixed up with it.
+  if (!invocation.command.has("verbose")) progress.show("loading " + deskhost::visible(file));
+  try {
+    Table table = answer(invocation, file, question);
+    if (where) addWhere(table, question, file);
+    return table;
+  } catch (const show::Raised& raised) {
+    throw Error(raised.code(), raised.what() + show::causeOf(raised, file));
+  }
+}
+
 int run(const Invocation& invocation) {
   const Arguments& arguments = invocation.command;
   const Question question = questionOf(arguments);
   const std::string& file = arguments.operands[0];
   const Format& format = choice(arguments.value("format", "table"), "show: --format", kFormats);
-  Table table = answer(invocation, file, question);
   const bool where = arguments.has("where");
-  if (where) addWhere(table, question, file);
-  std::fputs(format.write(table, where).c_str(), stdout);
+  std::fputs(format.write(tableFor(invocation, file, question, where), where).c_str(), stdout);
   return kExitFine;
 }
 

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <string_view>
 
@@ -16,12 +17,22 @@ namespace {
 constexpr std::chrono::milliseconds kPatience{300};
 constexpr std::chrono::milliseconds kBetween{100};
 constexpr std::size_t kLeastColumns = 20;
+constexpr std::size_t kMostColumns = 10'000;
 
 bool wantsColour() {
   const char* refused = std::getenv("NO_COLOR");
   const char* kind = std::getenv("TERM");
   return (refused == nullptr || *refused == '\0') && kind != nullptr &&
          std::string_view(kind) != "dumb";
+}
+
+/// 0 where neither the environment nor the device says.
+std::size_t columnsOf(int device) {
+  const char* const wanted = std::getenv("COLUMNS");
+  const unsigned long columns = wanted == nullptr ? 0 : std::strtoul(wanted, nullptr, 10);
+  if (columns > 0 && columns <= kMostColumns) return columns;
+  winsize size{};
+  return ::ioctl(device, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 }  // namespace
@@ -32,30 +43,41 @@ Terminal terminalOf(std::FILE* stream) {
   terminal.isTerminal = ::isatty(number) == 1;
   if (!terminal.isTerminal) return terminal;
   terminal.hasColour = wantsColour();
-  winsize size{};
-  if (::ioctl(number, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
-    terminal.columns = std::max<std::size_t>(size.ws_col, kLeastColumns);
-  }
+  const std::size_t columns = columnsOf(number);
+  if (columns > 0) terminal.columns = std::max(columns, kLeastColumns);
   return terminal;
 }
 
-Progress::Progress() : terminal_(terminalOf(stderr)), next_(Clock::now() + kPatience) {}
-
 Progress::~Progress() {
-  clear();
+  if (!writer_.joinable()) return;
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    isOver_ = true;
+  }
+  ended_.notify_one();
+  writer_.join();
 }
 
 void Progress::show(const std::string& text) {
-  if (!terminal_.isTerminal || Clock::now() < next_) return;
-  next_ = Clock::now() + kBetween;
-  isShown_ = true;
-  std::fprintf(stderr, "\r%s\x1b[K", fitted(text, terminal_.columns - 1).c_str());
-  std::fflush(stderr);
+  if (!terminal_.isTerminal) return;
+  const std::lock_guard<std::mutex> lock(mutex_);
+  text_ = text;
+  if (!writer_.joinable()) writer_ = std::thread([this] { write(); });
 }
 
-void Progress::clear() {
-  if (!isShown_) return;
-  isShown_ = false;
+void Progress::write() {
+  using Clock = std::chrono::steady_clock;
+  const Clock::time_point start = Clock::now();
+  const auto isOver = [this] { return isOver_; };
+  std::unique_lock<std::mutex> lock(mutex_);
+  if (ended_.wait_for(lock, kPatience, isOver)) return;
+  do {
+    const auto seconds =
+        std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start).count();
+    const std::string time = seconds == 0 ? "" : std::to_string(seconds) + " s: ";
+    std::fprintf(stderr, "\r%s\x1b[K", fitted(time + text_, terminal_.columns - 1).c_str());
+    std::fflush(stderr);
+  } while (!ended_.wait_for(lock, kBetween, isOver));
   std::fputs("\r\x1b[K", stderr);
 }
 

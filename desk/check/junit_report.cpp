@@ -66,10 +66,7 @@ class JunitReport {
   }
 
   void writeFinding(const std::string& file, const Finding& finding) {
-    const Position at = finding.place.at;
-    std::string place = std::to_string(at.line);
-    if (at.column > 0) place += ":" + std::to_string(at.column);
-    openCase(file, place + " " + finding.rule);
+    openCase(file, positionText(finding.place.at) + " " + finding.rule);
     const std::string text = asXmlText(finding.message);
     if (fails(finding, failOn_)) {
       printer_.OpenElement("failure");

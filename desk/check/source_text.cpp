@@ -14,6 +14,11 @@ constexpr std::size_t kCharactersPerStep = 128;
 
 }  // namespace
 
+std::string positionText(const Position& at) {
+  const std::string column = at.column > 0 ? ":" + std::to_string(at.column) : "";
+  return std::to_string(at.line) + column;
+}
+
 SourceText::SourceText(std::string name, std::string bytes)
     : name_(std::move(name)),
       bytes_(std::move(bytes)),

@@ -15,6 +15,9 @@ struct Position {
   int column = 0;  ///< from 1; 0 when only the line is known
 };
 
+/// "7:12", or "7" when only the line is known
+std::string positionText(const Position& at);
+
 class SourceText {
  public:
   /// @param name what messages call the file

@@ -77,10 +77,8 @@ class TextReport {
   }
 
   void writeFinding(const Finding& finding) {
-    const Position at = finding.place.at;
-    std::string place =
-        deskhost::visible(fileOf(report_, finding.place)) + ":" + std::to_string(at.line) + ":";
-    if (at.column > 0) place += std::to_string(at.column) + ":";
+    const std::string place = deskhost::visible(fileOf(report_, finding.place)) + ":" +
+                              positionText(finding.place.at) + ":";
     text_ += coloured(kBold, place) + " " +
              coloured(colourOf(finding.severity), std::string(nameOf(finding.severity)) + ":") +
              " " + finding.message + " [" + finding.rule + "]\n";

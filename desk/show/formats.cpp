@@ -13,7 +13,8 @@ namespace desk::show {
 namespace {
 
 constexpr std::size_t kGap = 2;
-constexpr std::size_t kNarrowest = 4;
+constexpr std::size_t kNarrowest = 6;
+constexpr std::size_t kNarrowestWithLine = 12;
 
 bool looksLikeNumber(const std::string& text) {
   char* end = nullptr;
@@ -21,22 +22,95 @@ bool looksLikeNumber(const std::string& text) {
   return end != text.c_str() && *end == '\0';
 }
 
-std::string shown(const Cell& cell, bool where) {
-  std::string text = deskhost::visible(cell.text);
-  if (!where || cell.origin.line == 0) return text;
-  return text + " (" + std::to_string(cell.origin.line) + (cell.origin.carried ? "*)" : ")");
+/// The line that a value was read from; empty for a value that stands in no file.
+std::string lineOf(const Cell& cell) {
+  if (cell.origin.line == 0) return "";
+  return " (" + std::to_string(cell.origin.line) + (cell.origin.carried ? "*)" : ")");
 }
 
-/// The widths of the columns, cut down to `room` from the widest on.
-void shrink(std::vector<std::size_t>& widths, std::size_t room) {
+std::string shown(const Cell& cell, bool where) {
+  return deskhost::visible(cell.text) + (where ? lineOf(cell) : "");
+}
+
+/// The same in so many columns. What does not fit is cut from the value, not from its line.
+std::string shown(const Cell& cell, bool where, std::size_t columns) {
+  const std::string line = where ? lineOf(cell) : "";
+  return fitted(deskhost::visible(cell.text), columns - std::min(line.size(), columns)) + line;
+}
+
+/// How the columns of a table are laid out.
+struct Layout {
+  std::vector<std::size_t> widths;
+  std::vector<bool> toRight;  ///< columns of numbers
+};
+
+Layout layoutOf(const Table& table, bool where) {
+  Layout layout{{}, std::vector<bool>(table.keys.size(), true)};
+  for (const std::string& key : table.keys) layout.widths.push_back(displayWidth(key));
+  for (const auto& row : table.rows) {
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      layout.widths[i] = std::max(layout.widths[i], displayWidth(shown(row[i], where)));
+      if (!looksLikeNumber(row[i].text)) layout.toRight[i] = false;
+    }
+  }
+  return layout;
+}
+
+/// Cuts the widest columns down until all fit into `room`. False when they would say too little.
+bool shrink(std::vector<std::size_t>& widths, std::size_t room, std::size_t narrowest) {
   std::size_t total = (widths.size() - 1) * kGap;
   for (const std::size_t width : widths) total += width;
-  while (total > room) {
+  for (; total > room; --total) {
     const auto widest = std::max_element(widths.begin(), widths.end());
-    if (*widest <= kNarrowest) return;
+    if (*widest <= narrowest) return false;
     --*widest;
-    --total;
   }
+  return true;
+}
+
+template <class TextOf>
+std::string line(const Layout& layout, TextOf textOf) {
+  std::string text;
+  for (std::size_t i = 0; i < layout.widths.size(); ++i) {
+    const std::size_t width = layout.widths[i];
+    text += padded(fitted(textOf(i), width), width, layout.toRight[i]) + std::string(kGap, ' ');
+  }
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text + "\n";
+}
+
+std::string columnsText(const Table& table, bool where, const Layout& layout) {
+  std::string text = line(layout, [&](std::size_t i) { return table.keys[i]; });
+  text += line(layout, [&](std::size_t i) { return std::string(layout.widths[i], '-'); });
+  for (const auto& row : table.rows) {
+    text += line(layout, [&](std::size_t i) { return shown(row[i], where, layout.widths[i]); });
+  }
+  return text;
+}
+
+/// Each row by itself, a line for each value.
+std::string recordsText(const Table& table, bool where) {
+  std::size_t width = 0;
+  for (const std::string& key : table.keys) width = std::max(width, displayWidth(key));
+  std::string text;
+  int number = 0;
+  for (const auto& row : table.rows) {
+    ++number;
+    text += (number == 1 ? "row " : "\nrow ") + std::to_string(number) + "\n";
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      std::string value = "  " + padded(table.keys[i], width, false) + "  " + shown(row[i], where);
+      value.erase(value.find_last_not_of(' ') + 1);
+      text += value + "\n";
+    }
+  }
+  return text;
+}
+
+bool hasCarried(const Table& table) {
+  const auto isCarried = [](const Cell& cell) { return cell.origin.carried; };
+  return std::any_of(table.rows.begin(), table.rows.end(), [&](const auto& row) {
+    return std::any_of(row.begin(), row.end(), isCarried);
+  });
 }
 
 std::string quotedField(const std::string& text) {
@@ -55,36 +129,14 @@ std::string csvLine(const std::vector<std::string>& fields) {
 }  // namespace
 
 std::string tableText(const Table& table, bool where, const Terminal& terminal) {
-  const std::size_t columns = table.keys.size();
-  std::vector<std::size_t> widths;
-  std::vector<bool> toRight(columns, true);
-  for (const std::string& key : table.keys) widths.push_back(displayWidth(key));
-  bool carried = false;
-  for (const auto& row : table.rows) {
-    for (std::size_t i = 0; i < columns; ++i) {
-      widths[i] = std::max(widths[i], displayWidth(shown(row[i], where)));
-      if (!looksLikeNumber(row[i].text)) toRight[i] = false;
-      carried |= row[i].origin.carried;
-    }
-  }
-  if (terminal.isTerminal) shrink(widths, terminal.columns);
-  std::string text;
-  const auto addLine = [&](const auto& textOf) {
-    std::string line;
-    for (std::size_t i = 0; i < columns; ++i) {
-      line += padded(fitted(textOf(i), widths[i]), widths[i], toRight[i]) +
-              std::string(i + 1 < columns ? kGap : 0, ' ');
-    }
-    line.erase(line.find_last_not_of(' ') + 1);
-    text += line + "\n";
-  };
-  addLine([&](std::size_t i) { return table.keys[i]; });
-  addLine([&](std::size_t i) { return std::string(widths[i], '-'); });
-  for (const auto& row : table.rows) {
-    addLine([&](std::size_t i) { return shown(row[i], where); });
-  }
-  if (where) text += carried ? "\n(line)  * carried over from an earlier element\n" : "\n(line)\n";
-  return text;
+  Layout layout = layoutOf(table, where);
+  const std::size_t narrowest = where ? kNarrowestWithLine : kNarrowest;
+  const bool fits = !terminal.isTerminal || table.rows.empty() ||
+                    shrink(layout.widths, terminal.columns, narrowest);
+  std::string text = fits ? columnsText(table, where, layout) : recordsText(table, where);
+  if (!where) return text;
+  return text + "\n(line)" +
+         (hasCarried(table) ? "  * carried over from an earlier element\n" : "\n");
 }
 
 std::string csvText(const Table& table, bool where) {

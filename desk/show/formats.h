@@ -8,7 +8,8 @@
 
 namespace desk::show {
 
-/// Aligned columns under a heading. On a terminal the widest columns are cut until a row fits.
+/// Aligned columns under a heading. On a terminal the widest columns are cut until a row fits;
+/// where too little would be left of them, each value has a line of its own.
 /// @param where adds to each value the line that it was read from, with a "*" for a carried one
 std::string tableText(const Table& table, bool where, const Terminal& terminal);
 

@@ -3,17 +3,25 @@
 
 #include <string>
 
+#include "desk/errors.h"
 #include "desk/script_engine.h"
 #include "desk/show/table.h"
 
 namespace desk::show {
 
-/// Loads a job with getjson_Flash. Throws Error with the script's message when that fails.
+/// What a script command raises.
+class Raised : public Error {
+ public:
+  explicit Raised(const std::string& message) : Error(kExitFindings, "show: " + message) {}
+};
+
+/// Loads a job with getjson_Flash. Throws Raised, or Error with the script's message when that
+/// fails.
 void loadJob(ScriptEngine& engine, const std::string& name);
 
 /// The rows that a script gets for the job loaded last. No command lists the bars: theirs are put
 /// together from cuts and labels, so a bar without pieces is not among them, as for a script.
-/// Throws Error with what the command raises.
+/// Throws Raised.
 Table ask(ScriptEngine& engine, const Question& question);
 
 }  // namespace desk::show

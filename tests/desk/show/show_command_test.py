@@ -79,7 +79,10 @@ B (5)    drain (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
 
     def test_what_cannot_be_shown_is_told(self):
         for name, text in [("bad.json", "{"), ("none.json", "{}"),
-                           ("raises.json", '{"Version":"1.0","Bar":[{"piece":[{}]}]}')]:
+                           ("raises.json", '{"Version":"1.0","Bar":[{"piece":[{}]}]}'),
+                           ("length.json", '{"Version":"1.0","Bar":[{"MaxY":1,"MaxZ":1,"piece":[{"cut":{\n"Length": "x"},'
+                                           '"work":[{}]}]}]}'),
+                           ("raises.xml", "<Job><Bar>\n<Piece/></Bar></Job>")]:
             (self.folder / name).write_text(text, encoding="utf-8")
         for words, code, part in [
             (["job.json"], 2, "which file, and what of it?"),
@@ -90,7 +93,11 @@ B (5)    drain (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
             (["no.json", "cuts"], 3, "cannot read no.json"),
             (["bad.json", "cuts"], 3, "(errorCode -2)"),
             (["none.json", "cuts"], 3, "(errorCode -3)"),
-            (["raises.json", "cuts"], 1, "get_cut: stoi; cusdesk check tells where"),
+            (["raises.json", "bars"], 1,
+             'show: get_cut: stoi; raises.json:1:25: bar 1 has no "BarNumber": get_cut("") raises "stoi"'),
+            (["length.json", "holes"], 1, 'show: get_hole: stod; length.json:2:11: piece 1 of bar 1: "Length" is'),
+            (["raises.xml", "labels"], 1,
+             'not valid; raises.xml:2: piece 1 of bar 1 has no text in "CtrsZ": loading raises'),
         ]:
             output, error = self.show(*words, code=code)
             self.assertEqual(output, "")
@@ -102,19 +109,61 @@ B (5)    drain (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
         self.assertNotIn("The string ends", output)
         self.assertIn("The string ends with .json\n", error)
 
+    def on_terminal(self, *words, columns=80, **environment):
+        leader, follower = pty.openpty()
+        fcntl.ioctl(follower, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+        process = subprocess.Popen([CUSDESK, "show", *words], cwd=self.folder, stdout=follower,
+                                   stderr=follower, env={**os.environ, **environment})
+        os.close(follower)
+        output = b""
+        while chunk := read(leader):
+            output += chunk
+        os.close(leader)
+        self.assertEqual(process.wait(timeout=60), 0)
+        return output.decode("utf-8").replace("\r\n", "\n")
+
     def test_table_fits_a_narrow_terminal(self):
-        for columns in (50, 70):
-            leader, follower = pty.openpty()
-            fcntl.ioctl(follower, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
-            subprocess.run([CUSDESK, "show", "job.json", "bars"], cwd=self.folder, check=True,
-                           stdout=follower, stderr=subprocess.PIPE, timeout=60)
-            os.close(follower)
-            lines = os.read(leader, 65536).decode("utf-8").splitlines()
-            os.close(leader)
+        for columns, environment in [(70, {}), (20, {"COLUMNS": "60"})]:
+            lines = self.on_terminal("job.json", "bars", columns=columns, **environment).splitlines()
             self.assertEqual(len(lines), 3)
             for line in lines:
-                self.assertLessEqual(len(line.replace("\u7a93", "xx")), columns, lines)
+                self.assertLessEqual(len(line.replace("\u7a93", "xx")), columns if columns > 20 else 60)
             self.assertIn("…", lines[0])
+
+    def test_each_value_has_a_line_where_the_terminal_is_too_narrow_for_a_table(self):
+        self.assertEqual(self.on_terminal("job.json", "bars", "--where", columns=40), """\
+row 1
+  BarNumber       1 (2)
+  BarName         \u7a93, "A"\\n (2)
+  Length          6000 (2)
+  CutNumBer       2
+  sProfileName
+  sColor
+  sLengthProduct
+
+(line)
+""")
+
+    def test_a_cut_value_keeps_its_line(self):
+        (self.folder / "job.json").write_text(JOB.replace("drain", "d" * 60), encoding="utf-8")
+        text = self.on_terminal("job.json", "works", "--where", columns=110)
+        self.assertIn("ddd… (4)", text)
+        self.assertIn("dd… (4*)", text)
+
+    def test_long_work_tells_that_it_goes_on(self):
+        bar = '{"BarNumber": 1, "piece": [%s]}' % ",".join(['{"cut": {"Length": "1"}}'] * 200_000)
+        (self.folder / "big.json").write_text('{"Version": "1.0", "Bar": [%s]}' % bar, encoding="utf-8")
+        text = self.on_terminal("big.json", "works", "--where")
+        self.assertRegex(text, r"\r(\d+ s: )?loading big\.json\x1b\[K")
+        self.assertNotIn("loading", text.split("\r\x1b[K")[-1])
+
+
+def read(leader):
+    """What is there of a terminal's output; nothing at its end."""
+    try:
+        return os.read(leader, 65536)
+    except OSError:
+        return b""
 
 
 unittest.main()

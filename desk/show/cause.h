@@ -1,0 +1,14 @@
+// Why a script command raises.
+#pragma once
+
+#include <string>
+
+#include "desk/show/script_answers.h"
+
+namespace desk::show {
+
+/// What check says of the value in `file` that makes a command raise: "; FILE:LINE:COLUMN: ...".
+/// Empty when it says nothing.
+std::string causeOf(const Raised& raised, const std::string& file);
+
+}  // namespace desk::show
