@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 
 #include "desk/check/check_session.h"
 #include "desk/commands.h"
@@ -106,25 +107,25 @@ void printSummary(const std::vector<draw::BarPlace>& bars) {
   std::printf("%s\n", draw::totalText(bars).c_str());
 }
 
+DATA_T readQuietly(const Arguments& arguments) {
+  const OutputDetour detour(arguments.has("verbose") ? OutputDetour::To::StandardError
+                                                     : OutputDetour::To::Nowhere);
+  return readJob(arguments.operands.front());
+}
+
 int run(const Invocation& invocation) {
   const Arguments& arguments = invocation.command;
   const Target target = targetOf(arguments);
   const std::string& file = arguments.operands.front();
-  Progress progress;
-  progress.show("drawing " + file);
+  std::optional<Progress> progress(std::in_place);
+  progress->show("drawing " + file);
   applyGlobalOptions(invocation.global);
-  DATA_T job;
-  {
-    const OutputDetour detour(arguments.has("verbose") ? OutputDetour::To::StandardError
-                                                       : OutputDetour::To::Nowhere);
-    job = readJob(file);
-  }
+  const DATA_T job = readQuietly(arguments);
   const std::vector<draw::BarPlace> bars = layOutBars(job, arguments);
   const std::string source = std::filesystem::path(file).filename().string();
   write(draw::drawJob({job.Name, source, job.Unit}, bars), target);
-  progress.clear();
-  if (target.file == "-" || arguments.has("quiet")) return kExitFine;
-  printSummary(bars);
+  progress.reset();
+  if (target.file != "-" && !arguments.has("quiet")) printSummary(bars);
   return kExitFine;
 }
 
