@@ -172,7 +172,8 @@ class XmlWriter {
                 std::size_t to = count) {
     for (std::size_t i = from; i < to; ++i) {
       const std::string name = keys[i].spelling;
-      text_ += "<" + name + ">" + valueOf(name, keys[i].kind, place) + "</" + name + ">\n";
+      text_.append("<").append(name).append(">").append(valueOf(name, keys[i].kind, place));
+      text_.append("</").append(name).append(">\n");
     }
   }
 

@@ -40,18 +40,11 @@ GROWING = ["json.first/{}/read", "xml/{}/read", "works/{}/command", "cuts/{}/com
            "labels/{}/command", "holes/{}/command"]
 GROWTH_STEPS = [(1000, 10000), (10000, 100000)]
 GROWTH_GOAL = "<= 1.15"
+GROWTH_REPETITIONS = 7
 
 
 def growth_cases(step):
     return [(case.format(step[1]), case.format(step[0])) for case in GROWING]
-
-
-def wanted_cases(skip_large):
-    cases = {case for _, over, under, _ in RATIOS for case in (over, under)}
-    if not skip_large:
-        for step in GROWTH_STEPS:
-            cases.update(case for pair in growth_cases(step) for case in pair)
-    return cases
 
 
 def measure(bench, cases, repetitions):
@@ -93,7 +86,9 @@ class Table:
         print(f"{what:46} {value:8.3f}   {goal:8} {verdict:7}{note}".rstrip())
 
 
-def growth(table, times):
+def growth(table, bench):
+    cases = {case for step in GROWTH_STEPS for pair in growth_cases(step) for case in pair}
+    times = measure(bench, cases, GROWTH_REPETITIONS)
     for step in GROWTH_STEPS:
         for over, under in growth_cases(step):
             decades = math.log(step[1] / step[0])
@@ -118,18 +113,19 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("bench")
     parser.add_argument("memory")
-    parser.add_argument("--repetitions", type=int, default=15)
+    parser.add_argument("--repetitions", type=int, default=31)
     parser.add_argument("--skip-large", action="store_true", help="leave out how times grow")
     arguments = parser.parse_args()
 
-    times = measure(arguments.bench, wanted_cases(arguments.skip_large), arguments.repetitions)
+    cases = {case for _, over, under, _ in RATIOS for case in (over, under)}
+    times = measure(arguments.bench, cases, arguments.repetitions)
     table = Table()
     print(f"{'ratio':46} {'median':>8}   {'goal':8}")
     for what, over, under, goal in RATIOS:
         table.row(what, median_ratio(times, over, under), goal,
                   f" {statistics.median(times[over]):.0f} us")
     if not arguments.skip_large:
-        growth(table, times)
+        growth(table, arguments.bench)
     memory(table, arguments.memory)
     if table.missed:
         print(f"{table.missed} goals are missed")
