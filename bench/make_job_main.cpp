@@ -12,7 +12,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   bench::Shape shape;
-  shape.pieces = std::atoi(argv[2]);
+  shape.pieces = static_cast<int>(std::strtol(argv[2], nullptr, 10));
   const std::string text = format == "json" ? bench::jsonJob(shape) : bench::xmlJob(shape);
   return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() ? 0 : 1;
 }

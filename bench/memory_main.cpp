@@ -23,7 +23,7 @@ constexpr char kJobFile[] = "job";
 
 long long heapBytes() {
   const struct mallinfo2 heap = mallinfo2();
-  return static_cast<long long>(heap.uordblks + heap.hblkhd);
+  return static_cast<long long>(heap.uordblks) + static_cast<long long>(heap.hblkhd);
 }
 
 /// By how many bytes the heap holds more while what make() returned lives.
@@ -86,7 +86,7 @@ int main(int argc, char** argv) {
   deskhost::settings().maxDocumentBytes = std::size_t{1} << 30;
   for (int i = 1; i < argc; ++i) {
     bench::Shape shape;
-    shape.pieces = std::atoi(argv[i]);
+    shape.pieces = static_cast<int>(std::strtol(argv[i], nullptr, 10));
     reportJson(shape);
     reportXml(shape);
   }

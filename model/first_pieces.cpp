@@ -23,7 +23,10 @@ PieceOnBar FirstPieces::meet(const PieceOnBar& piece) {
   const std::size_t hash = std::hash<std::string>()(barCode);
   for (std::size_t i = hash;; ++i) {
     Slot& slot = slots_[i & (slots_.size() - 1)];
-    if (slot.first.piece == nullptr) slot = {piece, hash};
+    if (slot.first.piece == nullptr) {
+      slot = {piece, hash};
+      return piece;
+    }
     if (slot.hash == hash && slot.first.piece->BarCode == barCode) return slot.first;
   }
 }
