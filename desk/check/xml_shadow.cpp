@@ -127,10 +127,11 @@ void XmlShadow::readElements(const XMLElement& parent, const Key<Record> (&keys)
     const XMLElement* child = parent.FirstChildElement(key.spelling);
     if (child != nullptr) reportRepeated(parent, key.spelling, level, here);
     if (key.kind == KeyKind::Required) {
-      requiredText(child, key.spelling, placeOf(parent), here);
+      required(child, key.spelling, parent, here);
     } else if (key.kind == KeyKind::Number) {
-      current.record.*key.field.number = readNumber(child, key.spelling, placeOf(parent), here);
-      current.trace[fieldOf(key)] = state_.traced.add(placeOf(*child), here);
+      const XMLElement& number = required(child, key.spelling, parent, here);
+      current.record.*key.field.number = readNumber(number, here);
+      current.trace[fieldOf(key)] = state_.traced.add(placeOf(number), here);
     } else if (child != nullptr) {
       readElement(*child, key, current, here);
     }
@@ -145,34 +146,33 @@ void XmlShadow::readElement(const XMLElement& child, const Key<Record>& key,
   current.trace[fieldOf(key)] = state_.traced.add(placeOf(child), here);
 }
 
-const char* XmlShadow::requiredText(const XMLElement* child, const std::string& name,
-                                    const Place& parent, const Element& here) {
-  const char* text = child == nullptr ? nullptr : child->GetText();
-  if (text != nullptr) return text;
+const XMLElement& XmlShadow::required(const XMLElement* child, const std::string& name,
+                                      const XMLElement& parent, const Element& here) {
+  if (child != nullptr && child->GetText() != nullptr) return *child;
   const char* const kThrown = "basic_string::_M_construct null not valid";
-  report(rules::kMissingElement, Severity::Error, child == nullptr ? parent : placeOf(*child),
+  report(rules::kMissingElement, Severity::Error, placeOf(child == nullptr ? parent : *child),
          describe(here) + " has no text in \"" + name + "\": loading raises \"" + kThrown +
              "\" and nothing from here on is read",
          here, name);
   throw std::logic_error(kThrown);
 }
 
-double XmlShadow::readNumber(const XMLElement* child, const std::string& name, const Place& parent,
-                             const Element& here) {
-  const std::string text = requiredText(child, name, parent, here);
+double XmlShadow::readNumber(const XMLElement& element, const Element& here) {
+  const std::string text = element.GetText();
+  const std::string name = element.Name();
   std::size_t end = 0;
   double number = 0.0;
   try {
     number = std::stod(text, &end);
   } catch (const std::logic_error& error) {
-    report(rules::kRaises, Severity::Error, placeOf(*child),
+    report(rules::kRaises, Severity::Error, placeOf(element),
            "\"" + name + "\" is " + quoted(text) + ", no number: loading raises \"" + error.what() +
                "\" and nothing from here on is read",
            here, name);
     throw;
   }
   if (text.find_first_not_of(" \t\r\n", end) != std::string::npos) {
-    report(rules::kNotANumber, Severity::Warning, placeOf(*child),
+    report(rules::kNotANumber, Severity::Warning, placeOf(element),
            "\"" + name + "\" is " + quoted(text) + " and read as " + shortestText(number), here,
            name);
   }

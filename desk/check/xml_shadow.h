@@ -38,11 +38,11 @@ class XmlShadow : public ShadowReader {
   void readElement(const XMLElement& child, const model::Key<Record>& key, Traced<Record>& current,
                    const Element& here);
 
-  /// The number in a required text. Throws what the reader throws.
-  double readNumber(const XMLElement* child, const std::string& name, const Place& parent,
-                    const Element& here);
-  const char* requiredText(const XMLElement* child, const std::string& name, const Place& parent,
-                           const Element& here);
+  /// The child, which must be there and hold text. Throws what the reader throws.
+  const XMLElement& required(const XMLElement* child, const std::string& name,
+                             const XMLElement& parent, const Element& here);
+  /// The number in the text of a required element. Throws what the reader throws.
+  double readNumber(const XMLElement& element, const Element& here);
 
   /// Reports texts and entities around the root.
   void reportAround(const tinyxml2::XMLNode& document);

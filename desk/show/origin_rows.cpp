@@ -193,7 +193,9 @@ Cell OriginRows::height() const {
 
 Cell OriginRows::materialCount() const {
   if (isXml_ || pieces_.empty()) return plain("0");
-  const auto number = [&](const Element& at) { return std::atoi(barAt(at).BarNumber.c_str()); };
+  const auto number = [&](const Element& at) {
+    return std::strtol(barAt(at).BarNumber.c_str(), nullptr, 10);
+  };
   const auto isLess = [&](const Element& a, const Element& b) { return number(a) < number(b); };
   return bar(*std::max_element(pieces_.begin(), pieces_.end(), isLess), &BAR_T::BarNumber);
 }

@@ -108,6 +108,7 @@ Table bars(lua_State* L, const std::string& bar) {
   table.keys.insert(table.keys.end(), fromLabel.begin(), fromLabel.end());
   for (std::size_t i = 0; i < allCuts.rows.size();) {
     std::vector<Cell> row;
+    row.reserve(table.keys.size());
     for (const std::string& key : fromCut) row.push_back(cellOf(allCuts, i, key));
     for (const std::string& key : fromLabel) row.push_back(cellOf(allLabels, i, key));
     if (bar.empty() || row.front().text == bar) table.rows.push_back(row);
