@@ -114,7 +114,9 @@ void PanelServer::addPage() {
     });
   }
   server_.Get("/picture\\.svg", [this](const httplib::Request&, httplib::Response& answer) {
-    answer.set_content(board_.picture(), "image/svg+xml");
+    const std::string picture = board_.picture();
+    if (picture.empty()) return refuse(answer, 404, "nothing has been drawn yet");
+    answer.set_content(picture, "image/svg+xml");
   });
 }
 

@@ -76,6 +76,7 @@ class Guard(unittest.TestCase):
 
     def test_only_what_the_page_needs_is_there(self):
         with LivePanel(CUSDESK) as panel:
+            panel.view()
             for path, kind in [("/", "text/html; charset=utf-8"), ("/panel.css", "text/css; charset=utf-8"),
                                ("/panel.js", "text/javascript; charset=utf-8"),
                                ("/picture.svg?1", "image/svg+xml")]:
@@ -181,6 +182,10 @@ class Live(Folder):
 
 
 class Load(Folder):
+    def test_before_a_script_draws_there_is_no_picture(self):
+        with LivePanel(CUSDESK, "--script", self.write("stuck.lua", "while true do end")) as panel:
+            self.assertEqual(panel.request("GET", "/picture.svg")[0], 404)
+
     def test_busy_scripts_are_told_and_a_signal_ends_all(self):
         script = self.write("s.lua", """
             panel.grid(1, 1) panel.rows{{'a'}} panel.update()

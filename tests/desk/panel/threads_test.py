@@ -54,6 +54,7 @@ def main():
         job = pathlib.Path(folder) / "job.json"
         write_job(job, 30)
         with LivePanel(CUSDESK, "--job", str(job)) as panel:
+            panel.view()  # from then on there is a picture
             end = time.monotonic() + SECONDS
 
             def change(_, count):
