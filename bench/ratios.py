@@ -113,7 +113,7 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("bench")
     parser.add_argument("memory")
-    parser.add_argument("--repetitions", type=int, default=31)
+    parser.add_argument("--repetitions", type=int, default=61)
     parser.add_argument("--skip-large", action="store_true", help="leave out how times grow")
     arguments = parser.parse_args()
 

@@ -8,25 +8,23 @@
 namespace {
 
 using BarCodes = std::map<std::string, std::map<std::string, std::string>>;
-using Entry = BarCodes::mapped_type::node_type;
-
-/// Takes any entry out of a map that is no longer needed. Empty when there is none.
-Entry takeEntry(BarCodes& spare) {
-  while (!spare.empty() && spare.begin()->second.empty()) spare.erase(spare.begin());
-  if (spare.empty()) return {};
-  BarCodes::mapped_type& codes = spare.begin()->second;
-  return codes.extract(codes.begin());
-}
-
-/// Sets the barcode of a piece, in a used entry if there is one.
-void setBarCode(BarCodes::mapped_type& codes, const PIECE_T& piece, Entry entry) {
-  // The hint is right when pieces come in the order of their numbers, as most do.
-  if (entry.empty()) {
-    codes.insert_or_assign(codes.end(), piece.PieceNumber, piece.BarCode);
-    return;
+/// Fills a map anew that has the job's keys already, as when the same cuts are asked for again, if
+/// no two pieces have the same numbers. False at the first difference; the map is then of no use.
+bool refill(BarCodes& map, const DATA_T& job) {
+  BarCodes left = std::exchange(map, {});
+  for (const BAR_T& bar : job.Bar) {
+    if (bar.piece.empty()) continue;
+    BarCodes::node_type codes = left.extract(bar.BarNumber);
+    if (codes.empty() || codes.mapped().size() != bar.piece.size()) return false;
+    auto entry = codes.mapped().begin();
+    for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
+      model::fetchNext(piece);
+      if (entry->first != piece.PieceNumber) return false;
+      (entry++)->second = piece.BarCode;
+    }
+    map.insert(std::move(codes));
   }
-  entry.key() = piece.PieceNumber;
-  codes.insert(codes.end(), std::move(entry))->second = piece.BarCode;
+  return left.empty();
 }
 
 }  // namespace
@@ -82,16 +80,25 @@ std::list<PRINT_T> JsonAnalysis::getPrint() {
 }
 
 void JsonAnalysis::getAllBarCodeToMap() {
-  // Most entries come again: those of the last rebuild are filled anew rather than freed and made.
-  BarCodes spare = std::exchange(barCodeMap, {});
+  rebuildBarCodeMap();
+}
+
+bool JsonAnalysis::rebuildBarCodeMap() {
+  if (refill(barCodeMap, data)) return true;
+  barCodeMap.clear();
+  bool distinct = true;
   for (const BAR_T& bar : data.Bar) {
     if (bar.piece.empty()) continue;
     BarCodes::mapped_type& codes = barCodeMap[bar.BarNumber];
+    const std::size_t expected = codes.size() + bar.piece.size();
     for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
       model::fetchNext(piece);
-      setBarCode(codes, piece, takeEntry(spare));
+      // The hint is right when pieces come in the order of their numbers, as most do.
+      codes.insert_or_assign(codes.end(), piece.PieceNumber, piece.BarCode);
     }
+    distinct = distinct && codes.size() == expected;
   }
+  return distinct;
 }
 
 std::string JsonAnalysis::getBarCode(const std::string& barNumber, const std::string& pieceNumber) {

@@ -16,27 +16,38 @@ namespace model {
 /// Whether the header declares the one version that the gated queries answer for.
 bool declaresVersion1(const DATA_T& job);
 
-/// Asks for what the walks look at in the piece behind this one, also across the end of a bar,
-/// where the next bar's pieces mostly lie. A piece is larger than what a processor fetches by
-/// itself, and making the rows of one takes long enough to fetch the next. Only a hint: nothing is
-/// read.
+/// Asks for what the walks look at in a piece. Only a hint: nothing is read, so that the piece need
+/// not be there.
+inline void fetch(const PIECE_CHILD_SECOND_T* piece) {
+  __builtin_prefetch(&piece->PieceNumber);
+  __builtin_prefetch(&piece->BarCode);
+  __builtin_prefetch(&piece->Length);
+  __builtin_prefetch(&piece->sxB);
+  __builtin_prefetch(&piece->work);
+  __builtin_prefetch(&piece->cut_angle_convert);
+}
+
+/// Asks for the works of a piece.
+inline void fetchWorks(const PIECE_T& piece) {
+  for (const WORK_T& work : piece.work) __builtin_prefetch(&work);
+}
+
+/// Asks for the piece behind this one, also across the end of a bar, where the next bar's pieces
+/// mostly lie. A piece is larger than what a processor fetches by itself, and making the rows of
+/// one takes long enough to fetch the next.
 inline void fetchNext(const PIECE_CHILD_SECOND_T& piece) {
-  const PIECE_CHILD_SECOND_T* const next = &piece + 1;
-  __builtin_prefetch(&next->PieceNumber);
-  __builtin_prefetch(&next->BarCode);
-  __builtin_prefetch(&next->Length);
-  __builtin_prefetch(&next->sxB);
-  __builtin_prefetch(&next->work);
-  __builtin_prefetch(&next->cut_angle_convert);
+  fetch(&piece + 1);
 }
 
 /// Every piece: sink(bar, piece).
 template <class Sink>
 void forEachPiece(const DATA_T& job, Sink&& sink) {
   for (const BAR_T& bar : job.Bar) {
-    for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
-      fetchNext(piece);
-      sink(bar, piece);
+    const PIECE_CHILD_SECOND_T* const end = bar.piece.data() + bar.piece.size();
+    for (const PIECE_CHILD_SECOND_T* piece = bar.piece.data(); piece != end; ++piece) {
+      fetch(piece + 2);  // one more ahead, so that the next piece can be asked for its works
+      if (piece + 1 != end) fetchWorks(piece[1]);
+      sink(bar, *piece);
     }
   }
 }

@@ -68,32 +68,24 @@ void appendWorksOf(lua_State* L, const DATA_T& job, const std::string& barCode) 
 struct SharedByCuts {
   std::string height;
   std::string materialCount;
+  bool barCodesAreDistinct = false;  ///< each piece of the JSON job finds its own
 };
 
 SharedByCuts askJsonReader() {
   SharedByCuts shared;
   json.getHeight(shared.height);
-  json.getAllBarCodeToMap();
+  shared.barCodesAreDistinct = json.rebuildBarCodeMap();
   shared.materialCount = std::to_string(json.getMaterialCount());
   return shared;
 }
 
-/// The cuts of a bar, with the barcodes of its pieces or with those of no piece number.
-void appendCutsOf(lua_State* L, const BAR_T& bar, const SharedByCuts& shared, bool withNumbers) {
-  if (bar.piece.empty()) return;
-  const std::string noNumber;
+/// The cuts of a bar. `barCodeOf(piece)` gives their barcodes.
+template <class BarCodeOf>
+void appendCuts(lua_State* L, const BAR_T& bar, const SharedByCuts& shared, BarCodeOf barCodeOf) {
   const std::string piecesOnBar = model::pieceCountOf(bar);
-  // As JsonAnalysis::getBarCode, but the bar is looked up once, and a piece only where its entry
-  // does not follow that of the piece before it.
-  std::map<std::string, std::string>& barCodes = json.barCodeMap[bar.BarNumber];
-  auto entry = barCodes.begin();
   for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
     model::fetchNext(piece);
-    const std::string& number = withNumbers ? piece.PieceNumber : noNumber;
-    if (entry == barCodes.end() || entry->first != number) {
-      entry = barCodes.try_emplace(number).first;
-    }
-    const std::string& barCode = (entry++)->second;
+    const std::string& barCode = barCodeOf(piece);
     const script_rows::Cut row = {bar.BarNumber.c_str(), shared.height.c_str(),
                                   bar.length.c_str(),    piece.Length.c_str(),
                                   piece.sxB.c_str(),     piece.dxB.c_str(),
@@ -103,6 +95,18 @@ void appendCutsOf(lua_State* L, const BAR_T& bar, const SharedByCuts& shared, bo
     setFields(L, script_rows::kCut, row);
     appendRow(L);
   }
+}
+
+/// The cuts of a bar, with the barcodes that the JSON reader finds by bar and piece number, as
+/// JsonAnalysis::getBarCode does; or all by the number of no piece.
+void appendCutsByNumbers(lua_State* L, const BAR_T& bar, const SharedByCuts& shared,
+                         bool withNumbers) {
+  if (bar.piece.empty()) return;
+  const std::string noNumber;
+  std::map<std::string, std::string>& barCodes = json.barCodeMap[bar.BarNumber];
+  appendCuts(L, bar, shared, [&](const PIECE_T& piece) -> const std::string& {
+    return barCodes[withNumbers ? piece.PieceNumber : noNumber];
+  });
 }
 
 }  // namespace
@@ -130,11 +134,16 @@ int getCutCommand(lua_State* L) {
   const SharedByCuts shared = askJsonReader();
   const DATA_T* job = currentJob();
   if (job == nullptr) return 1;
-  if (barNumber.empty()) {
-    for (const BAR_T& bar : job->Bar) appendCutsOf(L, bar, shared, true);
-  } else {
+  if (!barNumber.empty()) {
     model::forEachBarOf(*job, barNumber,
-                        [&](const BAR_T& bar) { appendCutsOf(L, bar, shared, false); });
+                        [&](const BAR_T& bar) { appendCutsByNumbers(L, bar, shared, false); });
+  } else if (nFileType == kJsonJob && shared.barCodesAreDistinct) {
+    for (const BAR_T& bar : job->Bar) {
+      appendCuts(L, bar, shared,
+                 [](const PIECE_T& piece) -> const std::string& { return piece.BarCode; });
+    }
+  } else {
+    for (const BAR_T& bar : job->Bar) appendCutsByNumbers(L, bar, shared, true);
   }
   return 1;
 }
