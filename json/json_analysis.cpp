@@ -4,12 +4,12 @@
 
 #include "host/cbl.h"
 #include "json/json_keys.h"
+#include "json/json_values.h"
 #include "model/assembly.h"
 
 namespace {
 
 using model::Key;
-using model::KeyKind;
 
 enum ResultCode {
   kDone = 0,
@@ -26,58 +26,16 @@ int failed(const char* level, int code) {
   return code;
 }
 
-bool isOfKind(const Json::Value& value, KeyKind kind) {
-  switch (kind) {
-    case KeyKind::Text:
-      return value.isString();
-    case KeyKind::IntegerText:
-    case KeyKind::Integer:
-      return value.isInt();
-    case KeyKind::Number:
-      return value.isDouble();
-    case KeyKind::Flag:
-      return value.isBool();
-    case KeyKind::Required:
-    case KeyKind::Ignored:
-      break;
-  }
-  return false;
-}
-
-template <class Record>
-void store(const Json::Value& value, const Key<Record>& key, Record& record) {
-  switch (key.kind) {
-    case KeyKind::Text:
-      record.*key.field.text = value.asString();
-      break;
-    case KeyKind::IntegerText:
-      record.*key.field.text = std::to_string(value.asInt());
-      break;
-    case KeyKind::Integer:
-      record.*key.field.number = value.asInt();
-      break;
-    case KeyKind::Number:
-      record.*key.field.number = value.asDouble();
-      break;
-    case KeyKind::Flag:
-      record.*key.field.flag = value.asBool();
-      break;
-    case KeyKind::Required:
-    case KeyKind::Ignored:
-      break;
-  }
-}
-
 /// Fills a record from the keys of an object. What is no object has no keys.
 template <class Record, std::size_t count>
 void readKeys(const Json::Value& object, const Key<Record> (&keys)[count], Record& record) {
   if (!object.isObject()) return;
   for (const Key<Record>& key : keys) {
-    if (const Json::Value& value = object[key.spelling]; isOfKind(value, key.kind)) {
-      store(value, key, record);
+    if (const Json::Value& value = object[key.spelling]; json_keys::isOfKind(value, key.kind)) {
+      json_keys::store(value, key, record);
     } else if (key.secondSpelling != nullptr) {
       const Json::Value& second = object[key.secondSpelling];
-      if (isOfKind(second, key.kind)) store(second, key, record);
+      if (json_keys::isOfKind(second, key.kind)) json_keys::store(second, key, record);
     }
   }
 }

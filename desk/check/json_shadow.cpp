@@ -2,6 +2,7 @@
 
 #include "desk/check/json_values.h"
 #include "desk/check/rules.h"
+#include "json/json_values.h"
 #include "model/assembly.h"
 
 namespace desk::check {
@@ -143,11 +144,11 @@ void JsonShadow::readKeys(const Json::Value& object, const Key<Record> (&keys)[c
       if (value == nullptr) continue;
       if (taken != nullptr) {
         reportShadowed(*value, *taken, spelling, key.spelling, level, here);
-      } else if (!isOfKind(*value, key.kind)) {
+      } else if (!json_keys::isOfKind(*value, key.kind)) {
         reportWrongType(*value, spelling, wordFor(key.kind), level, here);
       } else {
         taken = value;
-        store(*value, key, current.record);
+        json_keys::store(*value, key, current.record);
         current.trace[fieldOf(key)] = state_.traced.add(placeOf(*value), here);
         reportZeroByte(*value, spelling, level, here);
       }

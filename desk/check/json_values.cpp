@@ -15,24 +15,6 @@ const Json::Value* member(const Json::Value& object, const char* name) {
   return object.find(name, name + std::strlen(name));
 }
 
-bool isOfKind(const Json::Value& value, KeyKind kind) {
-  switch (kind) {
-    case KeyKind::Text:
-      return value.isString();
-    case KeyKind::IntegerText:
-    case KeyKind::Integer:
-      return value.isInt();
-    case KeyKind::Number:
-      return value.isDouble();
-    case KeyKind::Flag:
-      return value.isBool();
-    case KeyKind::Required:
-    case KeyKind::Ignored:
-      break;
-  }
-  return false;
-}
-
 bool holdsZeroByte(const Json::Value& value) {
   const char* begin = nullptr;
   const char* end = nullptr;
