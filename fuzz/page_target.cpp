@@ -4,11 +4,14 @@
 // browsers cannot misuse, and nothing may happen to the panel unless the request names the server
 // as its host and its origin.
 #include <arpa/inet.h>
+#include <signal.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
+#include <cstring>
 #include <mutex>
 #include <set>
 #include <utility>
@@ -29,7 +32,7 @@ class Page {
  public:
   Page() : board_({"script.lua", "job.json", 800, 480}), server_(board_, actions(), 0) {
     board_.say(desk::Speaker::Script, kNews);
-    server_.start();
+    startUndisturbed();
     const std::string address = server_.address();
     port_ = address.substr(address.rfind(':') + 1);
     port_.pop_back();
@@ -44,6 +47,16 @@ class Page {
   }
 
  private:
+  /// The fuzzer's clock is a signal, which is to interrupt its own thread and none of the server's.
+  void startUndisturbed() {
+    sigset_t clock, before;
+    sigemptyset(&clock);
+    sigaddset(&clock, SIGALRM);
+    pthread_sigmask(SIG_BLOCK, &clock, &before);
+    server_.start();
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+  }
+
   desk::PanelActions actions() {
     return {[this](tagPOINT point) {
               require(point.x >= 0 && point.x <= kMostPixels, "x is no pixel");
@@ -92,14 +105,17 @@ std::string exchange(const std::string& request) {
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   address.sin_port = htons(static_cast<std::uint16_t>(std::stoi(page().port())));
   const int connection = ::socket(AF_INET, SOCK_STREAM, 0);
-  require(::connect(connection, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0,
-          "the server does not answer any more");
-  (void)::send(connection, request.data(), request.size(), MSG_NOSIGNAL);
+  while (::connect(connection, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
+    if (errno == EISCONN) break;  // after an interruption
+    require(errno == EINTR, std::strerror(errno));
+  }
+  (void)TEMP_FAILURE_RETRY(::send(connection, request.data(), request.size(), MSG_NOSIGNAL));
   ::shutdown(connection, SHUT_WR);
   std::string answer;
   char bytes[4096];
   for (ssize_t got = 0;
-       !isStream(answer) && (got = ::recv(connection, bytes, sizeof bytes, 0)) > 0;) {
+       !isStream(answer) &&
+       (got = TEMP_FAILURE_RETRY(::recv(connection, bytes, sizeof bytes, 0))) > 0;) {
     answer.append(bytes, static_cast<std::size_t>(got));
   }
   ::close(connection);
