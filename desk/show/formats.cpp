@@ -122,7 +122,9 @@ std::string quotedField(const std::string& text) {
 
 std::string csvLine(const std::vector<std::string>& fields) {
   std::string line;
-  for (const std::string& field : fields) line += (line.empty() ? "" : ",") + quotedField(field);
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    line += (i == 0 ? "" : ",") + quotedField(fields[i]);
+  }
   return line + "\r\n";
 }
 

@@ -62,6 +62,12 @@ B (5)    drain (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
         self.assertEqual(list(csv.DictReader(io.StringIO(text, newline=""))), [
             {"BarNumber": "1", "BarName": "\u7a93, \"A\"\n", "Length": "6000", "CutNumBer": "2",
              "sProfileName": "", "sColor": "", "sLengthProduct": ""}])
+        # Rows that start with empty values, among them.
+        for subject in ("cuts", "labels"):
+            rows = csv.DictReader(io.StringIO(
+                self.show("--format", "csv", "job.json", subject)[0], newline=""))
+            self.assertEqual(list(rows), json.loads(
+                self.show("--format", "json", "job.json", subject)[0]), subject)
 
     def test_json_keeps_numbers(self):
         rows = json.loads(self.show("job.json", "works", "--format=json")[0])
