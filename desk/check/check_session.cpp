@@ -122,8 +122,9 @@ void CheckSession::checkEncoding() {
 }
 
 void CheckSession::reportFault(int line, int byteColumn, const std::string& reason) {
-  const bool trailing = reason.find("Extra non-whitespace") == 0 ||
-                        reason.find("bytes after a zero byte") != std::string::npos;
+  const bool trailing =
+      !isUtf16(source().bytes()) && (reason.find("Extra non-whitespace") == 0 ||
+                                     reason.find("bytes after a zero byte") != std::string::npos);
   Position at = source().positionInBytes(line, byteColumn);
   if (at.line == 0) at = {1, 0};
   const std::string end = reason.empty() || reason.back() == '.' ? " " : ". ";

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "desk/check/rules.h"
 #include "desk/number_text.h"
@@ -10,17 +12,37 @@
 
 namespace desk::check {
 
+namespace {
+
+/// A sum of decimal fractions may come out higher than it is by this part of itself.
+constexpr double kRounding = 1e-12;
+
+std::string piecesText(std::size_t count, const Element& bar) {
+  return count == 1 ? "the piece of " + describe(bar) + " is "
+                    : "the " + std::to_string(count) + " pieces of " + describe(bar) + " are ";
+}
+
+/// The sum without what rounding added to it.
+std::string sumText(double sum) {
+  char text[32] = "";
+  std::snprintf(text, sizeof text, "%.12g", sum);
+  return text;
+}
+
+}  // namespace
+
 Place placeOfValue(const LoadedJob& job, OriginId value, const Place& element) {
   const Place& place = job.traced.origins[value].place;
   return value != 0 && place.file == element.file ? place : element;
 }
 
 bool numberOf(const std::string& text, double& number, bool& whole) {
+  // Scripts get what stands in front of a zero byte.
+  const char* const start = text.c_str();
   char* end = nullptr;
-  number = std::strtod(text.c_str(), &end);
-  if (end == text.c_str() || !std::isfinite(number)) return false;
-  whole = text.find_first_not_of(" \t\r\n", static_cast<std::size_t>(end - text.c_str())) ==
-          std::string::npos;
+  number = std::strtod(start, &end);
+  if (end == start || !std::isfinite(number)) return false;
+  whole = end[std::strspn(end, " \t\r\n")] == '\0';
   return true;
 }
 
@@ -53,18 +75,19 @@ void checkLengths(const LoadedJob& job, Findings& findings) {
       double one = 0.0;
       if (numberOf(piece.Length, one, whole)) sum += std::max(one, 0.0);
     }
-    if (sum <= length) continue;
+    if (sum * (1.0 - kRounding) <= length) continue;
     const Element here{number, 0, 0};
     const OriginId value = trace.keys[fieldOf<BAR_T>(&BAR_T::length)];
-    findings.push_back({rules::kDoesNotFit,
-                        Severity::Error,
-                        placeOfValue(job, value, trace.place),
-                        "the " + std::to_string(bar.piece.size()) + " pieces of " + describe(here) +
-                            " are " + shortestText(sum) + " long together, the bar " +
-                            shortestText(length),
-                        here,
-                        job.isXml ? "Length" : "length",
-                        {}});
+    findings.push_back(
+        {rules::kDoesNotFit,
+         Severity::Error,
+         placeOfValue(job, value, trace.place),
+         piecesText(bar.piece.size(), here) + sumText(sum) +
+             (bar.piece.size() == 1 ? " long, the bar " : " long together, the bar ") +
+             shortestText(length),
+         here,
+         job.isXml ? "Length" : "length",
+         {}});
   }
 }
 

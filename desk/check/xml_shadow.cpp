@@ -2,6 +2,7 @@
 
 #include <tinyxml2.h>
 
+#include <cmath>
 #include <exception>
 #include <stdexcept>
 
@@ -171,8 +172,10 @@ double XmlShadow::readNumber(const XMLElement& element, const Element& here) {
            here, name);
     throw;
   }
-  if (text.find_first_not_of(" \t\r\n", end) != std::string::npos) {
-    report(rules::kNotANumber, Severity::Warning, placeOf(element),
+  // "nan" and "inf" convert as well.
+  const bool isFinite = std::isfinite(number);
+  if (!isFinite || text.find_first_not_of(" \t\r\n", end) != std::string::npos) {
+    report(rules::kNotANumber, isFinite ? Severity::Warning : Severity::Error, placeOf(element),
            "\"" + name + "\" is " + quoted(text) + " and read as " + shortestText(number), here,
            name);
   }

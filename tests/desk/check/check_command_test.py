@@ -138,6 +138,8 @@ class Check(Folder):
 
 JOB = '{"Version": "1.0", "Bar": [%s]}'
 CUT = '{"PieceNumber": 1, "cut": {"Length": "%s"}}'
+# Ten pieces whose lengths add up to a little more than 6001.
+TEN_PIECES = ", ".join(CUT.replace("1,", f"{number},") % 600.1 for number in range(10))
 XML = "<Job><Version>1.0</Version>%s</Job>"
 ROW = "<Bar><BarNumber>1</BarNumber>%s<Piece><CtrsZ>0</CtrsZ>%s</Piece></Bar>"
 
@@ -161,6 +163,20 @@ ODDITIES = [
      "1:1: error: UTF-16, which no reader takes: save the file as UTF-8 [not-utf8]\n"
      "1:2: error: Missing '}' or object member name. Nothing is loaded: the panel answers -2 "
      "and keeps the JSON job before [syntax]"),
+    ("wide.xml", (XML % "").encode("utf-16"),
+     "1:1: error: UTF-16, which no reader takes: save the file as UTF-8 [not-utf8]\n"
+     "1: error: there are bytes after a zero byte. Nothing is loaded: the panel answers -2 "
+     "and keeps the XML job before [syntax]"),
+    ("sums.json", JOB % f'{{"BarNumber": 1, "length": 6001, "piece": [{TEN_PIECES}]}},\n'
+     '{"BarNumber": 2, "length": 2000, "piece": [{"PieceNumber": 1, "cut": {"Length": "2000.1"}}]}',
+     "2:28: error: the piece of bar 2 is 2000.1 long, the bar 2000 [does-not-fit]"),
+    ("cut_off.json", JOB % f'{{"BarNumber": 1, "piece": [{CUT % "900.u0000x"}]}}'.replace(".u", "\\u"),
+     '1:82: error: "Length" is "900\\x00x": scripts get "900" of it [zero-byte]'),
+    ("nan.xml", XML % ROW % ("", "<Cut><Length>9</Length></Cut><Work><ProfiLav>1</ProfiLav><PositionX>nan"
+                             "</PositionX><PositionY>-inf</PositionY><PositionZ>1,5</PositionZ></Work>"),
+     '1: error: "PositionX" is "nan" and read as nan [not-a-number]\n'
+     '1: error: "PositionY" is "-inf" and read as -inf [not-a-number]\n'
+     '1: warning: "PositionZ" is "1,5" and read as 1 [not-a-number]'),
     ("same.xml", XML % ROW % ("<BarNumber>1</BarNumber><BarNumber>2</BarNumber>", "<Cut><Length>9</Length></Cut>"),
      '1: note: "BarNumber" is ignored because only the first one counts (line 1), which has the same text '
      "[repeated-element]\n"
