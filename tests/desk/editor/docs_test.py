@@ -28,7 +28,7 @@ SECTION = re.compile(r"^##+ .*?(?=^##+ |\Z)", re.M | re.S)
 FILE = re.compile(r"^`([^`]+)`:\n```\w+\n(.*?)^```", re.M | re.S)
 SCRIPT = re.compile(r"^```lua\n(.*?)^```\n```text\n(.*?)^```", re.M | re.S)
 CONSOLE = re.compile(r"^```console\n(.*?)^```", re.M | re.S)
-TABLE = re.compile(r"^<!-- ([^\n]+) -->\n((?:\|.*\n)*)", re.M)
+TABLE = re.compile(r"^<!-- ([^\n]+) -->\n((?:\|.*(?:\n|\Z))*)", re.M)
 OWN_LINES = re.compile(
     r"^(cus_ParseModule2? -+|The string ends with \S+|Unknown file type|rst = .*|"
     r"Faild to find the BarCode.*|(read File|analysis \w+) error\.+|数据已写入文件！|无法打开文件！)\n",
