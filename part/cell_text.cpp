@@ -72,6 +72,26 @@ int advance(std::uint32_t codePoint) {
   return range != std::end(kWidths) && codePoint >= range->first ? range->width : kOtherWidth;
 }
 
+/// Adds up how wide a text is: in hundredths of an em, times the percentage that bold adds.
+class Ruler {
+ public:
+  explicit Ruler(bool bold) : bold_(bold) {}
+
+  std::int64_t add(std::uint32_t codePoint) {
+    const int own = advance(codePoint);
+    marks_ = own == 0 ? marks_ + 1 : 0;
+    // More marks than a script puts on one character would pile up over the neighbouring rows.
+    used_ += (marks_ > kMarksOnOneCharacter ? 100 : own) *
+             (bold_ && codePoint < kFirstFullWidth ? kBoldPercent : 100);
+    return used_;
+  }
+
+ private:
+  bool bold_;
+  int marks_ = 0;
+  std::int64_t used_ = 0;
+};
+
 std::uint32_t cleanCodePoint(std::uint32_t codePoint) {
   if (codePoint < 0x20 || (codePoint >= 0x7F && codePoint <= 0x9F)) return ' ';
   if (codePoint == 0x2028 || codePoint == 0x2029) return ' ';  // line and paragraph separator
@@ -92,24 +112,24 @@ std::string cleanText(const std::string& text) {
 }
 
 std::string fitText(const std::string& text, int width, const Font& font) {
-  // Widths are in hundredths of an em, times the percentage that bold adds.
   const std::int64_t room = std::int64_t{width} * 10000 / font.size;
-  std::int64_t used = 0;
-  int marks = 0;
+  Ruler ruler(font.bold);
   auto cut = text.cbegin();
   for (auto at = text.cbegin(); at != text.cend();) {
-    const std::uint32_t codePoint = utf8::unchecked::next(at);
-    const int own = advance(codePoint);
-    marks = own == 0 ? marks + 1 : 0;
-    // More marks than a script puts on one character would pile up over the neighbouring rows.
-    used += (marks > kMarksOnOneCharacter ? 100 : own) *
-            (font.bold && codePoint < kFirstFullWidth ? kBoldPercent : 100);
+    const std::int64_t used = ruler.add(utf8::unchecked::next(at));
     if (used + kEllipsisWidth <= room) cut = at;
     if (used > room) {
       return kEllipsisWidth > room ? "" : std::string(text.cbegin(), cut) + kEllipsis;
     }
   }
   return text;
+}
+
+int widthOf(const std::string& text, const Font& font) {
+  Ruler ruler(font.bold);
+  std::int64_t used = 0;
+  for (auto at = text.cbegin(); at != text.cend();) used = ruler.add(utf8::unchecked::next(at));
+  return static_cast<int>((used * font.size + 9999) / 10000);
 }
 
 }  // namespace Table

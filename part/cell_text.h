@@ -23,4 +23,8 @@ std::string cleanText(const std::string& text);
 /// @param text what `cleanText` returned
 std::string fitText(const std::string& text, int width, const Font& font);
 
+/// How wide `text` is by the same estimate, in pixels, rounded up.
+/// @param text what `cleanText` returned
+int widthOf(const std::string& text, const Font& font);
+
 }  // namespace Table

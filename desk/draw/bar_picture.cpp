@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "desk/display_width.h"
+#include "desk/draw/lettering.h"
 #include "desk/draw/pages.h"
 #include "desk/draw/summary.h"
 #include "desk/host/svg/xml_text.h"
@@ -12,10 +12,10 @@ namespace desk::draw {
 namespace {
 
 constexpr double kRoom = kPageWidth - 2.0 * kMargin;
-constexpr double kTitle = 6.0;  ///< above the band
-constexpr double kLine = 3.7;   ///< each line below the labels
-constexpr double kGap = 5.0;    ///< to the next bar
-constexpr double kTitleSize = 3.2;
+constexpr double kTitleHeight = 6.0;  ///< above the band
+constexpr double kLine = 3.7;         ///< each line below the labels
+constexpr double kGap = 5.0;          ///< to the next bar
+constexpr double kBesideTitle = 3.0;  ///< between title and sum
 constexpr std::size_t kMostListLines = 12;
 
 std::string titleOf(const BAR_T& bar) {
@@ -51,24 +51,23 @@ BarPicture::BarPicture(const BarPlace& bar, const Scale& scale, const WorkMarks&
     const bool isHigh = !label.length.empty() || !label.barCode.empty();
     labelHeight_ = std::max(labelHeight_, isHigh ? 10.4 : label.number.empty() ? 1.0 : 4.0);
   }
-  const std::size_t columns = columnsIn(kRoom, kLabelSize);
-  list_ = linesOf(entries, columns);
+  list_ = linesOf(entries, kRoom);
   if (list_.size() > kMostListLines) {
     list_.resize(kMostListLines);
     list_.back() = "and more; \"cusdesk show\" lists them all";
   }
   for (const std::string& text : remarkTexts(bar)) {
-    remarks_.push_back(fitted(deskhost::xmlText(text), columns));
+    remarks_.push_back(fitted(deskhost::xmlText(text), kRoom, kRemark));
   }
 }
 
 double BarPicture::height() const {
   const auto lines = static_cast<double>(list_.size() + remarks_.size());
-  return kTitle + band() + labelHeight_ + lines * kLine + kGap;
+  return kTitleHeight + band() + labelHeight_ + lines * kLine + kGap;
 }
 
 void BarPicture::draw(SvgCanvas& canvas, double top) const {
-  const double bottom = top + kTitle + band();
+  const double bottom = top + kTitleHeight + band();
   drawTitle(canvas, top);
   drawStock(canvas, bottom);
   for (std::size_t i = 0; i < bar_.pieces.size(); ++i) {
@@ -86,10 +85,9 @@ void BarPicture::draw(SvgCanvas& canvas, double top) const {
 
 void BarPicture::drawTitle(SvgCanvas& canvas, double top) const {
   const std::string sum = summaryText(bar_);
-  const double room = kRoom - widthOf(sum, kTitleSize);
+  const double room = kRoom - widthOf(sum, kSum) - kBesideTitle;
   const double baseline = top + 4.0;
-  canvas.text({kMargin, baseline}, fitted(titleOf(*bar_.bar), columnsIn(room, kTitleSize)),
-              "title");
+  canvas.text({kMargin, baseline}, fitted(titleOf(*bar_.bar), room, kTitle), "title");
   canvas.text({kPageWidth - kMargin, baseline}, sum, "sum");
 }
 
@@ -99,9 +97,9 @@ void BarPicture::drawStock(SvgCanvas& canvas, double bottom) const {
                    known ? "bar" : "open");
   if (!known || bar_.leftOver() <= 0.0) return;
   const std::string rest = numberText(bar_.leftOver());
-  if (widthOf(rest, kLabelSize) > length(bar_.leftOver())) return;
+  if (widthOf(rest, kLabel) > length(bar_.leftOver())) return;
   const double middle = kMargin + length(bar_.used + bar_.leftOver() / 2.0);
-  canvas.text({middle, bottom - band() / 2.0 + 0.36 * kLabelSize}, rest, "rest");
+  canvas.text({middle, bottom - band() / 2.0 + 0.36 * kLabel.size}, rest, "rest");
 }
 
 void BarPicture::drawPiece(SvgCanvas& canvas, std::size_t index, double bottom) const {

@@ -1,10 +1,9 @@
 #include "desk/draw/job_picture.h"
 
-#include "desk/display_width.h"
 #include "desk/draw/bar_picture.h"
 #include "desk/draw/legend.h"
+#include "desk/draw/lettering.h"
 #include "desk/draw/pages.h"
-#include "desk/draw/piece_label.h"
 #include "desk/draw/scale.h"
 #include "desk/draw/summary.h"
 #include "desk/draw/svg_canvas.h"
@@ -17,7 +16,6 @@ namespace {
 
 constexpr double kDrawingWidth = kPageWidth - 2.0 * kMargin;
 constexpr double kContinued = 16.0;  ///< where the bars of later pages begin
-constexpr double kTitleSize = 5.0;
 
 constexpr char kStyleSheet[] =
     "@page{size:297mm 210mm;margin:0}"
@@ -86,7 +84,7 @@ class Composition {
   std::string title() const { return heading_.name.empty() ? heading_.source : heading_.name; }
 
   std::string shortTitle() const {
-    return fitted(deskhost::xmlText(title()), columnsIn(0.8 * kDrawingWidth, kTitleSize));
+    return fitted(deskhost::xmlText(title()), 0.8 * kDrawingWidth, kName);
   }
 
   void drawHeading(SvgCanvas& canvas) const {
@@ -94,8 +92,8 @@ class Composition {
     std::string facts = heading_.source + "  ·  " + totalText(bars_) + "  ·  ";
     if (isMetric(heading_.unit) && !bars_.empty()) facts += scaleText(scale_) + ", ";
     facts += "lengths in " + (heading_.unit.empty() ? "mm" : heading_.unit);
-    const std::size_t columns = columnsIn(kDrawingWidth, kLabelSize);
-    canvas.text({kMargin, kMargin + 9.0}, fitted(deskhost::xmlText(facts), columns), "facts");
+    canvas.text({kMargin, kMargin + 9.0}, fitted(deskhost::xmlText(facts), kDrawingWidth, kLabel),
+                "facts");
   }
 
   void drawPageNumbers(SvgCanvas& canvas, int count) const {

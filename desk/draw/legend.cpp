@@ -1,8 +1,7 @@
 #include "desk/draw/legend.h"
 
-#include "desk/display_width.h"
+#include "desk/draw/lettering.h"
 #include "desk/draw/pages.h"
-#include "desk/draw/piece_label.h"
 #include "desk/host/svg/xml_text.h"
 
 namespace desk::draw {
@@ -11,7 +10,7 @@ namespace {
 
 constexpr double kLine = 4.2;  ///< from one baseline to the next
 constexpr int kMostLines = 6;
-constexpr std::size_t kLongestName = 40;
+constexpr double kLongestName = 65.0;
 
 /// The sign of an entry and the gap behind its text.
 constexpr double kExtra = 8.0;
@@ -22,8 +21,8 @@ Legend::Legend(const WorkMarks& marks, double width) : marks_(marks), others_(ma
   double x = 0.0;
   int line = 0;
   for (const std::string& name : marks.names()) {
-    const std::string text = fitted(deskhost::xmlText(name), kLongestName);
-    const double needed = kExtra + widthOf(text, kLabelSize);
+    const std::string text = fitted(deskhost::xmlText(name), kLongestName, kLabel);
+    const double needed = kExtra + widthOf(text, kLabel);
     if (x + needed > width) {
       x = 0.0;
       ++line;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "desk/display_width.h"
+#include "desk/draw/lettering.h"
 #include "desk/draw/summary.h"
 #include "desk/host/svg/xml_text.h"
 
@@ -10,11 +10,8 @@ namespace desk::draw {
 
 namespace {
 
-/// Of a column, in em. On the safe side: viewers choose the face.
-constexpr double kColumnWidth = 0.62;
-
-/// Of a barcode, below which its beginning says nothing.
-constexpr std::size_t kLeastColumns = 5;
+/// Of a barcode, mm: less of its beginning says nothing.
+constexpr double kLeastOfBarCode = 8.0;
 
 std::string angleText(double angle) {
   return angle == 90.0 ? "" : numberText(angle) + "°";
@@ -22,35 +19,28 @@ std::string angleText(double angle) {
 
 }  // namespace
 
-std::size_t columnsIn(double room, double fontSize) {
-  return room <= 0.0 ? 0 : static_cast<std::size_t>(room / (kColumnWidth * fontSize));
-}
-
-double widthOf(const std::string& text, double fontSize) {
-  return kColumnWidth * fontSize * static_cast<double>(displayWidth(text));
-}
-
-PieceLabel labelOf(const PiecePlace& piece, const std::string& name, double room) {
+PieceLabel labelOf(const PiecePlace& piece, const std::string& name, double length) {
   PieceLabel label;
   const std::string number = deskhost::xmlText(name);
   const std::string barCode = deskhost::xmlText(piece.piece->BarCode);
   const std::string left = angleText(piece.leftAngle);
   const std::string right = angleText(piece.rightAngle);
-  const std::string length = numberText(piece.length);
-  const std::size_t columns = columnsIn(room - kBetweenLabels, kLabelSize);
+  const std::string lengthText = numberText(piece.length);
+  const double room = length - kBetweenLabels;
+  const double numberRoom = widthOf(number, kNumber);
   const double angleRoom =
-      2.0 * (std::max(widthOf(left, kLabelSize), widthOf(right, kLabelSize)) + kBetweenLabels);
+      2.0 * (std::max(widthOf(left, kLabel), widthOf(right, kLabel)) + kBetweenLabels);
 
-  if (widthOf(number, kNumberSize) <= room - kBetweenLabels) label.number = number;
-  if (widthOf(number, kNumberSize) + angleRoom <= room - kBetweenLabels) {
+  if (numberRoom <= room) label.number = number;
+  if (numberRoom + angleRoom <= room) {
     label.leftAngle = left;
     label.rightAngle = right;
   }
-  if (displayWidth(length) <= columns) label.length = length;
-  if (displayWidth(barCode) <= columns || columns >= kLeastColumns) {
-    label.barCode = fitted(barCode, columns);
+  if (widthOf(lengthText, kLabel) <= room) label.length = lengthText;
+  if (widthOf(barCode, kLabel) <= room || room >= kLeastOfBarCode) {
+    label.barCode = fitted(barCode, room, kLabel);
   }
-  label.isWhole = label.number == number && label.length == length && label.leftAngle == left &&
+  label.isWhole = label.number == number && label.length == lengthText && label.leftAngle == left &&
                   label.rightAngle == right && label.barCode == barCode;
   return label;
 }
@@ -65,16 +55,15 @@ std::string lineOf(const PiecePlace& piece, const std::string& name) {
   return barCode.empty() ? line : line + ", " + barCode;
 }
 
-std::vector<std::string> linesOf(const std::vector<std::string>& entries, std::size_t columns) {
+std::vector<std::string> linesOf(const std::vector<std::string>& entries, double room) {
   constexpr char kBetween[] = "  ·  ";
   std::vector<std::string> lines;
   for (const std::string& entry : entries) {
-    const bool joins =
-        !lines.empty() && displayWidth(lines.back() + kBetween) + displayWidth(entry) <= columns;
+    const bool joins = !lines.empty() && widthOf(lines.back() + kBetween + entry, kLabel) <= room;
     if (joins) {
       lines.back() += kBetween + entry;
     } else {
-      lines.push_back(fitted(entry, columns));
+      lines.push_back(fitted(entry, room, kLabel));
     }
   }
   return lines;

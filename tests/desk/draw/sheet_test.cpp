@@ -50,28 +50,32 @@ TEST(Pages, OneAloneIsAsHighAsNeeded) {
 
 TEST(PieceLabel, LeavesOutWhatHasNoRoomAndSaysSo) {
   PIECE_CHILD_SECOND_T piece;
-  piece.BarCode = "条码-000123";
   PiecePlace place{&piece};
   place.length = 385.5;
   place.leftAngle = 45.0;
   const struct {
-    double room;
+    double length;  ///< on paper
+    const char* barCode;
     const char* texts;
   } kCases[] = {
-      {40, "45° 12  385.5 条码-000123 whole"},
-      {18, "45° 12  385.5 条码-0001… cut"},
-      {14, " 12  385.5 条码-0… cut"},
-      {10, " 12  385.5 条码… cut"},
-      {8, " 12    cut"},
-      {4, "     cut"},
+      {18.5, "条码-000123", "45° 12  385.5 条码-000123 whole"},
+      {17.4, "条码-000123", " 12  385.5 条码-0001… cut"},
+      {14, "条码-000123", " 12  385.5 条码-00… cut"},
+      {14, "WMQ-0123", " 12  385.5 WMQ-… cut"},
+      {14, "lift-0123", " 12  385.5 lift-0123 cut"},
+      {10, "条码-000123", " 12  385.5 条码… cut"},
+      {8, "条码-000123", " 12    cut"},
+      {4, "条码-000123", "     cut"},
   };
   for (const auto& row : kCases) {
-    const PieceLabel label = labelOf(place, "12", row.room);
+    piece.BarCode = row.barCode;
+    const PieceLabel label = labelOf(place, "12", row.length);
     EXPECT_EQ(label.leftAngle + " " + label.number + " " + label.rightAngle + " " + label.length +
                   " " + label.barCode + (label.isWhole ? " whole" : " cut"),
               row.texts)
-        << row.room;
+        << row.length;
   }
+  piece.BarCode = "条码-000123";
   EXPECT_EQ(lineOf(place, "12"), "12: 385.5, 45°/90°, 条码-000123");
 }
 
