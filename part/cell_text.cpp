@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstring>
 #include <iterator>
+#include <limits>
 
 namespace Table {
 namespace {
@@ -129,7 +130,8 @@ int widthOf(const std::string& text, const Font& font) {
   Ruler ruler(font.bold);
   std::int64_t used = 0;
   for (auto at = text.cbegin(); at != text.cend();) used = ruler.add(utf8::unchecked::next(at));
-  return static_cast<int>((used * font.size + 9999) / 10000);
+  const std::int64_t width = (used * font.size + 9999) / 10000;
+  return static_cast<int>(std::min<std::int64_t>(width, std::numeric_limits<int>::max()));
 }
 
 }  // namespace Table

@@ -23,7 +23,7 @@ std::string cleanText(const std::string& text);
 /// @param text what `cleanText` returned
 std::string fitText(const std::string& text, int width, const Font& font);
 
-/// How wide `text` is by the same estimate, in pixels, rounded up.
+/// How wide `text` is by the same estimate, in pixels, rounded up; the largest int at most.
 /// @param text what `cleanText` returned
 int widthOf(const std::string& text, const Font& font);
 
