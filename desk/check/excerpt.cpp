@@ -23,13 +23,17 @@ std::size_t bytesAt(std::string_view line, std::size_t at) {
 
 }  // namespace
 
-Excerpt excerptOf(std::string_view line, int column, std::size_t columns) {
+Excerpt excerptOf(const SourceText& source, const Position& place, std::size_t columns) {
+  // What stands further in front could be shown only if the rest took no room.
+  const int first = std::max(1, place.column - static_cast<int>(columns));
+  std::string_view line = source.line(place.line, first);
+  if (place.column == 0) line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
   // The characters in front of the caret, the last of which are shown: half a line of them.
   std::deque<std::string> before;
   std::size_t width = 0;
   std::size_t at = 0;
-  bool isCut = false;
-  for (int number = 1; number < column && at < line.size(); ++number) {
+  bool isCut = first > 1;
+  for (int number = first; number < place.column && at < line.size(); ++number) {
     const std::size_t bytes = bytesAt(line, at);
     before.push_back(shown(line, at, bytes));
     width += displayWidth(before.back());

@@ -36,13 +36,14 @@ std::size_t SourceText::characterEnd(std::size_t start) const {
   return start + std::max<std::size_t>(deskhost::utf8CharacterSize(bytes_, start), 1);
 }
 
-std::string_view SourceText::line(int number) const {
+std::string_view SourceText::line(int number, int column) const {
   if (number < 1 || number > lineCount()) return {};
-  const std::size_t start = lineStarts_[static_cast<std::size_t>(number) - 1];
-  std::string_view text = std::string_view(bytes_).substr(start);
-  text = text.substr(0, text.find('\n'));
-  if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
-  return text;
+  const auto index = static_cast<std::size_t>(number);
+  std::size_t start = lineStarts_[index - 1];
+  std::size_t end = number < lineCount() ? lineStarts_[index] - 1 : bytes_.size();
+  if (end > start && bytes_[end - 1] == '\r') --end;
+  if (column > 1) start = offsetOf(charactersBefore(start) + static_cast<std::size_t>(column) - 1);
+  return std::string_view(bytes_).substr(start, end - std::min(start, end));
 }
 
 std::size_t SourceText::charactersBetween(std::size_t start, std::size_t end) const {
@@ -59,6 +60,16 @@ std::size_t SourceText::charactersBefore(std::size_t offset) const {
   std::size_t characters = steps * kCharactersPerStep;
   for (std::size_t at = *(next - 1); at < offset; at = characterEnd(at)) ++characters;
   return characters;
+}
+
+std::size_t SourceText::offsetOf(std::size_t character) const {
+  const std::size_t step = character / kCharactersPerStep;
+  if (step >= characterStarts_.size()) return bytes_.size();
+  std::size_t at = characterStarts_[step];
+  for (std::size_t i = character % kCharactersPerStep; i > 0 && at < bytes_.size(); --i) {
+    at = characterEnd(at);
+  }
+  return at;
 }
 
 Position SourceText::position(std::size_t offset) const {

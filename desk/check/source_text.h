@@ -31,8 +31,9 @@ class SourceText {
 
   int lineCount() const { return static_cast<int>(lineStarts_.size()); }
 
-  /// The line without its end; empty for a line that is not there.
-  std::string_view line(int number) const;
+  /// The line without its end, from a column on; empty for what is not there. As for position(),
+  /// the line's length does not matter.
+  std::string_view line(int number, int column = 1) const;
 
   /// The position of the byte at `offset`, in a time that does not depend on the line's length.
   Position position(std::size_t offset) const;
@@ -44,6 +45,7 @@ class SourceText {
  private:
   std::size_t charactersBetween(std::size_t start, std::size_t end) const;
   std::size_t charactersBefore(std::size_t offset) const;
+  std::size_t offsetOf(std::size_t character) const;
   std::size_t characterEnd(std::size_t start) const;
 
   std::string name_;

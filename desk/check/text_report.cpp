@@ -41,14 +41,19 @@ std::string withoutNumbers(std::string text) {
   return text;
 }
 
-/// Findings that differ in their place only: same file, rule and subject.
-using Kind = std::tuple<int, std::string, std::string>;
+/// Findings that differ in their place only: same file, rule, severity, level and subject.
+using Kind = std::tuple<int, std::string, Severity, int, std::string>;
+
+/// How deep in the job an element is.
+int levelOf(const Element& element) {
+  return (element.bar > 0 ? 1 : 0) + (element.piece > 0 ? 1 : 0) + (element.work > 0 ? 1 : 0);
+}
 
 Kind kindOf(const Finding& finding) {
   std::string subject = finding.key;
   for (const CarriedValue& value : finding.carried) subject += "/" + value.key;
   if (subject.empty()) subject = withoutNumbers(finding.message);
-  return {finding.place.file, finding.rule, subject};
+  return {finding.place.file, finding.rule, finding.severity, levelOf(finding.element), subject};
 }
 
 class TextReport {
@@ -90,9 +95,7 @@ class TextReport {
     const SourceText& source = *report_.sources[static_cast<std::size_t>(finding.place.file)];
     const std::string number = std::to_string(at.line);
     const std::size_t margin = number.size() + 4;
-    std::string_view line = source.line(at.line);
-    if (at.column == 0) line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
-    const Excerpt excerpt = excerptOf(line, at.column, terminal_.columns - margin);
+    const Excerpt excerpt = excerptOf(source, at, terminal_.columns - margin);
     if (excerpt.text.empty()) return;
     text_ += " " + number + " | " + excerpt.text + "\n";
     if (at.column == 0) return;

@@ -135,6 +135,30 @@ class Check(Folder):
         self.assertEqual(lines[3], "many.json: 6 more like this; --all shows them [unknown-key]")
         self.assertEqual(len(self.check("many.json", "--all").stdout.splitlines()), 9)
 
+    def test_a_graver_finding_does_not_vanish_among_many_alike(self):
+        values = ["null"] * 4 + ["900"]
+        pieces = ",\n".join('{"PieceNumber": %d, "Num": 1, "cut": {"Length": %s}}' % pair
+                            for pair in enumerate(values))
+        (self.folder / "grave.json").write_text(
+            '{"Version": "1.0", "Bar": [{"BarNumber": 1, "Num": 1, "piece": [%s]}]}' % pieces,
+            encoding="utf-8")
+        told = self.check("grave.json").stdout
+        self.assertIn("1 more like this; --all shows them [wrong-type]", told)
+        self.assertIn('"Length" must be a text, not the number 900', told)
+
+    def test_a_job_of_one_long_line_is_shown_around_each_place(self):
+        # To walk the line for each of them would take minutes.
+        cut = '{"cut":{"Length":"1","SxB":"\u7a93"}}'
+        start = '{"Version":"1.0","message":"' + "x" * 8000000 + '","Bar":[{"BarNumber":1,"piece":['
+        (self.folder / "line.json").write_text(
+            start + ",".join([cut] * 500) + "]}]}", encoding="utf-8")
+        lines = self.on_terminal("check", "--all", "line.json", NO_COLOR="1", columns=60).splitlines()
+        column = len(start) + 499 * (len(cut) + 1) + cut.index('"SxB"') + 1
+        self.assertIn(f"line.json:1:{column}: error:", lines[-4])
+        self.assertEqual(lines[-3:-1], [
+            ' 1 | \u2026\u7a93"}},{"cut":{"Length":"1","SxB":"\u7a93"}}]}]}',
+            "   |                             ^"])
+
 
 JOB = '{"Version": "1.0", "Bar": [%s]}'
 CUT = '{"PieceNumber": 1, "cut": {"Length": "%s"}}'
