@@ -59,6 +59,18 @@ void addCommand(const std::string& name, const Query& query, const Shape& shape)
       [=](lua_State* L) { return call(L, query.command, query.argument); });
 }
 
+/// The cuts as they are asked for first after a load, when no map of barcodes is there yet.
+void addFirstCuts(const std::string& name, const Shape& shape) {
+  addCase(
+      name, iterationsFor(shape.pieces),
+      [=] {
+        lua_State* const L = freshScript(shape);
+        json.barCodeMap.clear();
+        return L;
+      },
+      [=](lua_State* L) { return call(L, getCutCommand, ""); });
+}
+
 template <class Rows>
 void addFloor(const std::string& name, const Shape& shape) {
   const auto rows = std::make_shared<std::unique_ptr<Rows>>();
@@ -108,6 +120,7 @@ void addQueryCases() {
   }
   Shape shape;
   shape.pieces = 8000;
+  addFirstCuts("cuts/8000/first", shape);
   addBarCode("barcode/8000/", shape);
   shape.distinctWorks = true;
   addCommand("distinct_holes/8000/command", kQueries[3], shape);

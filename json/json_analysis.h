@@ -89,10 +89,6 @@ class JsonAnalysis {
   /// Empties `materialList` and refills it, as `getAllCut` does, without making rows.
   void refillMaterialList();
 
-  /// As `getAllBarCodeToMap`. @return whether no two pieces have the same numbers, so that each
-  /// finds its own barcode
-  bool rebuildBarCodeMap();
-
   DATA_T data;  ///< the job read last
 
   // The elements under construction. They are never cleared: that is what carries values over.

@@ -1,33 +1,9 @@
 #include <algorithm>
-#include <utility>
 
+#include "json/bar_code_refill.h"
 #include "json/json_analysis.h"
 #include "model/job_lists.h"
 #include "model/job_walks.h"
-
-namespace {
-
-using BarCodes = std::map<std::string, std::map<std::string, std::string>>;
-/// Fills a map anew that has the job's keys already, as when the same cuts are asked for again, if
-/// no two pieces have the same numbers. False at the first difference; the map is then of no use.
-bool refill(BarCodes& map, const DATA_T& job) {
-  BarCodes left = std::exchange(map, {});
-  for (const BAR_T& bar : job.Bar) {
-    if (bar.piece.empty()) continue;
-    BarCodes::node_type codes = left.extract(bar.BarNumber);
-    if (codes.empty() || codes.mapped().size() != bar.piece.size()) return false;
-    auto entry = codes.mapped().begin();
-    for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
-      model::fetchNext(piece);
-      if (entry->first != piece.PieceNumber) return false;
-      (entry++)->second = piece.BarCode;
-    }
-    map.insert(std::move(codes));
-  }
-  return left.empty();
-}
-
-}  // namespace
 
 std::list<WORK_T> JsonAnalysis::getWork(std::string barCode) {
   return model::listWorksOf(data, barCode);
@@ -80,25 +56,20 @@ std::list<PRINT_T> JsonAnalysis::getPrint() {
 }
 
 void JsonAnalysis::getAllBarCodeToMap() {
-  rebuildBarCodeMap();
-}
-
-bool JsonAnalysis::rebuildBarCodeMap() {
-  if (refill(barCodeMap, data)) return true;
+  BarCodeRefill refill(barCodeMap);
+  const bool filled = std::all_of(data.Bar.begin(), data.Bar.end(),
+                                  [&](const BAR_T& bar) { return refill.add(bar); });
+  if (filled && refill.isComplete()) return;
   barCodeMap.clear();
-  bool distinct = true;
   for (const BAR_T& bar : data.Bar) {
     if (bar.piece.empty()) continue;
-    BarCodes::mapped_type& codes = barCodeMap[bar.BarNumber];
-    const std::size_t expected = codes.size() + bar.piece.size();
+    BarCodeMap::mapped_type& codes = barCodeMap[bar.BarNumber];
     for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
-      model::fetchNext(piece);
+      model::fetch(&piece + 1);
       // The hint is right when pieces come in the order of their numbers, as most do.
       codes.insert_or_assign(codes.end(), piece.PieceNumber, piece.BarCode);
     }
-    distinct = distinct && codes.size() == expected;
   }
-  return distinct;
 }
 
 std::string JsonAnalysis::getBarCode(const std::string& barNumber, const std::string& pieceNumber) {

@@ -27,27 +27,64 @@ inline void fetch(const PIECE_CHILD_SECOND_T* piece) {
   __builtin_prefetch(&piece->cut_angle_convert);
 }
 
+/// Asks for what the walks look at in a bar.
+inline void fetch(const BAR_T* bar) {
+  __builtin_prefetch(&bar->DXF_Name);
+  __builtin_prefetch(&bar->MaxY);
+  __builtin_prefetch(&bar->length);
+  __builtin_prefetch(&bar->BarColor);
+  __builtin_prefetch(&bar->piece);
+}
+
 /// Asks for the works of a piece.
 inline void fetchWorks(const PIECE_T& piece) {
   for (const WORK_T& work : piece.work) __builtin_prefetch(&work);
 }
 
-/// Asks for the piece behind this one, also across the end of a bar, where the next bar's pieces
-/// mostly lie. A piece is larger than what a processor fetches by itself, and making the rows of
-/// one takes long enough to fetch the next.
-inline void fetchNext(const PIECE_CHILD_SECOND_T& piece) {
-  fetch(&piece + 1);
-}
+/// Goes two pieces ahead of a walk over all pieces and asks for them: a piece is larger than what a
+/// processor fetches by itself, and making the rows of one takes long enough to fetch another.
+class Lookahead {
+ public:
+  explicit Lookahead(const DATA_T& job) : bar_(job.Bar.data()), lastBar_(bar_ + job.Bar.size()) {
+    ask();
+    advance();
+  }
+
+  /// To be called for each piece of the walk, before it is looked at.
+  void advance() {
+    if (piece_ == nullptr) return;
+    fetchWorks(*piece_++);
+    ask();
+  }
+
+ private:
+  void ask() {
+    while (piece_ == lastPiece_) {
+      if (bar_ == lastBar_) {
+        piece_ = nullptr;
+        return;
+      }
+      piece_ = bar_->piece.data();
+      lastPiece_ = piece_ + bar_->piece.size();
+      fetch(++bar_);
+    }
+    fetch(piece_);
+  }
+
+  const BAR_T* bar_;  ///< the next one
+  const BAR_T* lastBar_;
+  const PIECE_CHILD_SECOND_T* piece_ = nullptr;  ///< asked for last; none behind the job's end
+  const PIECE_CHILD_SECOND_T* lastPiece_ = nullptr;
+};
 
 /// Every piece: sink(bar, piece).
 template <class Sink>
 void forEachPiece(const DATA_T& job, Sink&& sink) {
+  Lookahead ahead(job);
   for (const BAR_T& bar : job.Bar) {
-    const PIECE_CHILD_SECOND_T* const end = bar.piece.data() + bar.piece.size();
-    for (const PIECE_CHILD_SECOND_T* piece = bar.piece.data(); piece != end; ++piece) {
-      fetch(piece + 2);  // one more ahead, so that the next piece can be asked for its works
-      if (piece + 1 != end) fetchWorks(piece[1]);
-      sink(bar, *piece);
+    for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
+      ahead.advance();
+      sink(bar, piece);
     }
   }
 }
@@ -89,10 +126,11 @@ void setBarOfLabel(PRINT_T& row, const BAR_T& bar);
 template <class Sink>
 void forEachLabel(const DATA_T& job, Sink&& sink) {
   PRINT_T row;
+  Lookahead ahead(job);
   for (const BAR_T& bar : job.Bar) {
     setBarOfLabel(row, bar);
     for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
-      fetchNext(piece);
+      ahead.advance();
       row.sProfileCode = piece.mark;
       row.sCutAngle = piece.cut_angle_convert;
       sink(static_cast<const PRINT_T&>(row));

@@ -2,6 +2,7 @@
 
 #include <lua.hpp>
 
+#include "json/bar_code_refill.h"
 #include "model/first_pieces.h"
 #include "model/job_walks.h"
 #include "module/readers.h"
@@ -68,13 +69,11 @@ void appendWorksOf(lua_State* L, const DATA_T& job, const std::string& barCode) 
 struct SharedByCuts {
   std::string height;
   std::string materialCount;
-  bool barCodesAreDistinct = false;  ///< each piece of the JSON job finds its own
 };
 
 SharedByCuts askJsonReader() {
   SharedByCuts shared;
   json.getHeight(shared.height);
-  shared.barCodesAreDistinct = json.rebuildBarCodeMap();
   shared.materialCount = std::to_string(json.getMaterialCount());
   return shared;
 }
@@ -84,7 +83,6 @@ template <class BarCodeOf>
 void appendCuts(lua_State* L, const BAR_T& bar, const SharedByCuts& shared, BarCodeOf barCodeOf) {
   const std::string piecesOnBar = model::pieceCountOf(bar);
   for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
-    model::fetchNext(piece);
     const std::string& barCode = barCodeOf(piece);
     const script_rows::Cut row = {bar.BarNumber.c_str(), shared.height.c_str(),
                                   bar.length.c_str(),    piece.Length.c_str(),
@@ -97,15 +95,44 @@ void appendCuts(lua_State* L, const BAR_T& bar, const SharedByCuts& shared, BarC
   }
 }
 
-/// The cuts of a bar, with the barcodes that the JSON reader finds by bar and piece number, as
-/// JsonAnalysis::getBarCode does; or all by the number of no piece.
-void appendCutsByNumbers(lua_State* L, const BAR_T& bar, const SharedByCuts& shared,
-                         bool withNumbers) {
-  if (bar.piece.empty()) return;
-  const std::string noNumber;
-  std::map<std::string, std::string>& barCodes = json.barCodeMap[bar.BarNumber];
-  appendCuts(L, bar, shared, [&](const PIECE_T& piece) -> const std::string& {
-    return barCodes[withNumbers ? piece.PieceNumber : noNumber];
+/// All cuts of the JSON job with the barcodes of their own pieces, filling the JSON reader's map on
+/// the way: what asking for the cuts again comes to, unless two pieces have the same numbers.
+/// False: the map has to be built first, and the rows made are worth nothing.
+bool appendOwnCuts(lua_State* L, const SharedByCuts& shared) {
+  BarCodeRefill refill(json.barCodeMap);
+  model::Lookahead ahead(json.data);
+  for (const BAR_T& bar : json.data.Bar) {
+    if (!refill.add(bar)) return false;
+    appendCuts(L, bar, shared, [&](const PIECE_T& piece) -> const std::string& {
+      ahead.advance();
+      return piece.BarCode;
+    });
+  }
+  return refill.isComplete();
+}
+
+/// All cuts of a job with the barcodes that the JSON reader finds by their numbers.
+void appendCutsByNumbers(lua_State* L, const DATA_T& job, const SharedByCuts& shared) {
+  json.getAllBarCodeToMap();
+  model::Lookahead ahead(job);
+  for (const BAR_T& bar : job.Bar) {
+    if (bar.piece.empty()) continue;
+    std::map<std::string, std::string>& barCodes = json.barCodeMap[bar.BarNumber];
+    appendCuts(L, bar, shared, [&](const PIECE_T& piece) -> const std::string& {
+      ahead.advance();
+      return barCodes[piece.PieceNumber];
+    });
+  }
+}
+
+/// The cuts of the bars with that number, all with the barcode that goes with no piece number.
+void appendCutsOf(lua_State* L, const DATA_T& job, const std::string& barNumber,
+                  const SharedByCuts& shared) {
+  json.getAllBarCodeToMap();
+  model::forEachBarOf(job, barNumber, [&](const BAR_T& bar) {
+    if (bar.piece.empty()) return;
+    const std::string& barCode = json.barCodeMap[bar.BarNumber][""];
+    appendCuts(L, bar, shared, [&](const PIECE_T&) -> const std::string& { return barCode; });
   });
 }
 
@@ -133,17 +160,14 @@ int getCutCommand(lua_State* L) {
   newResult(L);
   const SharedByCuts shared = askJsonReader();
   const DATA_T* job = currentJob();
-  if (job == nullptr) return 1;
-  if (!barNumber.empty()) {
-    model::forEachBarOf(*job, barNumber,
-                        [&](const BAR_T& bar) { appendCutsByNumbers(L, bar, shared, false); });
-  } else if (nFileType == kJsonJob && shared.barCodesAreDistinct) {
-    for (const BAR_T& bar : job->Bar) {
-      appendCuts(L, bar, shared,
-                 [](const PIECE_T& piece) -> const std::string& { return piece.BarCode; });
-    }
-  } else {
-    for (const BAR_T& bar : job->Bar) appendCutsByNumbers(L, bar, shared, true);
+  if (job == nullptr) {
+    json.getAllBarCodeToMap();
+  } else if (!barNumber.empty()) {
+    appendCutsOf(L, *job, barNumber, shared);
+  } else if (nFileType != kJsonJob || !appendOwnCuts(L, shared)) {
+    lua_settop(L, -2);
+    newResult(L);
+    appendCutsByNumbers(L, *job, shared);
   }
   return 1;
 }

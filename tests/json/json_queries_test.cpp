@@ -1,8 +1,6 @@
 // The queries as members of the reader; scripts see them through tests of the commands.
 #include <gtest/gtest.h>
 
-#include <map>
-#include <random>
 #include <stdexcept>
 
 #include "json/json_analysis.h"
@@ -143,35 +141,6 @@ TEST(JsonQueries, BarcodesAreLookedUpByBothNumbersAndTheLastPieceWins) {
   reader.getAllBarCodeToMap();
   EXPECT_EQ(reader.getBarCode("2", "1"), "last");
   EXPECT_EQ(reader.barCodeMap.count("10"), 0u);
-}
-
-TEST(JsonQueries, BarcodesAreThoseOfTheJobWhateverWasInTheMap) {
-  // Few numbers for many jobs, so that bars and pieces repeat and go missing from job to job.
-  JsonAnalysis reader;
-  std::mt19937 random(1);
-  int distinctJobs = 0;
-  for (int round = 0; round < 3000; ++round) {
-    reader.data.Bar.resize(random() % 4);
-    std::map<std::string, std::map<std::string, std::string>> expected;
-    bool distinct = true;
-    for (BAR_T& bar : reader.data.Bar) {
-      bar.BarNumber = std::to_string(random() % 4);
-      bar.piece.resize(random() % 3);
-      for (std::size_t i = 0; i < bar.piece.size(); ++i) {
-        bar.piece[i].PieceNumber = std::to_string(random() % 4 == 0 ? random() % 3 : i);
-        bar.piece[i].BarCode = std::to_string(random());
-        std::string& barCode = expected[bar.BarNumber][bar.piece[i].PieceNumber];
-        distinct = distinct && barCode.empty();
-        barCode = bar.piece[i].BarCode;
-      }
-    }
-    EXPECT_EQ(reader.rebuildBarCodeMap(), distinct) << "round " << round;
-    ASSERT_EQ(reader.barCodeMap, expected) << "round " << round;
-    distinctJobs += distinct;
-    if (random() % 8 == 0) reader.getBarCode("1", "unknown");
-  }
-  EXPECT_GT(distinctJobs, 300);
-  EXPECT_LT(distinctJobs, 2700);
 }
 
 TEST(JsonQueries, LabelsHaveThirteenSlotsOfWhichSevenAreFilled) {

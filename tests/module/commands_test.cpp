@@ -1,6 +1,9 @@
 // The query commands on jobs made in memory: what no job file brings about, and large jobs.
 #include <gmock/gmock.h>
 
+#include <map>
+#include <random>
+
 #include "module/readers.h"
 #include "module/registration.h"
 #include "tests/support/lua_harness.h"
@@ -136,6 +139,58 @@ TEST_F(CommandsTest, CutsOfAnXmlJobTakeHeightAndCountFromTheJsonReader) {
             "709json0");
   xml.data.Bar[0].BarNumber = "no number";
   EXPECT_EQ(run("return cus_ParseModule.get_cut('')[1].BarNumber"), "no number");
+}
+
+/// A job of few numbers, so that bars and pieces repeat within it and go missing from job to job.
+DATA_T jobOfFewNumbers(std::mt19937& random) {
+  DATA_T job;
+  job.Version = "1.0";
+  job.Bar.resize(random() % 4);
+  for (BAR_T& bar : job.Bar) {
+    bar.BarNumber = std::to_string(random() % 4);
+    bar.piece.resize(random() % 3);
+    for (std::size_t i = 0; i < bar.piece.size(); ++i) {
+      bar.piece[i].PieceNumber = std::to_string(random() % 4 == 0 ? random() % 3 : i);
+      bar.piece[i].BarCode = std::to_string(random());
+    }
+  }
+  return job;
+}
+
+TEST_F(CommandsTest, CutsHaveTheBarcodesOfTheirNumbersWhateverWasAskedBefore) {
+  std::mt19937 random(1);
+  int jobsWithSharedNumbers = 0;
+  for (int round = 0; round < 3000; ++round) {
+    json.data = jobOfFewNumbers(random);
+    std::map<std::string, std::map<std::string, std::string>> barCodes;
+    std::size_t pieces = 0;
+    for (const BAR_T& bar : json.data.Bar) {
+      for (const PIECE_T& piece : bar.piece) {
+        barCodes[bar.BarNumber][piece.PieceNumber] = piece.BarCode;
+        ++pieces;
+      }
+    }
+    std::string expected;
+    for (const BAR_T& bar : json.data.Bar) {
+      for (const PIECE_T& piece : bar.piece) {
+        expected += barCodes[bar.BarNumber][piece.PieceNumber] + " ";
+      }
+    }
+    ASSERT_EQ(run("local codes = ''\n"
+                  "for _, row in ipairs(cus_ParseModule.get_cut('')) do\n"
+                  "  codes = codes .. row.BarCode .. ' '\n"
+                  "end\n"
+                  "return codes"),
+              expected)
+        << "round " << round;
+    ASSERT_EQ(json.barCodeMap, barCodes) << "round " << round;
+    std::size_t numbers = 0;
+    for (const auto& [bar, codes] : barCodes) numbers += codes.size();
+    jobsWithSharedNumbers += numbers < pieces;
+    if (random() % 8 == 0) json.getBarCode("1", "unknown");
+  }
+  EXPECT_GT(jobsWithSharedNumbers, 300);
+  EXPECT_LT(jobsWithSharedNumbers, 2700);
 }
 
 }  // namespace
