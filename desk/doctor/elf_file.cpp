@@ -9,6 +9,7 @@
 
 #include "desk/doctor/elf_image.h"
 #include "desk/doctor/function_tables.h"
+#include "desk/errors.h"
 
 namespace desk {
 
@@ -160,6 +161,10 @@ LoaderFlags readDynamicEntries(const ElfImage& image, ElfFile& file) {
 
 ElfFile readElf(const std::string& path, const std::vector<std::string>& texts) {
   const ElfImage image(path);
+  if (image.size() < image.expectedSize()) {
+    throw Error(kExitCannot, path + " is cut short: it has " + std::to_string(image.size()) +
+                                 " of " + std::to_string(image.expectedSize()) + " bytes");
+  }
   ElfFile file;
   file.path = path;
   file.architecture = architectureOf(image.header());

@@ -36,7 +36,7 @@ struct ElfFile {
 };
 
 /// Reads a file of any architecture; `texts` are looked for in it. Throws Error when it cannot be
-/// read or is no ELF file.
+/// read, is no ELF file, or lacks its end.
 ElfFile readElf(const std::string& path, const std::vector<std::string>& texts = {});
 
 }  // namespace desk

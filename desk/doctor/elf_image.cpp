@@ -27,6 +27,11 @@ std::size_t clamped(GElf_Xword size) {
   return static_cast<std::size_t>(std::min<GElf_Xword>(size, SIZE_MAX));
 }
 
+/// At most the largest number: a file may speak of more.
+std::uint64_t sum(std::uint64_t offset, std::uint64_t size) {
+  return size > UINT64_MAX - offset ? UINT64_MAX : offset + size;
+}
+
 bool isLittleEndian(const GElf_Ehdr& header) {
   return header.e_ident[EI_DATA] == ELFDATA2LSB;
 }
@@ -114,6 +119,21 @@ GElf_Addr ElfImage::pointerAt(GElf_Addr address) const {
   GElf_Addr pointer = 0;
   for (const char byte : bytes) pointer = pointer << 8 | static_cast<unsigned char>(byte);
   return pointer;
+}
+
+std::uint64_t ElfImage::size() const {
+  return rawFile(elf_).size();
+}
+
+std::uint64_t ElfImage::expectedSize() const {
+  const std::uint64_t sections = std::uint64_t{header_.e_shnum} * header_.e_shentsize;
+  std::uint64_t expected = sections == 0 ? 0 : sum(header_.e_shoff, sections);
+  forEachSegment([&](const GElf_Phdr& segment) {
+    if (segment.p_type == PT_LOAD) {
+      expected = std::max(expected, sum(segment.p_offset, segment.p_filesz));
+    }
+  });
+  return expected;
 }
 
 bool ElfImage::isCode(GElf_Addr address) const {

@@ -41,6 +41,9 @@ class ElfImage {
   std::string textAt(GElf_Addr address) const;
   /// The pointer that lies at an address, 0 when none does.
   GElf_Addr pointerAt(GElf_Addr address) const;
+  /// How many bytes the file has, and how many it must have for what its headers speak of.
+  std::uint64_t size() const;
+  std::uint64_t expectedSize() const;
   /// Size of a pointer in bytes.
   unsigned pointerSize() const { return header_.e_ident[EI_CLASS] == ELFCLASS64 ? 8 : 4; }
   /// Whether the address belongs to code.

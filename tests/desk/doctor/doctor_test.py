@@ -100,6 +100,18 @@ class OtherFiles(unittest.TestCase):
             self.assertTrue(answer.stderr.startswith("cusdesk: " + start), answer.stderr)
             self.assertEqual(answer.stderr.count("\n"), 1, answer.stderr)
 
+    def test_a_copy_that_broke_off_is_told_from_a_library_without_functions(self):
+        whole = pathlib.Path(PLUGIN).read_bytes()
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "copy.so")
+            for size in [1000, len(whole) // 2, len(whole) - 1]:
+                path.write_bytes(whole[:size])
+                answer = doctor(path)
+                self.assertEqual((answer.returncode, answer.stdout, answer.stderr), (
+                    3, "", f"cusdesk: {path} is cut short: it has {size} of {len(whole)} bytes\n"))
+            path.write_bytes(whole + b"\n")
+            self.assertEqual(doctor(path).returncode, doctor(PLUGIN).returncode)
+
     def test_damaged_files_do_no_harm(self):
         whole = pathlib.Path(PLUGIN).read_bytes()
         dice = random.Random(7)
