@@ -109,8 +109,9 @@ class Luacheck(unittest.TestCase):
                               timeout=60, check=False).stdout
 
     def test_it_knows_the_module_and_finds_misspelt_functions(self):
-        for script in ("print(cus_ParseModule.get_work(''))",
-                       (SOURCE / "examples/demo.lua").read_text(encoding="utf-8")):
+        examples = [file.read_text(encoding="utf-8") for file in SOURCE.glob("examples/*.lua")]
+        self.assertGreaterEqual(len(examples), 3)
+        for script in ("print(cus_ParseModule.get_work(''))", *examples):
             self.assertIn("0 warnings / 0 errors", self.check(script))
         self.assertIn("(W143) accessing undefined field 'get_works' of global 'cus_ParseModule'",
                       self.check("print(cus_ParseModule.get_works(''))"))
