@@ -11,6 +11,7 @@
 #include <filesystem>
 
 #include "desk/display_width.h"
+#include "desk/host/temporary_file.h"
 #include "desk/repl/interrupt.h"
 #include "desk/terminal.h"
 
@@ -117,8 +118,10 @@ class TerminalLines::Editor {
     if (file_.empty()) return;
     std::error_code ignored;
     fs::create_directories(file_.parent_path(), ignored);
+    file_ = fs::weakly_canonical(file_, ignored);  // what a link names is replaced, not the link
+    if (fs::exists(file_, ignored) && !fs::is_regular_file(file_, ignored)) file_.clear();
     HistEvent event;
-    history(history_, &event, H_LOAD, file_.c_str());
+    if (!file_.empty()) history(history_, &event, H_LOAD, file_.c_str());
   }
 
   /// Saved with each line: a script may end the program at any time.
@@ -126,7 +129,23 @@ class TerminalLines::Editor {
     if (isBlank(line)) return;
     HistEvent event;
     history(history_, &event, H_ENTER, line.c_str());
-    if (!file_.empty()) history(history_, &event, H_SAVE, file_.c_str());
+    if (!file_.empty()) save();
+  }
+
+  /// In one step: a full disk or a sudden end leaves the lines of before.
+  void save() {
+    deskhost::TemporaryFile file;
+    std::string ignored;
+    if (file.create(file_, ignored) && writeTo(file.path())) file.commit(ignored);
+  }
+
+  bool writeTo(const std::string& path) {
+    std::FILE* const file = std::fopen(path.c_str(), "w");
+    if (file == nullptr) return false;
+    HistEvent event;
+    const bool taken = history(history_, &event, H_SAVE_FP, file) >= 0;
+    const bool written = std::ferror(file) == 0;
+    return std::fclose(file) == 0 && taken && written;
   }
 
   static Editor& of(EditLine* editor) {
