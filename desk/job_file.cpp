@@ -31,6 +31,7 @@ PresentedJob presentJob(const std::string& file) {
   }
   PresentedJob job;
   job.name = fs::path(file).filename().string();
+  if (job.name.empty()) throw Error(kExitCannot, "cannot read " + file + ": it is a directory");
   if (job.name.size() < kShortestName) job.name = "job-" + job.name;
   job.controllerPath = (isXmlName(job.name) ? kFlashXmlDirectory : kFlashJsonDirectory) + job.name;
   deskhost::settings().presented[job.controllerPath] = fs::absolute(file).string();

@@ -5,6 +5,7 @@
 
 #include "desk/commands.h"
 #include "desk/errors.h"
+#include "desk/host/log.h"
 
 namespace {
 
@@ -75,6 +76,12 @@ int dispatch(const std::vector<std::string>& words) {
   return command.run(invocation);
 }
 
+/// One line, whatever the names in it hold.
+int report(const std::exception& error, ExitCode code) {
+  std::fprintf(stderr, "cusdesk: %s\n", deskhost::visible(error.what()).c_str());
+  return code;
+}
+
 /// Output that was lost, to a full disk for one, must not look like success. Runs at the very end,
 /// also when a script calls os.exit.
 void checkOutput() {
@@ -90,10 +97,8 @@ int main(int argc, char** argv) {
   try {
     return dispatch({argv + 1, argv + argc});
   } catch (const Error& error) {
-    std::fprintf(stderr, "cusdesk: %s\n", error.what());
-    return error.code();
+    return report(error, error.code());
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "cusdesk: %s\n", error.what());
-    return kExitCannot;
+    return report(error, kExitCannot);
   }
 }

@@ -48,6 +48,8 @@ class CommandLine(unittest.TestCase):
             (["--root", CUSDESK, "run", "a.lua"], f"the root {CUSDESK} is no directory"),
             (["--plugin", CUSDESK, "run", "a.lua"], "cannot load the plug-in: "),
             (["--plugin", "libc.so.6", "run", "a.lua"], "cannot load the plug-in: "),
+            (["show", "/", "works"], "cannot read /: it is a directory\n"),
+            (["show", "\n\x1b[2J.json", "works"], "cannot read \\n\\x1b[2J.json: no such file\n"),
         ]:
             answer = run(*words)
             self.assertEqual(answer.returncode, 3, words)
