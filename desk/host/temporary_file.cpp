@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <system_error>
+#include <utility>
 
 namespace deskhost {
 namespace {
@@ -56,10 +57,10 @@ bool TemporaryFile::create(const std::string& target, std::string& reason) {
   int error = EEXIST;
   for (int i = 0; i < kMaxNames && error == EEXIST; ++i) {
     const bool named = randomName(name);
-    const std::string path = directory + name;
+    std::string path = directory + name;
     if (named) descriptor_ = ::open(path.c_str(), kCreateFlags, 0666);
     error = descriptor_ < 0 ? errno : 0;
-    if (error == 0) path_ = path;
+    if (error == 0) path_ = std::move(path);  // takes no memory: the file is never lost sight of
   }
   target_ = target;
   if (error == ENOENT) reason = "the directory " + directory + " does not exist";
@@ -82,6 +83,8 @@ bool TemporaryFile::write(const char* data, std::size_t size) noexcept {
 }
 
 bool TemporaryFile::commit(std::string& reason) {
+  // Made before the rename: behind it nothing may fail.
+  const std::string directory = directoryOf(target_);
   struct stat status {};
   // Not every file system has permissions to take over; the document counts.
   if (::stat(target_.c_str(), &status) == 0) ::fchmod(descriptor_, status.st_mode & 0777);
@@ -90,7 +93,7 @@ bool TemporaryFile::commit(std::string& reason) {
     return false;
   }
   path_.clear();
-  syncDirectory(directoryOf(target_));
+  syncDirectory(directory);
   return true;
 }
 

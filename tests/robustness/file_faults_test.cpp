@@ -1,5 +1,6 @@
-// Disks that fail: reads that break off, writes that find no room, and a process that dies at any
-// point of a download. The job file of before is whole unless the new one is.
+// Disks that fail: reads that break off, writes that find no room, memory that runs out, and a
+// process that dies at any point of a download. The job file of before is whole unless the new one
+// is.
 #include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -12,6 +13,7 @@
 #include "host/cbl.h"
 #include "json/json_analysis.h"
 #include "tests/desk/host/host_test.h"
+#include "tests/support/counting_heap.h"
 #include "tests/support/fault_server.h"
 #include "tests/support/faulty_system.h"
 #include "tests/support/made_jobs.h"
@@ -92,6 +94,29 @@ TEST_F(FileFaults, ADownloadThatCannotBeWrittenLeavesTheOldFile) {
     EXPECT_EQ(tree.read(kFile), fresh);
   }
   std::fprintf(stderr, "downloads: %d calls of the system failed\n", faults);
+  EXPECT_GT(faults, 20);
+}
+
+TEST_F(FileFaults, ADownloadThatRunsOutOfMemoryLeavesTheOldFile) {
+  const std::string small = "{\"Version\": \"1.0\"}", target = kTarget, none;
+  const FaultServer source(small);
+  const std::string url = source.url("ok");
+  deskhost::setLogSink([](const std::string&) {});
+  get(url);  // the first one sets up the library
+  int faults = 0;
+  for (const bool all : {false, true}) {
+    for (unsigned long long after = 0;; ++after, ++faults) {
+      tree.write(kFile, old);
+      counting_heap::failAfter(after, all);
+      const int code = cbl::CHttpDownload().get(url, target, none, 0, -1);
+      const bool failed = counting_heap::stopFailing();
+      ASSERT_TRUE(tree.read(kFile) == (code == 0 ? small : old)) << code << " " << after;
+      ASSERT_EQ(leftovers(), std::vector<std::string>()) << after;
+      if (!failed) break;
+    }
+    EXPECT_EQ(tree.read(kFile), small);
+  }
+  std::fprintf(stderr, "downloads: %d allocations failed\n", faults);
   EXPECT_GT(faults, 20);
 }
 
