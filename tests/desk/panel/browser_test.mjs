@@ -52,10 +52,10 @@ async function pictureWith(page, wanted, what) {
   assert.fail(`the picture never showed ${what}`);
 }
 
-/** Waits for an element to show a text that begins so: news reach the page after the picture that it
- * asks the server for. */
-const showsText = (page, id, start) => page.waitForFunction(
-  ([name, wanted]) => document.getElementById(name).innerText.startsWith(wanted), [id, start]);
+/** Waits for an element to show just this text: news reach the page after the picture that it asks
+ * the server for. */
+const showsText = (page, id, text) => page.waitForFunction(
+  ([name, wanted]) => document.getElementById(name).innerText === wanted, [id, text]);
 
 /** Clicks the middle of a band of the picture, wherever and however large it is shown. */
 async function clickBand(page, band, bands = 10) {
@@ -78,7 +78,7 @@ async function test(page, address) {
   for (const [width, height, row] of [[1280, 800, 3], [420, 800, 7]]) {
     await page.setViewportSize({ width, height });
     await clickBand(page, row);
-    await showsText(page, "row", `Row ${row} `);
+    await showsText(page, "row", `Row ${row} of 21`);
     await pictureWith(page, (shown) => shown.marked, "a selected row");
     const line = page.locator("#lines li", { hasText: `Cut ${row}: ${1000 + row}.0 mm` });
     await line.waitFor();
