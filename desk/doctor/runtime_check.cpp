@@ -20,7 +20,7 @@ Remark judgeLibrary(const ElfFile& plugin, const std::string& soname, const Targ
     return {true, kLibraries,
             "needs " + soname + ", which is not of the standard runtime; controllers may lack it"};
   }
-  const ElfFile* library = target->library(soname);
+  const ElfFile* library = target->library(soname, plugin.architecture);
   if (library == nullptr) {
     return {true, kLibraries, "needs " + soname + ", which is not in " + target->paths()};
   }
@@ -50,7 +50,7 @@ std::vector<Remark> judgeLibraries(const ElfFile& plugin, const Target* target) 
 /// The target's library of that name, if it is one that the plug-in can use.
 const ElfFile* usableLibrary(const std::string& soname, const ElfFile& plugin,
                              const Target& target) {
-  const ElfFile* library = target.library(soname);
+  const ElfFile* library = target.library(soname, plugin.architecture);
   return library != nullptr && library->architecture == plugin.architecture ? library : nullptr;
 }
 

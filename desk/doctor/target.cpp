@@ -57,21 +57,33 @@ void Target::add(const std::string& path) {
   folders_.insert(folders_.end(), folders.begin(), folders.end());
 }
 
-const ElfFile* Target::library(const std::string& soname) const {
+const ElfFile& Target::read(const std::string& path) const {
+  const auto known = read_.find(path);
+  return known != read_.end() ? known->second : read_.emplace(path, readElf(path)).first->second;
+}
+
+/// All files of that name, in the order in which they are looked for.
+std::vector<const ElfFile*> Target::namesakes(const std::string& soname) const {
+  std::vector<const ElfFile*> found;
   for (const ElfFile& file : files_) {
     const std::string name = fs::path(file.path).filename().string();
-    if (soname == file.soname || soname == name) return &file;
+    if (soname == file.soname || soname == name) found.push_back(&file);
   }
-  const auto known = read_.find(soname);
-  if (known != read_.end()) return &known->second;
   for (const std::string& folder : folders_) {
     const fs::path candidate = fs::path(folder) / fs::path(soname).filename();
     std::error_code ignored;
-    if (fs::is_regular_file(candidate, ignored)) {
-      return &read_.emplace(soname, readElf(candidate.string())).first->second;
-    }
+    if (fs::is_regular_file(candidate, ignored)) found.push_back(&read(candidate.string()));
   }
-  return nullptr;
+  return found;
+}
+
+const ElfFile* Target::library(const std::string& soname, const std::string& architecture) const {
+  const std::vector<const ElfFile*> found = namesakes(soname);
+  // Like the loader, go on past those that are for another machine.
+  for (const ElfFile* file : found) {
+    if (file->architecture == architecture) return file;
+  }
+  return found.empty() ? nullptr : found.front();
 }
 
 void Target::collectOffers(const ElfFile& file) const {
@@ -80,7 +92,7 @@ void Target::collectOffers(const ElfFile& file) const {
     if (symbol.defined) offers_.insert(symbol.name);
   }
   for (const std::string& soname : file.needed) {
-    if (const ElfFile* needed = library(soname)) collectOffers(*needed);
+    if (const ElfFile* needed = library(soname, file.architecture)) collectOffers(*needed);
   }
 }
 

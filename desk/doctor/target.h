@@ -19,9 +19,10 @@ class Target {
   /// those files need.
   explicit Target(const std::string& paths, const std::string& also = "");
 
-  /// The library that others call `soname`; null when the target has none. Throws Error when its
-  /// file cannot be read.
-  const ElfFile* library(const std::string& soname) const;
+  /// The library that files of the architecture call `soname`. One for another architecture when
+  /// the target has no other, null when it has none at all. Throws Error when a file cannot be
+  /// read.
+  const ElfFile* library(const std::string& soname, const std::string& architecture) const;
 
   /// Whether one of the files that were named one by one offers the symbol, or a library that they
   /// need.
@@ -33,13 +34,15 @@ class Target {
 
  private:
   void add(const std::string& path);
+  std::vector<const ElfFile*> namesakes(const std::string& soname) const;
+  const ElfFile& read(const std::string& path) const;
   void collectOffers(const ElfFile& file) const;
 
   std::string paths_;
   std::vector<std::string> folders_;
   std::vector<ElfFile> files_;
-  mutable std::map<std::string, ElfFile> read_;
-  mutable std::set<std::string> collected_;  ///< files whose symbols are in `offers_`
+  mutable std::map<std::string, ElfFile> read_;  ///< by path
+  mutable std::set<std::string> collected_;      ///< files whose symbols are in `offers_`
   mutable std::set<std::string> offers_;
 };
 

@@ -66,6 +66,20 @@ class Examination(unittest.TestCase):
                                      r"GLIBC_2\.0 \(because of ", text) for text in found), found)
         self.assertNotIn("the oldest controllers", answer.stdout)
 
+    def test_libraries_for_another_machine_are_passed_by(self):
+        foreign = bytearray(pathlib.Path(ANCIENT, "libc.so.6").read_bytes())
+        foreign[18] = 42  # e_machine
+        with tempfile.TemporaryDirectory() as folder:
+            first, second = pathlib.Path(folder, "lib"), pathlib.Path(folder, "lib64")
+            for path in (first, second):
+                path.mkdir()
+                (path / "libc.so.6").write_bytes(foreign)
+            self.assertIn("libc.so.6 of the target is for machine 42",
+                          doctor("--against", folder, PLUGIN).stdout)
+            (second / "libc.so.6").write_bytes(pathlib.Path(ANCIENT, "libc.so.6").read_bytes())
+            self.assertEqual(doctor("--against", folder, PLUGIN).stdout.replace(folder, ANCIENT),
+                             doctor("--against", ANCIENT, PLUGIN).stdout)
+
     def test_the_host_s_own_symbols_decide(self):
         ours = doctor("--host", PROGRAM, PLUGIN)
         lacking = problems(ours)
