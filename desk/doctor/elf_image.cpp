@@ -39,7 +39,8 @@ bool isLittleEndian(const GElf_Ehdr& header) {
 }  // namespace
 
 ElfImage::ElfImage(const std::string& path)
-    : path_(path), file_(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+    // Without O_NONBLOCK a pipe would be waited for.
+    : path_(path), file_(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
   if (file_ < 0) throw Error(kExitCannot, "cannot read " + path + ": " + std::strerror(errno));
   elf_version(EV_CURRENT);
   elf_ = elf_begin(file_, ELF_C_READ, nullptr);

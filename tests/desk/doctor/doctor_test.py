@@ -5,6 +5,7 @@ PROGRAM is cusdesk itself where CUSDESK only calls it. BROKEN_FOLDER may be empt
 build is fit for a controller.
 """
 
+import os
 import pathlib
 import random
 import re
@@ -101,7 +102,12 @@ class OtherFiles(unittest.TestCase):
         self.assertRegex(doctor(PROGRAM).stdout, r"PROBLEM  machine .* but no shared library\n")
 
     def test_what_cannot_be_read_is_answered_with_one_line(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        pipe = pathlib.Path(folder.name, "pipe")
+        os.mkfifo(pipe)
         for words, code, start in [
+            ([pipe], 3, f"{pipe} is neither a library nor a program"),
             ([], 2, "doctor: which plug-in? Name one file"),
             (["no/such.so"], 3, "cannot read no/such.so: "),
             (["/"], 3, "/ is neither a library nor a program"),
