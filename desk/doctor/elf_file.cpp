@@ -157,14 +157,27 @@ LoaderFlags readDynamicEntries(const ElfImage& image, ElfFile& file) {
   return flags;
 }
 
-}  // namespace
-
-ElfFile readElf(const std::string& path, const std::vector<std::string>& texts) {
-  const ElfImage image(path);
+/// Throws Error where a part is missing: the file would pass for one that needs and offers nothing.
+void requireContents(const ElfImage& image, const std::string& path) {
   if (image.size() < image.expectedSize()) {
     throw Error(kExitCannot, path + " is cut short: it has " + std::to_string(image.size()) +
                                  " of " + std::to_string(image.expectedSize()) + " bytes");
   }
+  bool linked = false;
+  image.forEachSegment(
+      [&](const GElf_Phdr& segment) { linked = linked || segment.p_type == PT_DYNAMIC; });
+  if (linked && !image.section(SHT_DYNAMIC)) {
+    throw Error(kExitCannot, path +
+                                 " lacks the sections that say what it needs and offers: they "
+                                 "were removed, or it holds debugging information only");
+  }
+}
+
+}  // namespace
+
+ElfFile readElf(const std::string& path, const std::vector<std::string>& texts) {
+  const ElfImage image(path);
+  requireContents(image, path);
   ElfFile file;
   file.path = path;
   file.architecture = architectureOf(image.header());

@@ -36,7 +36,7 @@ struct ElfFile {
 };
 
 /// Reads a file of any architecture; `texts` are looked for in it. Throws Error when it cannot be
-/// read, is no ELF file, or lacks its end.
+/// read, is no ELF file, or lacks its end or its section headers.
 ElfFile readElf(const std::string& path, const std::vector<std::string>& texts = {});
 
 }  // namespace desk

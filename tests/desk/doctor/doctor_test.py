@@ -132,6 +132,17 @@ class OtherFiles(unittest.TestCase):
             path.write_bytes(whole + b"\n")
             self.assertEqual(doctor(path).returncode, doctor(PLUGIN).returncode)
 
+    def test_a_file_without_section_headers_is_not_taken_for_an_empty_library(self):
+        bare = bytearray(pathlib.Path(PLUGIN).read_bytes())
+        for place, size in [(0x28, 8), (0x3A, 6)] if bare[4] == 2 else [(0x20, 4), (0x2E, 6)]:
+            bare[place:place + size] = bytes(size)  # where they begin; their size and number
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "bare.so")
+            path.write_bytes(bare)
+            answer = doctor(path)
+            self.assertEqual((answer.returncode, answer.stdout), (3, ""))
+            self.assertIn(f"{path} lacks the sections that say what it needs", answer.stderr)
+
     def test_damaged_files_do_no_harm(self):
         whole = pathlib.Path(PLUGIN).read_bytes()
         dice = random.Random(7)
