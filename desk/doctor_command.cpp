@@ -37,7 +37,9 @@ int run(const Invocation& invocation) {
     problems += remark.problem ? 1 : 0;
   }
   if (problems == 0) {
-    std::puts(target ? "It will load on this target." : "It will load on every known controller.");
+    std::puts(target ? "It will load on this target."
+              : host ? "With this host it will load on every known controller."
+                     : "It will load on every known controller.");
     return kExitFine;
   }
   std::printf("%d problem%s.\n", problems, problems == 1 ? "" : "s");

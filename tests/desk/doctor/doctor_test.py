@@ -1,8 +1,8 @@
 """cusdesk doctor: what it says of good, broken and damaged plug-ins.
 
-Usage: doctor_test.py CUSDESK PROGRAM PLUGIN ANCIENT_FOLDER BROKEN_FOLDER
-PROGRAM is cusdesk itself where CUSDESK only calls it. BROKEN_FOLDER may be empty: no plug-in of this
-build is fit for a controller.
+Usage: doctor_test.py CUSDESK PROGRAM LIBRARIES PLUGIN ANCIENT_FOLDER BROKEN_FOLDER
+PROGRAM is cusdesk itself where CUSDESK only calls it; LIBRARIES, with : between, are what it offers
+plug-ins besides. BROKEN_FOLDER may be empty: no plug-in of this build is fit for a controller.
 """
 
 import os
@@ -14,7 +14,7 @@ import sys
 import tempfile
 import unittest
 
-CUSDESK, PROGRAM, PLUGIN, ANCIENT, BROKEN = sys.argv[1:]
+CUSDESK, PROGRAM, LIBRARIES, PLUGIN, ANCIENT, BROKEN = sys.argv[1:]
 del sys.argv[1:]
 
 
@@ -86,6 +86,9 @@ class Examination(unittest.TestCase):
         lacking = problems(ours)
         self.assertEqual(len(lacking), 1, ours.stdout)  # its libraries are nowhere named
         self.assertNotRegex(lacking[0][1], "cbl::|UTILITY::")
+        surplus = doctor("--host", f"{PROGRAM}:{LIBRARIES}", f"{BROKEN}/surplus_import.so")
+        self.assertEqual(surplus.stdout.splitlines()[-1],
+                         "With this host it will load on every known controller.", surplus.stdout)
         nothing = problems(doctor("--host", f"{ANCIENT}/libc.so.6", PLUGIN))
         self.assertRegex(nothing[0][1], r"^calls what is not in .*libc\.so\.6: .* and \d+ more$")
 
