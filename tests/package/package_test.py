@@ -60,9 +60,10 @@ class Packages(unittest.TestCase):
         self.assertRegex(self.archive.name, rf"^cus-parse-module-\d+\.\d+\.\d+-{ARCHITECTURE}\.tar")
         folder = pathlib.Path(SCRATCH.name, "controller")
         with tarfile.open(self.archive) as archive:
-            files = {pathlib.Path(m.name).name for m in archive.getmembers() if m.isfile()}
+            files = {m.name for m in archive.getmembers() if m.isfile()}
             archive.extractall(folder, filter="data")
-        self.assertEqual(files, {"libCustom_LuaParseModule.so", "SHA256SUMS"})
+        top = self.archive.name.removesuffix(".tar.gz")
+        self.assertEqual(files, {f"{top}/libCustom_LuaParseModule.so", f"{top}/SHA256SUMS"})
         plugin = next(folder.rglob("*.so"))
         check = subprocess.run(["sha256sum", "-c", "SHA256SUMS"], cwd=plugin.parent, check=False,
                                capture_output=True)
