@@ -53,13 +53,15 @@ set(CPACK_PACKAGE_FILE_NAME cus-parse-module-${PROJECT_VERSION}-${CUS_ARCHITECTU
 set(CPACK_ARCHIVE_PLUGIN_FILE_NAME ${CPACK_PACKAGE_FILE_NAME})
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
+# Not the project's: the first line of each package's own description is its summary.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_DEBIAN_DESK_PACKAGE_NAME cusdesk)
 set(CPACK_DEBIAN_DESK_FILE_NAME cusdesk_${PROJECT_VERSION}_${CUS_ARCHITECTURE}.deb)
 set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE ${CUS_ARCHITECTURE})
 set(CPACK_DEBIAN_DESK_PACKAGE_SECTION science)
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Desk runtime for the cutting-job scripts of panel controllers")
 set(CPACK_COMPONENT_DESK_DESCRIPTION
-"Stands in for the panel of a profile cutting machine: runs its scripts with the
+"Desk runtime for the cutting-job scripts of panel controllers
+Stands in for the panel of a profile cutting machine: runs its scripts with the
 very plug-in that goes to the controller, and examines plug-ins before they go there.")
 # Named here and not found out by dpkg-shlibdeps, which knows only this machine's architecture. The
 # test compares the list with what the program needs.
@@ -73,6 +75,7 @@ set(CPACK_DEBIAN_EDITOR_FILE_NAME cusdesk-editor_${PROJECT_VERSION}_all.deb)
 set(CPACK_DEBIAN_EDITOR_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_EDITOR_PACKAGE_SECTION science)
 set(CPACK_COMPONENT_EDITOR_DESCRIPTION
-"What editors need in order to help with cutting jobs and panel scripts: JSON Schema,
+"Editor support for cutting jobs and the scripts of panel controllers
+What editors need in order to help with cutting jobs and panel scripts: JSON Schema,
 XML Schema, a stub of the script module and settings for luacheck.")
 include(CPack)

@@ -94,6 +94,12 @@ class Packages(unittest.TestCase):
         fields = run("dpkg-deb", "-f", self.editor_deb, "Package", "Architecture", "Depends").stdout
         self.assertEqual(fields, "Package: cusdesk-editor\nArchitecture: all\n")
 
+    def test_each_package_says_what_it_is(self):
+        for package, summary in [(self.deb, "Desk runtime "), (self.editor_deb, "Editor support ")]:
+            text = run("dpkg-deb", "-f", package, "Description").stdout
+            self.assertTrue(text.startswith(summary), text)
+            self.assertGreater(text.count("\n"), 2, text)
+
     def test_the_package_is_for_the_architecture_and_asks_for_what_it_needs(self):
         fields = run("dpkg-deb", "-f", self.deb, "Architecture", "Depends").stdout
         self.assertIn(f"Architecture: {ARCHITECTURE}\n", fields)
