@@ -29,5 +29,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 set(ENV{PKG_CONFIG_SYSROOT_DIR} ${CMAKE_SYSROOT})
-set(ENV{PKG_CONFIG_LIBDIR}
-    ${CMAKE_SYSROOT}/usr/lib/${CUS_TRIPLE}/pkgconfig:${CMAKE_SYSROOT}/usr/share/pkgconfig)
+# Debian has a folder per architecture, other makers of SDKs have none.
+set(usr ${CMAKE_SYSROOT}/usr)
+set(ENV{PKG_CONFIG_LIBDIR} "${usr}/lib/${CUS_TRIPLE}/pkgconfig:${usr}/lib/pkgconfig:\
+${usr}/lib64/pkgconfig:${usr}/share/pkgconfig")
+unset(usr)
