@@ -3,9 +3,12 @@
 #include <cxxabi.h>
 
 #include <climits>
+#include <cstddef>
 #include <cstdlib>
+#include <iterator>
 #include <map>
 #include <memory>
+#include <regex>
 
 #include "desk/doctor/elf_image.h"
 #include "desk/doctor/function_tables.h"
@@ -15,11 +18,23 @@ namespace desk {
 
 namespace {
 
+/// Whether a name could be spelt out at length: each of its references (S_, T0_) repeats an earlier
+/// type, so that few characters can stand for millions.
+bool explodes(const std::string& name) {
+  constexpr std::size_t kMostCharacters = 500;
+  constexpr std::ptrdiff_t kMostReferences = 16;
+  static const std::regex reference("S[0-9A-Z]*_|T[0-9A-Z]*_");
+  return name.size() > kMostCharacters ||
+         std::distance(std::sregex_iterator(name.begin(), name.end(), reference),
+                       std::sregex_iterator()) > kMostReferences;
+}
+
 std::string readableName(const std::string& name) {
+  if (name.rfind("_Z", 0) != 0 || explodes(name)) return name;
   int status = 0;
   const std::unique_ptr<char, decltype(&std::free)> words(
       abi::__cxa_demangle(name.c_str(), nullptr, nullptr, &status), &std::free);
-  return status == 0 && name.rfind("_Z", 0) == 0 ? words.get() : name;
+  return status == 0 ? words.get() : name;
 }
 
 std::string architectureOf(const GElf_Ehdr& header) {

@@ -130,7 +130,8 @@ std::uint64_t ElfImage::expectedSize() const {
   const std::uint64_t sections = std::uint64_t{header_.e_shnum} * header_.e_shentsize;
   std::uint64_t expected = sections == 0 ? 0 : sum(header_.e_shoff, sections);
   forEachSegment([&](const GElf_Phdr& segment) {
-    if (segment.p_type == PT_LOAD) {
+    // An empty one may stand anywhere: files of debugging information have them beyond their end.
+    if (segment.p_type == PT_LOAD && segment.p_filesz != 0) {
       expected = std::max(expected, sum(segment.p_offset, segment.p_filesz));
     }
   });

@@ -1,6 +1,7 @@
 """cusdesk doctor: what it says of good, broken and damaged plug-ins.
 
-Usage: doctor_test.py CUSDESK PROGRAM LIBRARIES PLUGIN ANCIENT_FOLDER BROKEN_FOLDER
+Usage: doctor_test.py CUSDESK PROGRAM LIBRARIES PLUGIN ANCIENT_FOLDER DEEP_TYPES OBJCOPY
+         BROKEN_FOLDER
 PROGRAM is cusdesk itself where CUSDESK only calls it; LIBRARIES, with : between, are what it offers
 plug-ins besides. BROKEN_FOLDER may be empty: no plug-in of this build is fit for a controller.
 """
@@ -14,7 +15,7 @@ import sys
 import tempfile
 import unittest
 
-CUSDESK, PROGRAM, LIBRARIES, PLUGIN, ANCIENT, BROKEN = sys.argv[1:]
+CUSDESK, PROGRAM, LIBRARIES, PLUGIN, ANCIENT, DEEP_TYPES, OBJCOPY, BROKEN = sys.argv[1:]
 del sys.argv[1:]
 
 
@@ -101,6 +102,10 @@ class OtherFiles(unittest.TestCase):
         for subject, count in {"entry points": 2, "callbacks": 6, "commands": 10}.items():
             self.assertEqual(found.count(subject), count, answer.stdout)
 
+    def test_a_name_of_millions_of_characters_is_not_spelt_out(self):
+        answer = doctor(DEEP_TYPES)
+        self.assertRegex(answer.stdout, r"offers what may .* own: _Z1f1A1BIS_S_ES0_IS1_S1_E\w+\n")
+
     def test_a_program_is_no_plugin(self):
         self.assertRegex(doctor(PROGRAM).stdout, r"PROBLEM  machine .* but no shared library\n")
 
@@ -135,16 +140,19 @@ class OtherFiles(unittest.TestCase):
             path.write_bytes(whole + b"\n")
             self.assertEqual(doctor(path).returncode, doctor(PLUGIN).returncode)
 
-    def test_a_file_without_section_headers_is_not_taken_for_an_empty_library(self):
+    def test_a_file_that_lost_its_tables_is_not_taken_for_an_empty_library(self):
         bare = bytearray(pathlib.Path(PLUGIN).read_bytes())
         for place, size in [(0x28, 8), (0x3A, 6)] if bare[4] == 2 else [(0x20, 4), (0x2E, 6)]:
-            bare[place:place + size] = bytes(size)  # where they begin; their size and number
+            bare[place:place + size] = bytes(size)  # where the headers begin; size, number
         with tempfile.TemporaryDirectory() as folder:
-            path = pathlib.Path(folder, "bare.so")
-            path.write_bytes(bare)
-            answer = doctor(path)
-            self.assertEqual((answer.returncode, answer.stdout), (3, ""))
-            self.assertIn(f"{path} lacks the sections that say what it needs", answer.stderr)
+            without_headers = pathlib.Path(folder, "bare.so")
+            without_headers.write_bytes(bare)
+            debugging = pathlib.Path(folder, "debugging.so")
+            subprocess.run([OBJCOPY, "--only-keep-debug", PLUGIN, debugging], check=True)
+            for path in (without_headers, debugging):
+                answer = doctor(path)
+                self.assertEqual((answer.returncode, answer.stdout), (3, ""))
+                self.assertIn(f"{path} lacks the sections that say what it needs", answer.stderr)
 
     def test_damaged_files_do_no_harm(self):
         whole = pathlib.Path(PLUGIN).read_bytes()
