@@ -18,6 +18,11 @@ bool readAndParse(const std::string& name, const DocumentParser& parse, Document
   return readDocumentFile(file, text, fault.reason) && parse(text, fault);
 }
 
+/// A place is given in the file that people at the desk can open.
+std::string nameFor(const std::string& name, const DocumentFault& fault) {
+  return fault.line > 0 && isPresented(name) ? settings().presented.at(name) : name;
+}
+
 /// Memory may be what is short: then the cause goes without the name.
 void logCause(const std::string& name, const char* cause) noexcept {
   try {
@@ -40,7 +45,7 @@ bool loadDocument(const std::string& name, const DocumentParser& parse) noexcept
   try {
     DocumentFault fault;
     if (readAndParse(name, parse, fault)) return true;
-    log(describe(name, fault));
+    log(describe(nameFor(name, fault), fault));
   } catch (const std::exception& error) {
     logCause(name, error.what());
   } catch (...) {

@@ -158,5 +158,10 @@ class Draw(unittest.TestCase):
             self.assertTrue(last.startswith("cusdesk: " + line), answer.stderr)
             self.assertFalse((self.folder / "a.svg").exists())
 
+    def test_a_place_is_given_in_the_file_that_the_caller_knows(self):
+        (self.folder / "broken.json").write_text("{\n\n!")
+        self.assertIn(f"cusdesk: {self.folder.resolve()}/broken.json:3:1: ",
+                      self.run_draw("broken.json", "-o", "a.svg").stderr)
+
 
 unittest.main()
