@@ -1,4 +1,6 @@
 // cusdesk: the desk runtime. It stands in for the panel on a PC.
+#include <fcntl.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -90,9 +92,18 @@ void checkOutput() {
   std::_Exit(kExitCannot);
 }
 
+/// A caller may have closed a standard stream. Without this the next file that is opened would take
+/// its number, and what is printed would land there.
+void fillClosedStreams() {
+  for (int stream = 0; stream <= 2; ++stream) {
+    if (fcntl(stream, F_GETFD) < 0) ::open("/dev/null", stream == 0 ? O_WRONLY : O_RDONLY);
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  fillClosedStreams();
   std::atexit(checkOutput);
   try {
     return dispatch({argv + 1, argv + argc});

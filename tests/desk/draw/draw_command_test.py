@@ -163,5 +163,13 @@ class Draw(unittest.TestCase):
         self.assertIn(f"cusdesk: {self.folder.resolve()}/broken.json:3:1: ",
                       self.run_draw("broken.json", "-o", "a.svg").stderr)
 
+    def test_a_closed_standard_output_is_a_failure(self):
+        self.job(MITRES)
+        for output in ("a.svg", "-"):
+            answer = subprocess.run(["sh", "-c", '"$0" draw job.json -o "$1" >&-', CUSDESK, output],
+                                    stderr=subprocess.PIPE, text=True, timeout=120, check=False,
+                                    cwd=self.folder)
+            self.assertEqual(answer.returncode, 3, answer.stderr)
+
 
 unittest.main()
