@@ -31,7 +31,8 @@ if(CUS_BUILD_DESK)
     COMMAND ${CMAKE_COMMAND} -E make_directory ${pages}
     COMMAND cusdesk export completion > ${pages}/cusdesk
     COMMAND cusdesk export man > ${pages}/cusdesk.1
-    COMMAND gzip -9nf ${pages}/cusdesk.1)
+    COMMAND gzip -9nf ${pages}/cusdesk.1
+    DEPENDS cusdesk)
   add_custom_target(pages ALL DEPENDS ${pages}/cusdesk ${pages}/cusdesk.1.gz)
   install(FILES ${pages}/cusdesk DESTINATION share/bash-completion/completions COMPONENT desk)
   install(FILES ${pages}/cusdesk.1.gz DESTINATION share/man/man1 COMPONENT desk)
