@@ -139,7 +139,7 @@ Command drawCommand() {
       "  cusdesk draw job.json -o job.svg          for a browser, which prints it on A4\n"
       "  cusdesk draw job.xml -o bar7.png --bar 7  one bar, as a picture for a message\n",
       {
-          {"output", "FILE", "what to draw: a .svg or .png file; '-' is SVG on standard output",
+          {"output", "FILE", "where to draw: a .svg or .png file; '-' is SVG on standard output",
            'o'},
           {"bar", "NUMBER", "only the bars with this number"},
           {"quiet", nullptr, "no summary on standard output", 'q'},

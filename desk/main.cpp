@@ -32,9 +32,10 @@ std::string programHelp() {
 }
 
 std::string commandHelp(const Command& command) {
+  const std::string operands = *command.operands == '\0' ? "" : std::string(" ") + command.operands;
   return std::string("Examples:\n") + command.examples + "\nUsage: cusdesk [OPTION...] " +
-         command.name + " [OPTION...] " + command.operands + "\n  " + command.help +
-         "\n\nOptions:\n" + describe(command.options);
+         command.name + " [OPTION...]" + operands + "\n  " + command.help + "\n\nOptions:\n" +
+         describe(command.options);
 }
 
 const Command& find(const std::string& name) {

@@ -10,17 +10,17 @@
 namespace deskhost {
 namespace {
 
-bool readAndParse(const std::string& name, const DocumentParser& parse, DocumentFault& fault) {
+/// `shown` is the name to give with a fault.
+bool readAndParse(const std::string& name, const DocumentParser& parse, DocumentFault& fault,
+                  std::string& shown) {
   std::string file;
   std::string text;
   if (!resolvePath(name, file, fault.reason)) return false;
   if (settings().onRead) settings().onRead(file);
-  return readDocumentFile(file, text, fault.reason) && parse(text, fault);
-}
-
-/// A place is given in the file that people at the desk can open.
-std::string nameFor(const std::string& name, const DocumentFault& fault) {
-  return fault.line > 0 && isPresented(name) ? settings().presented.at(name) : name;
+  if (!readDocumentFile(file, text, fault.reason)) return false;
+  // What is wrong in a document is told of the file that people at the desk can open.
+  if (isPresented(name)) shown = file;
+  return parse(text, fault);
 }
 
 /// Memory may be what is short: then the cause goes without the name.
@@ -44,8 +44,9 @@ std::string describe(const std::string& name, const DocumentFault& fault) {
 bool loadDocument(const std::string& name, const DocumentParser& parse) noexcept {
   try {
     DocumentFault fault;
-    if (readAndParse(name, parse, fault)) return true;
-    log(describe(nameFor(name, fault), fault));
+    std::string shown = name;
+    if (readAndParse(name, parse, fault, shown)) return true;
+    log(describe(shown, fault));
   } catch (const std::exception& error) {
     logCause(name, error.what());
   } catch (...) {

@@ -159,9 +159,10 @@ class Draw(unittest.TestCase):
             self.assertFalse((self.folder / "a.svg").exists())
 
     def test_a_place_is_given_in_the_file_that_the_caller_knows(self):
-        (self.folder / "broken.json").write_text("{\n\n!")
-        self.assertIn(f"cusdesk: {self.folder.resolve()}/broken.json:3:1: ",
-                      self.run_draw("broken.json", "-o", "a.svg").stderr)
+        for name, text, place in [("broken.json", "{\n\n!", ":3:1: "), ("empty.xml", "", ": the ")]:
+            (self.folder / name).write_text(text)
+            self.assertIn(f"cusdesk: {self.folder.resolve()}/{name}{place}",
+                          self.run_draw(name, "-o", "a.svg").stderr)
 
     def test_a_closed_standard_output_is_a_failure(self):
         self.job(MITRES)
