@@ -62,28 +62,26 @@ const ElfFile& Target::read(const std::string& path) const {
   return known != read_.end() ? known->second : read_.emplace(path, readElf(path)).first->second;
 }
 
-/// All files of that name, in the order in which they are looked for.
-std::vector<const ElfFile*> Target::namesakes(const std::string& soname) const {
-  std::vector<const ElfFile*> found;
+const ElfFile* Target::library(const std::string& soname, const std::string& architecture) const {
+  const ElfFile* foreign = nullptr;
+  // Like the loader, go on past those that are for another machine, and no further than need be.
+  const auto suits = [&](const ElfFile& file) {
+    if (file.architecture == architecture) return true;
+    if (foreign == nullptr) foreign = &file;
+    return false;
+  };
   for (const ElfFile& file : files_) {
     const std::string name = fs::path(file.path).filename().string();
-    if (soname == file.soname || soname == name) found.push_back(&file);
+    if ((soname == file.soname || soname == name) && suits(file)) return &file;
   }
   for (const std::string& folder : folders_) {
     const fs::path candidate = fs::path(folder) / fs::path(soname).filename();
     std::error_code ignored;
-    if (fs::is_regular_file(candidate, ignored)) found.push_back(&read(candidate.string()));
+    if (!fs::is_regular_file(candidate, ignored)) continue;
+    const ElfFile& file = read(candidate.string());
+    if (suits(file)) return &file;
   }
-  return found;
-}
-
-const ElfFile* Target::library(const std::string& soname, const std::string& architecture) const {
-  const std::vector<const ElfFile*> found = namesakes(soname);
-  // Like the loader, go on past those that are for another machine.
-  for (const ElfFile* file : found) {
-    if (file->architecture == architecture) return file;
-  }
-  return found.empty() ? nullptr : found.front();
+  return foreign;
 }
 
 void Target::collectOffers(const ElfFile& file) const {

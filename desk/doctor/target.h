@@ -34,7 +34,6 @@ class Target {
 
  private:
   void add(const std::string& path);
-  std::vector<const ElfFile*> namesakes(const std::string& soname) const;
   const ElfFile& read(const std::string& path) const;
   void collectOffers(const ElfFile& file) const;
 

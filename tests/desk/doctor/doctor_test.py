@@ -79,6 +79,9 @@ class Examination(unittest.TestCase):
             self.assertIn("libc.so.6 of the target is for machine 42",
                           doctor("--against", folder, PLUGIN).stdout)
             (second / "libc.so.6").write_bytes(pathlib.Path(ANCIENT, "libc.so.6").read_bytes())
+            later = pathlib.Path(folder, "usr/lib")
+            later.mkdir(parents=True)
+            (later / "libc.so.6").write_text("GROUP ( libc.so )")  # no loader comes that far
             self.assertEqual(doctor("--against", folder, PLUGIN).stdout.replace(folder, ANCIENT),
                              doctor("--against", ANCIENT, PLUGIN).stdout)
 
