@@ -6,21 +6,11 @@
 #include <stdexcept>
 #include <utility>
 
+#include "json/json_reading.h"
 #include "module/readers.h"
 
 namespace bench {
 namespace {
-
-/// Names a private member where the language allows it, in an explicit instantiation: the public
-/// one takes the document by value, and its copy is not what a load costs.
-template <int (JsonAnalysis::*member)(const Json::Value&)>
-struct ReadsInPlace {
-  friend int readInPlace(JsonAnalysis& reader, const Json::Value& document) {
-    return (reader.*member)(document);
-  }
-};
-int readInPlace(JsonAnalysis& reader, const Json::Value& document);
-template struct ReadsInPlace<&JsonAnalysis::readData>;
 
 /// The element of a shape, made by `make` when it is new.
 template <class Kept, class Make>
@@ -59,7 +49,9 @@ std::unique_ptr<tinyxml2::XMLDocument> parsedXml(const std::string& text) {
 }
 
 int readJson(JsonAnalysis& reader, const Json::Value& document) {
-  return readInPlace(reader, document);
+  // The reader's own member takes the document by value, and its copy is not what a load costs.
+  json_reading::Unwatched nobody;
+  return json_reading::Reading<json_reading::Unwatched>(reader, nobody).data(document);
 }
 
 const std::string& jsonTextOf(const Shape& shape) {

@@ -102,14 +102,4 @@ class JsonAnalysis {
   /// Bar number to piece number to barcode.
   std::map<std::string, std::map<std::string, std::string>> barCodeMap;
   std::vector<int> materialList;  ///< the bar number of every cut
-
- private:
-  int readData(const Json::Value& root);
-  int readBars(const Json::Value& bars, const std::string& version);
-  int readBar(const Json::Value& bar);
-  int readPieces(const Json::Value& pieces, const std::string& version);
-  int readPiece(const Json::Value& piece);
-  int readFields(const Json::Value& piece, const std::string& version);
-  int readCut(const Json::Value* cut, const std::string& version);
-  int readWorks(const Json::Value& works, const std::string& version);
 };

@@ -31,6 +31,10 @@ inline constexpr Key<DATA_T> kHeader[] = {
     {"Name", "name", KeyKind::Text, &DATA_T::Name},
 };
 
+/// The row that decides whether a job is read at all.
+inline constexpr const Key<DATA_T>& kVersionKey = kHeader[3];
+static_assert(kVersionKey.field.text == &DATA_T::Version);
+
 inline constexpr Key<BAR_T> kBar[] = {
     {"DXF_Name", "dxF_Name", KeyKind::Text, &BAR_T::DXF_Name},
     {"BarNumber", "barNumber", KeyKind::IntegerText, &BAR_T::BarNumber},

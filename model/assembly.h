@@ -7,14 +7,14 @@
 
 namespace model {
 
-/// Takes what `room` holds into a vector that is no larger. A room that was larger keeps its memory
-/// for what comes next.
-template <class Child>
-std::vector<Child> takeChildren(std::vector<Child>& room) {
-  if (room.size() == room.capacity()) return std::exchange(room, {});
-  std::vector<Child> taken(std::make_move_iterator(room.begin()),
-                           std::make_move_iterator(room.end()));
-  room.clear();
+/// Moves all elements into a vector without spare capacity; the source keeps its buffer if it had
+/// any.
+template <class Element>
+std::vector<Element> takeExact(std::vector<Element>& source) {
+  if (source.size() == source.capacity()) return std::exchange(source, {});
+  std::vector<Element> taken(std::make_move_iterator(source.begin()),
+                             std::make_move_iterator(source.end()));
+  source.clear();
   return taken;
 }
 
@@ -23,7 +23,7 @@ std::vector<Child> takeChildren(std::vector<Child>& room) {
 template <class Record, class Holder, class Child>
 void appendFinished(std::vector<Record>& list, Record& current,
                     std::vector<Child> Holder::*children) {
-  std::vector<Child> finished = takeChildren(current.*children);
+  std::vector<Child> finished = takeExact(current.*children);
   list.push_back(current);
   list.back().*children = std::move(finished);
 }

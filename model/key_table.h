@@ -10,6 +10,9 @@
 
 namespace model {
 
+/// The levels of a job, from the root down. Each has a key table of its own.
+enum class Level { Header, Bar, Piece, Cut, Work };
+
 /// What a key must hold and how it is stored.
 enum class KeyKind {
   Text,         ///< a text, stored as it is
