@@ -80,6 +80,9 @@ std::string commandSection(const Command& command) {
 std::string environment() {
   return entry(bold("CUS_CUTCURINDEX_FILE"),
                "The file that save_cutCurIndex writes. Without it the file lies below the root.") +
+         entry(bold("CUSDESK_PROGRESS_AFTER"),
+               "After how many milliseconds of work a terminal is told what goes on; 300 without "
+               "it.") +
          entry(bold("NO_COLOR"), "When it is set, output to a terminal has no colours.");
 }
 

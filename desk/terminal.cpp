@@ -14,7 +14,8 @@ namespace desk {
 
 namespace {
 
-constexpr std::chrono::milliseconds kPatience{300};
+constexpr unsigned long kPatience = 300;             ///< milliseconds
+constexpr unsigned long kMostPatience = 86'400'000;  ///< a day
 constexpr std::chrono::milliseconds kBetween{100};
 constexpr std::size_t kLeastColumns = 20;
 constexpr std::size_t kMostColumns = 10'000;
@@ -48,6 +49,12 @@ Terminal terminalOf(std::FILE* stream) {
   return terminal;
 }
 
+Progress::Progress() {
+  const char* const wanted = std::getenv("CUSDESK_PROGRESS_AFTER");
+  const unsigned long patience = wanted == nullptr ? kPatience : std::strtoul(wanted, nullptr, 10);
+  patience_ = std::chrono::milliseconds(std::min(patience, kMostPatience));
+}
+
 Progress::~Progress() {
   if (!writer_.joinable()) return;
   {
@@ -62,23 +69,28 @@ void Progress::show(const std::string& text) {
   if (!terminal_.isTerminal) return;
   const std::lock_guard<std::mutex> lock(mutex_);
   text_ = text;
+  if (patience_.count() == 0) draw();
   if (!writer_.joinable()) writer_ = std::thread([this] { write(); });
 }
 
+void Progress::draw() {
+  const auto seconds =
+      std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start_).count();
+  const std::string time = seconds == 0 ? "" : std::to_string(seconds) + " s: ";
+  std::fprintf(stderr, "\r%s\x1b[K", fitted(time + text_, terminal_.columns - 1).c_str());
+  std::fflush(stderr);
+  isDrawn_ = true;
+}
+
 void Progress::write() {
-  using Clock = std::chrono::steady_clock;
-  const Clock::time_point start = Clock::now();
   const auto isOver = [this] { return isOver_; };
   std::unique_lock<std::mutex> lock(mutex_);
-  if (ended_.wait_for(lock, kPatience, isOver)) return;
-  do {
-    const auto seconds =
-        std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start).count();
-    const std::string time = seconds == 0 ? "" : std::to_string(seconds) + " s: ";
-    std::fprintf(stderr, "\r%s\x1b[K", fitted(time + text_, terminal_.columns - 1).c_str());
-    std::fflush(stderr);
-  } while (!ended_.wait_for(lock, kBetween, isOver));
-  std::fputs("\r\x1b[K", stderr);
+  ended_.wait_for(lock, patience_, isOver);
+  while (!isOver_) {
+    draw();
+    ended_.wait_for(lock, kBetween, isOver);
+  }
+  if (isDrawn_) std::fputs("\r\x1b[K", stderr);
 }
 
 }  // namespace desk

@@ -1,6 +1,7 @@
 // What the program writes to: a terminal or not, how wide, in colour or not.
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdio>
@@ -21,10 +22,10 @@ Terminal terminalOf(std::FILE* stream);
 
 /// One line on standard error that tells what is going on and for how long, while long work has no
 /// time to tell itself. Says nothing when standard error is no terminal, and nothing in the first
-/// moments.
+/// 300 ms, or as many as CUSDESK_PROGRESS_AFTER in the environment says; at 0 every text is shown.
 class Progress {
  public:
-  Progress() = default;
+  Progress();
   ~Progress();  ///< takes the line away, so that something else can be written
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
@@ -33,12 +34,18 @@ class Progress {
   void show(const std::string& text);
 
  private:
-  void write();
+  using Clock = std::chrono::steady_clock;
+
+  void draw();   ///< with the lock held
+  void write();  ///< the thread's work
 
   Terminal terminal_ = terminalOf(stderr);
+  Clock::time_point start_ = Clock::now();
+  std::chrono::milliseconds patience_;
   std::mutex mutex_;
   std::condition_variable ended_;
   std::string text_;
+  bool isDrawn_ = false;
   bool isOver_ = false;
   std::thread writer_;  ///< started by the first text
 };
