@@ -163,7 +163,7 @@ void FaultServer::serve() {
     if (::poll(&waiting, 1, 20) <= 0) continue;
     const int client = ::accept(listener_, nullptr, nullptr);
     if (client < 0) continue;
-    const timeval limit{2, 0};
+    const timeval limit{20, 0};
     ::setsockopt(client, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
     ::setsockopt(client, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
     ++connections_;

@@ -141,8 +141,7 @@ class Live(Folder):
             for _ in range(3):  # faster than the throttle: the last one shows in the end
                 self.assertEqual(panel.act("/page", "turn=down"), 204)
             view = one.until(lambda view: view["page"] == 4 and view["picture"] >= 3)
-            time.sleep(0.3)
-            self.assertIn(">28</text>", panel.picture())
+            panel.picture_with(">28</text>")
             self.assertLess(panel.view()["picture"], 6)
 
     def test_changed_jobs_and_scripts_are_followed(self):
@@ -162,8 +161,7 @@ class Live(Folder):
             self.assertIn("first", str(events.until(lambda view: view["failed"])["lines"]))
             self.write("s.lua", "panel.grid(1, 1) panel.rows{{'second'}} panel.update()")
             events.until(lambda view: not view["failed"] and view["rows"] == 1)
-            time.sleep(0.3)
-            self.assertIn(">second<", panel.picture())
+            panel.picture_with(">second<")
 
     def test_hostile_texts_stay_texts(self):
         script = self.write("s.lua", "local hostile = [==[" + HOSTILE + """]==]
@@ -174,9 +172,7 @@ class Live(Folder):
                 lines = events.until(lambda view: view["rows"] == 1)["lines"][-3:]
             self.assertRegex(lines[0][1], r"^<script>.*\\x1b\[31m.*\\xff\\r$")
             self.assertEqual([line[1] for line in lines[1:]], ["", "data: {}"])
-            time.sleep(0.2)
-            picture = panel.picture()
-            self.assertIn("&lt;script&gt;", picture)
+            picture = panel.picture_with("&lt;script&gt;")
             self.assertNotRegex(picture, "<script|<img|\x1b")
             self.assertNotIn("alert", panel.request("GET", "/")[2])
 
@@ -196,9 +192,8 @@ class Load(Folder):
                 both = [pool.submit(panel.act, "/click", "x=9&y=300") for _ in range(2)]
                 self.assertEqual([one.result() for one in both], [503, 503])
             self.assertEqual(panel.request("GET", "/")[0], 200)
-            code, seconds, errors = panel.end(signal.SIGINT)
+            code, errors = panel.end(signal.SIGINT)
             self.assertEqual(code, 0, errors)
-            self.assertLess(seconds, 10)
 
     def test_many_pages_are_bounded_and_free_their_places(self):
         with LivePanel(CUSDESK) as panel:
@@ -214,9 +209,7 @@ class Load(Folder):
                 time.sleep(0.1)
             self.assertEqual(panel.view()["page"], 2)
             with panel.events():  # an open page does not hold it up
-                code, seconds, errors = panel.end()
-            self.assertEqual((code, errors), (0, ""))
-            self.assertLess(seconds, 5)
+                self.assertEqual(panel.end(), (0, ""))
 
     def test_many_clients_at_once_are_served_one_after_the_other(self):
         with LivePanel(CUSDESK) as panel, concurrent.futures.ThreadPoolExecutor(6) as pool:

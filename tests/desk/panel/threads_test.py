@@ -63,16 +63,15 @@ def main():
 
             def repeat(action):
                 for count in itertools.count():
-                    if time.monotonic() > end:
+                    if count > 0 and time.monotonic() > end:
                         return count
                     action(panel, count)
 
             actions = [click, turn, draw, watch, change]
             with concurrent.futures.ThreadPoolExecutor(len(actions)) as pool:
                 counts = list(pool.map(repeat, actions))
-            code, _, errors = panel.end()
+            code, errors = panel.end()
     assert (code, errors) == (0, ""), (code, errors[-4000:])
-    assert min(counts) > 0, counts
     done = ", ".join(f"{count} {action.__name__}" for count, action in zip(counts, actions))
     print(f"threads: {SECONDS:g} s, {done}")
 
