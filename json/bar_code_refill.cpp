@@ -12,7 +12,7 @@ bool BarCodeRefill::add(const BAR_T& bar) {
   if (codes.empty() || codes.mapped().size() != bar.piece.size()) return false;
   auto entry = codes.mapped().begin();
   for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
-    model::fetch(&piece + 1);
+    model::prefetch(&piece + 1);
     if (entry->first != piece.PieceNumber) return false;
     (entry++)->second = piece.BarCode;
   }

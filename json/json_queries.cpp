@@ -3,7 +3,7 @@
 #include "json/bar_code_refill.h"
 #include "json/json_analysis.h"
 #include "model/job_lists.h"
-#include "model/job_walks.h"
+#include "model/job_rows.h"
 
 std::list<WORK_T> JsonAnalysis::getWork(std::string barCode) {
   return model::listWorksOf(data, barCode);
@@ -36,8 +36,9 @@ int JsonAnalysis::getMaterialCount() {
 }
 
 int JsonAnalysis::getHeight(std::string& height) {
-  if (!model::declaresVersion1(data) || data.Bar.empty()) return -1;
-  height = data.Bar.front().MaxZ;
+  const model::Text found = model::profileHeightOf(data);
+  if (found == nullptr) return -1;
+  height = *found;
   return 0;
 }
 
@@ -47,7 +48,8 @@ int JsonAnalysis::getMaxYZ_Cutlength(std::string barCode, std::string& maxY, std
 }
 
 std::vector<tagHOHEINFO> JsonAnalysis::getHole() {
-  model::collectHoles(data, holeList);
+  std::vector<model::HoleRow> rows;
+  model::collectHoles(data, rows, holeList);
   return holeList;
 }
 
@@ -66,7 +68,7 @@ void JsonAnalysis::getAllBarCodeToMap() {
     if (bar.piece.empty()) continue;
     BarCodeMap::mapped_type& codes = barCodeMap[bar.BarNumber];
     for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
-      model::fetch(&piece + 1);
+      model::prefetch(&piece + 1);
       // The hint is right when pieces come in the order of their numbers, as most do.
       codes.insert_or_assign(codes.end(), piece.PieceNumber, piece.BarCode);
     }

@@ -6,9 +6,9 @@
 namespace model {
 namespace {
 
-std::size_t slotsFor(const DATA_T& job) {
+std::size_t slotsFor(const JobView& job) {
   std::size_t pieces = 0;
-  for (const BAR_T& bar : job.Bar) pieces += bar.piece.size();
+  for (const BAR_T& bar : job) pieces += bar.piece.size();
   std::size_t slots = 2;
   while (slots < 2 * pieces) slots *= 2;
   return slots;
@@ -16,19 +16,37 @@ std::size_t slotsFor(const DATA_T& job) {
 
 }  // namespace
 
-FirstPieces::FirstPieces(const DATA_T& job) : slots_(slotsFor(job)) {}
+PieceTable::PieceTable(const JobView& job) : slots_(slotsFor(job)) {}
 
 PieceOnBar FirstPieces::meet(const PieceOnBar& piece) {
   const std::string& barCode = piece.piece->BarCode;
   const std::size_t hash = std::hash<std::string>()(barCode);
-  for (std::size_t i = hash;; ++i) {
-    Slot& slot = slots_[i & (slots_.size() - 1)];
-    if (slot.first.piece == nullptr) {
-      slot = {piece, hash};
-      return piece;
+  PieceTable::Slot& slot =
+      pieces_.find(hash, [&](const PieceOnBar& known) { return known.piece->BarCode == barCode; });
+  if (slot.piece.piece == nullptr) slot = {piece, hash};
+  return slot.piece;
+}
+
+LastPieces::LastPieces(const JobView& job) : pieces_(job) {
+  for (const BAR_T& bar : job) {
+    for (const PIECE_T& piece : bar.piece) {
+      slotOf(bar.BarNumber, piece.PieceNumber).piece = {&bar, &piece};
     }
-    if (slot.hash == hash && slot.first.piece->BarCode == barCode) return slot.first;
   }
+}
+
+const PIECE_T* LastPieces::find(const std::string& barNumber, const std::string& pieceNumber) {
+  return slotOf(barNumber, pieceNumber).piece.piece;
+}
+
+PieceTable::Slot& LastPieces::slotOf(const std::string& barNumber, const std::string& pieceNumber) {
+  const std::hash<std::string> hashOf;
+  const std::size_t hash = hashOf(barNumber) * 31 + hashOf(pieceNumber);
+  PieceTable::Slot& slot = pieces_.find(hash, [&](const PieceOnBar& known) {
+    return known.bar->BarNumber == barNumber && known.piece->PieceNumber == pieceNumber;
+  });
+  slot.hash = hash;
+  return slot;
 }
 
 }  // namespace model

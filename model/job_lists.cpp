@@ -1,15 +1,34 @@
 #include "model/job_lists.h"
 
-#include "model/job_walks.h"
+#include "model/job_rows.h"
 
 namespace model {
 
 namespace {
 
-/// A cut row, all but the piece's number.
-RETURNACUT_T cutOf(const BAR_T& bar, const PIECE_T& piece) {
-  return {bar.BarNumber,     bar.length,       piece.Length, piece.sxB, piece.dxB,
-          pieceCountOf(bar), piece.order_code, bar.BarName,  {}};
+/// Appends a copy of a cut, without the piece's number.
+void append(std::list<RETURNACUT_T>& cuts, const CutRow& row) {
+  RETURNACUT_T& cut = cuts.emplace_back();
+  cut.BarNumber = *row.barNumber;
+  cut.Length = *row.length;
+  cut.CutLength = *row.cutLength;
+  cut.SxB = *row.sxB;
+  cut.DxB = *row.dxB;
+  cut.CutNumBer = *row.piecesOnBar;
+  cut.OrderCode = *row.orderCode;
+  cut.BarName = *row.barName;
+}
+
+/// Appends a copy of a label.
+void append(std::list<PRINT_T>& labels, const LabelRow& row) {
+  PRINT_T& label = labels.emplace_back();
+  label.sProfileCode = *row.profileCode;
+  label.sProfileName = *row.profileName;
+  label.sProfileLength = *row.profileLength;
+  label.sNameProduct = *row.nameProduct;
+  label.sColor = *row.color;
+  label.sLengthProduct = *row.lengthProduct;
+  label.sCutAngle = *row.cutAngle;
 }
 
 }  // namespace
@@ -30,24 +49,28 @@ std::list<std::pair<std::string, WORK_T>> listWorks(const DATA_T& job) {
 
 std::list<RETURNACUT_T> listCutsOf(const DATA_T& job, const std::string& barNumber) {
   std::list<RETURNACUT_T> cuts;
+  CutRow row;
   forEachBarOf(job, barNumber, [&](const BAR_T& bar) {
-    for (const PIECE_T& piece : bar.piece) cuts.push_back(cutOf(bar, piece));
+    forEachCutOf(bar, row, [&](const PIECE_T&) { append(cuts, row); });
   });
   return cuts;
 }
 
 std::list<RETURNACUT_T> listCuts(const DATA_T& job) {
   std::list<RETURNACUT_T> cuts;
-  forEachPiece(job, [&](const BAR_T& bar, const PIECE_T& piece) {
-    cuts.push_back(cutOf(bar, piece));
-    cuts.back().PieceNumber = piece.PieceNumber;
-  });
+  CutRow row;
+  for (const BAR_T& bar : job.Bar) {
+    forEachCutOf(bar, row, [&](const PIECE_T&) {
+      append(cuts, row);
+      cuts.back().PieceNumber = *row.pieceNumber;
+    });
+  }
   return cuts;
 }
 
 std::list<PRINT_T> listLabels(const DATA_T& job) {
   std::list<PRINT_T> labels;
-  forEachLabel(job, [&](const PRINT_T& row) { labels.push_back(row); });
+  forEachLabel(job, [&](const LabelRow& row) { append(labels, row); });
   return labels;
 }
 

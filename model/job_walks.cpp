@@ -1,10 +1,6 @@
 #include "model/job_walks.h"
 
 #include <cstdio>
-#include <string_view>
-#include <unordered_set>
-
-#include "model/number_text.h"
 
 namespace model {
 
@@ -12,35 +8,9 @@ bool declaresVersion1(const DATA_T& job) {
   return job.Version == "1.0";
 }
 
-std::string pieceCountOf(const BAR_T& bar) {
-  return std::to_string(static_cast<unsigned>(bar.piece.size()));
-}
-
-void setBarOfLabel(PRINT_T& row, const BAR_T& bar) {
-  row.sProfileName = bar.DXF_Name;
-  row.sProfileLength = bar.length;
-  row.sNameProduct = bar.BarName;
-  row.sColor = bar.BarColor;
-  row.sLengthProduct = bar.BarLeftLength;
-}
-
-void collectHoles(const DATA_T& job, std::vector<tagHOHEINFO>& holes) {
-  holes.clear();
-  std::unordered_set<std::string_view> known;
-  forEachPiece(job, [&](const BAR_T& bar, const PIECE_T& piece) {
-    for (const WORK_T& work : piece.work) {
-      if (!known.insert(work.Name).second) continue;
-      const double length = toDouble(piece.Length.c_str());
-      const double width = toDouble(bar.MaxY.c_str());
-      const double height = toDouble(bar.MaxZ.c_str());
-      holes.push_back({work.Name, length, width, height});
-    }
-  });
-}
-
-PieceOnBar findPiece(const DATA_T& job, const std::string& barCode) {
-  if (!declaresVersion1(job)) return {};
-  for (const BAR_T& bar : job.Bar) {
+PieceOnBar findPiece(const JobView& job, const std::string& barCode) {
+  if (!job.isVersion1()) return {};
+  for (const BAR_T& bar : job) {
     for (const PIECE_T& piece : bar.piece) {
       if (piece.BarCode == barCode) return {&bar, &piece};
     }
@@ -53,7 +23,7 @@ void reportUnknownBarCode(const std::string& barCode) {
   std::printf("Faild to find the BarCode,the BarCode is %s \n", barCode.c_str());
 }
 
-int lookUpDimensions(const DATA_T& job, const std::string& barCode, std::string& maxY,
+int lookUpDimensions(const JobView& job, const std::string& barCode, std::string& maxY,
                      std::string& maxZ, std::string& cutLength) {
   const PieceOnBar found = findPiece(job, barCode);
   if (found.piece == nullptr) {

@@ -6,6 +6,7 @@
 
 #include "host/media.h"
 #include "module/readers.h"
+#include "module/running_queries.h"
 
 // Arguments are read before the first object with a destructor is alive: on a host whose Lua is
 // built as C an argument error jumps over destructors.
@@ -61,15 +62,23 @@ void setText(lua_State* L, const char* key, const char* value) {
 }
 
 int pushLoadResult(lua_State* L, int code) {
+  // before script code may run, and load something else
+  const char* const message = loadMessage(code, nFileType == kXmlJob);
   lua_createtable(L, 0, 0);
   setNumber(L, "errorCode", code);
-  setText(L, "info", loadMessage(code, nFileType == kXmlJob));
+  setText(L, "info", message);
   return 1;
+}
+
+/// To be called before the current reader reads a job.
+void setCurrentJobAside() {
+  running_queries::setAside(nFileType == kXmlJob ? xml.data : json.data);
 }
 
 /// Decides the file type of `name`, then reads it from the directory of that type.
 int loadFile(const std::string& name, const std::string& jsonDirectory,
              const std::string& xmlDirectory) {
+  setCurrentJobAside();
   return nFileType == kXmlJob ? xml.xmlAnalysis(xmlDirectory + name)
                               : json.jsonAnalysis(jsonDirectory + name);
 }
@@ -106,12 +115,15 @@ int getjsonFlashCommand(lua_State* L) {
 }
 
 int getjsonUrlCommand(lua_State* L) {
-  const char* urlArgument = luaL_checklstring(L, 1, nullptr);
+  luaL_checklstring(L, 1, nullptr);
   const char* nameArgument = luaL_checklstring(L, 2, nullptr);
+  // read again: while a number became a text, script code may have run
+  const char* urlArgument = luaL_checklstring(L, 1, nullptr);
   // kept: another file type answers with the topmost argument
   if (currentJob() == nullptr) return 1;
   const std::string url = urlArgument;
   const std::string name = nameArgument;
+  setCurrentJobAside();
   const int code = nFileType == kXmlJob ? xml.getXml(url, name) : json.getJson(url, name);
   std::printf("rst = %d\n", code);
   return pushLoadResult(L, code);

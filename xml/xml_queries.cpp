@@ -1,5 +1,5 @@
 #include "model/job_lists.h"
-#include "model/job_walks.h"
+#include "model/job_rows.h"
 #include "xml/xml_analysis.h"
 
 std::list<WORK_T> XmlAnalysis::getWork(std::string barCode) {
@@ -24,8 +24,9 @@ int XmlAnalysis::getMaxYZ_Cutlength(std::string barCode, std::string& maxY, std:
 }
 
 std::vector<tagHOHEINFO> XmlAnalysis::getHole() {
+  std::vector<model::HoleRow> rows;
   std::vector<tagHOHEINFO> holes;
-  model::collectHoles(data, holes);
+  model::collectHoles(data, rows, holes);
   scratchList.clear();
   for (const tagHOHEINFO& hole : holes) scratchList.push_back(hole.name);
   return holes;

@@ -1,83 +1,19 @@
 #include "desk/editor/module_notes.h"
 
-#include <iterator>
-#include <memory>
-#include <stdexcept>
-
 #include "module/script_rows.h"
 
 namespace desk::editor {
 
 namespace {
 
-/// What a row key holds, in the order of the row's keys.
-using Texts = std::vector<const char*>;
-
-/// Whether scripts get the value as a number.
 template <class Row>
-bool isNumber(const lua_rows::RowKey<Row>& key) {
-  const std::unique_ptr<lua_State, void (*)(lua_State*)> state(luaL_newstate(), lua_close);
-  key.push(state.get(), Row{});
-  return lua_type(state.get(), -1) == LUA_TNUMBER;
-}
-
-/// Puts the words to the keys of a row.
-template <class Row, std::size_t count>
-void addKeys(RowType& type, const lua_rows::RowKey<Row> (&keys)[count], const Texts& texts) {
-  if (texts.size() != count) throw std::logic_error(std::string("keys of ") + type.name);
-  for (std::size_t i = 0; i < count; ++i) {
-    type.keys.push_back({keys[i].key, isNumber(keys[i]) ? "number" : "string", texts[i]});
+RowType rowType(const char* name, const char* text) {
+  RowType type{name, text, {}};
+  for (const row_keys::Key<Row>& key : script_rows::KeysOf<Row>::keys) {
+    type.keys.push_back({key.key, key.cell.isNumber() ? "number" : "string", key.note});
   }
-}
-
-const Texts kDimensionTexts = {"width of the profile", "height of the profile",
-                               "length of the piece"};
-constexpr char kNeverFilled[] = "always empty";
-
-RowType workRow() {
-  RowType type{"Work", "One machining work on a piece, a row of get_work.", {}};
-  addKeys(type, script_rows::kWorkOwner, {"barcode of the piece; only in rows of get_work(\"\")"});
-  type.keys.back().isOptional = true;
-  addKeys(type, script_rows::kWork,
-          {"name of the operation", "position along the piece", "position across the profile",
-           "position in height on the profile"});
-  addKeys(type, script_rows::kDimensions, kDimensionTexts);
-  return type;
-}
-
-RowType cutRow() {
-  RowType type{"Cut", "One cut, a row of get_cut.", {}};
-  addKeys(
-      type, script_rows::kCut,
-      {"number of the bar", "height of the profile: MaxZ of the first bar of the JSON job",
-       "length of the bar", "length of the piece", "angle of the left end, degrees",
-       "angle of the right end, degrees", "how many pieces the bar holds",
-       "barcode of the piece; empty unless all cuts of a JSON job are asked for", "name of the bar",
-       "highest bar number when all cuts of a JSON job were last asked for"});
-  return type;
-}
-
-RowType holeRow() {
-  RowType type{"Hole", "One distinct work of a JSON job, a row of get_hole.", {}};
-  addKeys(type, script_rows::kHole,
-          {"name of the operation", "length of the first piece that has it",
-           "width of that piece's profile", "height of that piece's profile"});
-  return type;
-}
-
-RowType labelRow() {
-  RowType type{"Label", "The label of one piece, a row of get_print.", {}};
-  addKeys(type, script_rows::kLabel,
-          {"the piece's mark", "drawing of the profile's cross section", "length of the bar",
-           "name of the bar", "colour of the bar", kNeverFilled, kNeverFilled,
-           "what is left over of the bar", kNeverFilled, kNeverFilled,
-           "the cut angles in the words of the label", kNeverFilled, kNeverFilled});
-  return type;
-}
-
-RowType dimensionsRow() {
-  RowType type{"Dimensions", "Dimensions of a piece, a row of get_Dimensions.", {}};
-  addKeys(type, script_rows::kDimensions, kDimensionTexts);
+  for (std::size_t i = 0; i < script_rows::KeysOf<Row>::optional; ++i)
+    type.keys[i].isOptional = true;
   return type;
 }
 
@@ -151,7 +87,13 @@ const std::vector<FunctionNote>& functionNotes() {
 }
 
 std::vector<RowType> rowTypes() {
-  return {loadResult(), workRow(), cutRow(), holeRow(), labelRow(), dimensionsRow()};
+  using namespace script_rows;
+  return {loadResult(),
+          rowType<Work>("Work", "One machining work on a piece, a row of get_work."),
+          rowType<Cut>("Cut", "One cut, a row of get_cut."),
+          rowType<Hole>("Hole", "One distinct work of a JSON job, a row of get_hole."),
+          rowType<Label>("Label", "The label of one piece, a row of get_print."),
+          rowType<Dimensions>("Dimensions", "Dimensions of a piece, a row of get_Dimensions.")};
 }
 
 const std::vector<CodeNote>& codeNotes() {

@@ -12,9 +12,13 @@ namespace {
 
 constexpr char kModule[] = "cus_ParseModule";
 
-template <class Keys>
-void append(std::vector<std::string>& names, const Keys& keys) {
-  for (const auto& row : keys) names.emplace_back(row.key);
+/// The keys of a row, but for the first ones.
+template <class Row>
+std::vector<std::string> keysOf(std::size_t leftOut = 0) {
+  std::vector<std::string> names;
+  for (const auto& key : script_rows::KeysOf<Row>::keys) names.emplace_back(key.key);
+  names.erase(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(leftOut));
+  return names;
 }
 
 /// Calls a module function with at most one text and leaves its result on the stack.
@@ -60,35 +64,25 @@ Table rowsOf(lua_State* L, const char* function, const std::string* argument,
 }
 
 Table works(lua_State* L, const std::string& barCode) {
-  std::vector<std::string> keys;
-  if (barCode.empty()) append(keys, script_rows::kWorkOwner);
-  append(keys, script_rows::kWork);
-  append(keys, script_rows::kDimensions);
-  return rowsOf(L, "get_work", &barCode, keys);
+  using script_rows::Work;
+  const std::size_t leftOut = barCode.empty() ? 0 : script_rows::KeysOf<Work>::optional;
+  return rowsOf(L, "get_work", &barCode, keysOf<Work>(leftOut));
 }
 
 Table cuts(lua_State* L, const std::string& bar) {
-  std::vector<std::string> keys;
-  append(keys, script_rows::kCut);
-  return rowsOf(L, "get_cut", &bar, keys);
+  return rowsOf(L, "get_cut", &bar, keysOf<script_rows::Cut>());
 }
 
 Table labels(lua_State* L) {
-  std::vector<std::string> keys;
-  append(keys, script_rows::kLabel);
-  return rowsOf(L, "get_print", nullptr, keys);
+  return rowsOf(L, "get_print", nullptr, keysOf<script_rows::Label>());
 }
 
 Table holes(lua_State* L) {
-  std::vector<std::string> keys;
-  append(keys, script_rows::kHole);
-  return rowsOf(L, "get_hole", nullptr, keys);
+  return rowsOf(L, "get_hole", nullptr, keysOf<script_rows::Hole>());
 }
 
 Table dimensions(lua_State* L, const std::string& barCode) {
-  std::vector<std::string> keys;
-  append(keys, script_rows::kDimensions);
-  return rowsOf(L, "get_Dimensions", &barCode, keys);
+  return rowsOf(L, "get_Dimensions", &barCode, keysOf<script_rows::Dimensions>());
 }
 
 const Cell& cellOf(const Table& table, std::size_t row, const std::string& key) {
