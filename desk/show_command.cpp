@@ -71,8 +71,7 @@ void addWhere(Table& table, const Question& question, const std::string& file) {
   check::CheckSession session(check::CheckSession::Readers::Fresh);
   session.check(file);
   const bool isXml = check::isXmlName(file);
-  const check::TracedJob& job =
-      isXml ? session.xml().state().traced : session.json().state().traced;
+  const check::TracedJob& job = isXml ? session.xml() : session.json();
   addOrigins(table, question, job, isXml);
 }
 

@@ -60,7 +60,8 @@ struct Unwatched {
   void bars(const Json::Value& /*root*/, const Json::Value* /*taken*/) {}
 
   /// A key that leads from one level to the next was looked for.
-  void leads(const Json::Value& /*object*/, const char* /*key*/, const Json::Value* /*taken*/) {}
+  void leads(Level, const Json::Value& /*object*/, const char* /*key*/,
+             const Json::Value* /*taken*/) {}
 
   /// A level fails. Returns `code`.
   int failed(const char* level, int code);
@@ -156,7 +157,7 @@ int Reading<Watch>::bar(const Json::Value& bar) {
   watch_.ends(Level::Bar, bar);
 
   const Json::Value* found = child(bar, json_keys::kPieces, &Json::Value::isArray);
-  watch_.leads(bar, json_keys::kPieces, found);
+  watch_.leads(Level::Bar, bar, json_keys::kPieces, found);
   if (found != nullptr) {
     const int code = pieces(*found, reader_.data.Version);
     if (code < 0) return watch_.failed("analysis piece", code);
@@ -192,7 +193,7 @@ int Reading<Watch>::piece(const Json::Value& piece) {
   }
 
   const Json::Value* found = child(piece, json_keys::kCutOfPiece, &Json::Value::isObject);
-  watch_.leads(piece, json_keys::kCutOfPiece, found);
+  watch_.leads(Level::Piece, piece, json_keys::kCutOfPiece, found);
   if (found != nullptr) {
     const int code = cut(found, reader_.data.Version);
     if (code < 0) return watch_.failed("analysis cut", code);
@@ -204,7 +205,7 @@ int Reading<Watch>::piece(const Json::Value& piece) {
   watch_.ends(Level::Piece, piece);
 
   found = child(piece, json_keys::kWorks, &Json::Value::isArray);
-  watch_.leads(piece, json_keys::kWorks, found);
+  watch_.leads(Level::Piece, piece, json_keys::kWorks, found);
   if (found != nullptr) {
     const int code = works(*found, reader_.data.Version);
     if (code < 0) return watch_.failed("analysis work", code);

@@ -5,10 +5,11 @@
 #include <vector>
 
 #include "desk/check/finding.h"
+#include "model/key_table.h"
 
 namespace desk::check {
 
-enum class Level { Header, Bar, Piece, Cut, Work };
+using model::Level;
 
 /// "the header", "a bar", ...
 const char* nameOf(Level level);

@@ -71,10 +71,7 @@ void CheckSession::check(const std::string& file) {
 
 void CheckSession::check(const std::string& file, std::string bytes) {
   report_.sources.push_back(std::make_unique<SourceText>(file, std::move(bytes)));
-  if (readers_ == Readers::Fresh) {
-    json_ = {};
-    xml_ = {};
-  }
+  if (readers_ == Readers::Fresh) panel_ = std::make_unique<Panel>();
   const std::size_t from = report_.findings.size();
   checkName(file);
   checkEncoding();
@@ -145,8 +142,8 @@ void CheckSession::checkJson() {
   }
   const JsonText text(source().bytes(), source().markSize());
   noteLeniencies(text);
-  if (json_.read(root, text, report_.sources, report_.findings) == 0) {
-    checkJob(json_.state().traced, false);
+  if (panel_->jsonWatcher.read(root, text, report_.sources, report_.findings) == 0) {
+    checkJob(json(), false);
   }
 }
 
@@ -157,10 +154,11 @@ void CheckSession::checkXml() {
     reportFault(fault.line, fault.column, fault.reason);
     return;
   }
-  const std::string thrown = xml_.read(*document.RootElement(), report_.sources, report_.findings);
+  const std::string thrown =
+      panel_->xmlWatcher.read(*document.RootElement(), report_.sources, report_.findings);
   if (!thrown.empty()) return;
   checkZeroReferences();
-  checkJob(xml_.state().traced, true);
+  checkJob(xml(), true);
   checkOtherReader();
 }
 
@@ -180,10 +178,10 @@ void CheckSession::checkZeroReferences() {
 }
 
 void CheckSession::checkOtherReader() {
-  const TracedJob& other = json_.state().traced;
-  if (other.job.Bar.empty() || !hasPieces(xml_.state().traced.job)) return;
+  const TracedJob& other = json();
+  if (other.job.Bar.empty() || !hasPieces(xml().job)) return;
   const SourceText& from = *report_.sources[static_cast<std::size_t>(other.place.file)];
-  add(rules::kOtherJob, Severity::Warning, xml_.state().traced.place.at,
+  add(rules::kOtherJob, Severity::Warning, xml().place.at,
       "get_cut takes Height, BarCode and MaterialCount from the JSON job read last, " +
           deskhost::visible(from.name()));
 }

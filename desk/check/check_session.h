@@ -1,13 +1,13 @@
 // Checks files one after the other, each with fresh readers or all with the same.
 #pragma once
 
-#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "desk/check/finding.h"
-#include "desk/check/json_shadow.h"
-#include "desk/check/xml_shadow.h"
+#include "desk/check/json_watcher.h"
+#include "desk/check/xml_watcher.h"
 
 namespace desk::check {
 
@@ -44,9 +44,9 @@ class CheckSession {
 
   const Report& report() const { return report_; }
 
-  /// The shadows as the last file left them.
-  const JsonShadow& json() const { return json_; }
-  const XmlShadow& xml() const { return xml_; }
+  /// What the readers hold after the last file. Good until the next one.
+  const TracedJob& json() const { return panel_->jsonWatcher.traced(); }
+  const TracedJob& xml() const { return panel_->xmlWatcher.traced(); }
 
  private:
   void checkName(const std::string& file);
@@ -63,10 +63,17 @@ class CheckSession {
   const SourceText& source() const { return *report_.sources.back(); }
   int file() const { return static_cast<int>(report_.sources.size()) - 1; }
 
+  /// The readers of a panel, watched.
+  struct Panel {
+    JsonAnalysis json;
+    XmlAnalysis xml;
+    JsonWatcher jsonWatcher{json};
+    XmlWatcher xmlWatcher{xml};
+  };
+
   Readers readers_;
   Report report_;
-  JsonShadow json_;
-  XmlShadow xml_;
+  std::unique_ptr<Panel> panel_ = std::make_unique<Panel>();
 };
 
 }  // namespace desk::check

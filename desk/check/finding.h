@@ -41,6 +41,9 @@ struct CarriedValue {
   Element element;    ///< for which element it was read
 };
 
+/// A script command that a value makes raise.
+enum class Raises { Nothing, Load, GetCut, GetHole };
+
 struct Finding {
   const char* rule;  ///< an id of the rule table
   Severity severity;
@@ -49,6 +52,7 @@ struct Finding {
   Element element{};
   std::string key{};                    ///< the key, element or attribute that it is about, if any
   std::vector<CarriedValue> carried{};  ///< the values that stayed
+  Raises raises = Raises::Nothing;      ///< what raises because of it
 };
 
 using Findings = std::vector<Finding>;

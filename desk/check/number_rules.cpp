@@ -50,7 +50,7 @@ class NumberCheck {
                             trace.keys[fieldOf<BAR_T>(&BAR_T::BarNumber)]};
     const auto toInt = [](const std::string& text) { (void)std::stoi(text); };
     if (!job_.isXml && !bar.piece.empty() && !converts(bar.BarNumber, toInt)) {
-      raise(number, "get_cut(\"\") raises \"stoi\"", trace.place, here);
+      raise(number, Raises::GetCut, trace.place, here);
     }
     // JSON bars hold integers or nothing.
     if (!job_.isXml) return;
@@ -89,19 +89,20 @@ class NumberCheck {
   bool checkHole(const NumberText& number, const Place& element, const Element& here) {
     const auto toDouble = [](const std::string& text) { (void)std::stod(text); };
     if (converts(number.text, toDouble)) return false;
-    raise(number, "get_hole() raises \"stod\"", element, here);
+    raise(number, Raises::GetHole, element, here);
     return true;
   }
 
-  void raise(const NumberText& number, const std::string& what, const Place& element,
-             const Element& here) {
+  void raise(const NumberText& number, Raises raises, const Place& element, const Element& here) {
     // Several works of one bar meet the same MaxY.
     if (!raised_.insert({{here.bar, here.piece}, number.key}).second) return;
     const std::string state = number.text.empty() ? " has no \"" + std::string(number.key) + "\""
                                                   : ": \"" + std::string(number.key) + "\" is " +
                                                         quoted(number.text) + ", no number";
-    add(rules::kRaises, Severity::Error, number, describe(here) + state + ": " + what, element,
-        here);
+    const char* const what = raises == Raises::GetCut ? ": get_cut(\"\") raises \"stoi\""
+                                                      : ": get_hole() raises \"stod\"";
+    add(rules::kRaises, Severity::Error, number, describe(here) + state + what, element, here);
+    findings_.back().raises = raises;
   }
 
   void checkText(const NumberText& number, const Place& element, const Element& here) {

@@ -22,32 +22,41 @@ struct Origin {
 /// Index into TracedJob::origins. 0: never read, the field is as it was constructed.
 using OriginId = std::uint32_t;
 
-/// The fields of a record. The JSON tables name them all; XML fills some of the same.
+using model::Level;
+
+/// The fields of a record and the level whose keys fill them. The JSON tables name them all; XML
+/// fills some of the same.
 template <class Record>
 struct FieldsOf;
 template <>
 struct FieldsOf<DATA_T> {
   static constexpr const auto& keys = json_keys::kHeader;
+  static constexpr Level level = Level::Header;
 };
 template <>
 struct FieldsOf<BAR_T> {
   static constexpr const auto& keys = json_keys::kBar;
+  static constexpr Level level = Level::Bar;
 };
 template <>
 struct FieldsOf<PIECE_CHILD_SECOND_T> {
   static constexpr const auto& keys = json_keys::kPiece;
+  static constexpr Level level = Level::Piece;
 };
 template <>
 struct FieldsOf<CUT_T> {
   static constexpr const auto& keys = json_keys::kCut;
+  static constexpr Level level = Level::Cut;
 };
 template <>
 struct FieldsOf<FIELD_T> {
   static constexpr const auto& keys = json_keys::kLabelFields;
+  static constexpr Level level = Level::Piece;
 };
 template <>
 struct FieldsOf<WORK_T> {
   static constexpr const auto& keys = json_keys::kWork;
+  static constexpr Level level = Level::Work;
 };
 
 /// One origin per field of a record, in the order of `FieldsOf`.
@@ -84,13 +93,6 @@ std::size_t fieldOf(std::string Base::*field) {
   return fieldOf(model::Key<Record>{nullptr, nullptr, model::KeyKind::Text, {field}});
 }
 
-/// A record and the origins of its fields.
-template <class Record>
-struct Traced {
-  Record record;
-  Trace<Record> trace{};
-};
-
 struct WorkTrace {
   Trace<WORK_T> keys;
   Place place;
@@ -110,9 +112,11 @@ struct BarTrace {
   std::vector<PieceTrace> pieces;
 };
 
-/// What a reader holds after a read, element for element.
+/// What a reader holds after a read, element for element. Good for as long as the reader lives.
 struct TracedJob {
-  DATA_T job;
+  explicit TracedJob(const DATA_T& records) : job(records) {}
+
+  const DATA_T& job;  ///< the reader's own records
   Trace<DATA_T> header{};
   Place place;                 ///< the root of the file read last
   std::vector<BarTrace> bars;  ///< as long as job.Bar, and so on below
@@ -124,16 +128,6 @@ struct TracedJob {
     origins.push_back({where, element});
     return static_cast<OriginId>(origins.size() - 1);
   }
-};
-
-/// What a reader keeps from one element, and from one file, to the next.
-struct ReaderState {
-  TracedJob traced;
-  Traced<BAR_T> bar;
-  Traced<PIECE_CHILD_SECOND_T> piece;
-  Traced<CUT_T> cut;
-  Traced<FIELD_T> labels;
-  Traced<WORK_T> work;
 };
 
 }  // namespace desk::check

@@ -58,7 +58,7 @@ class Layout {
     bool whole = false;
     number = 0.0;
     if (!check::numberOf(text, value, whole) || !(value > 0.0) || value > most) return false;
-    if (!whole) note(Oddity::PartlyNumber);
+    if (!whole) note(Oddity::TrailingText);
     number = value;
     return true;
   }
@@ -88,7 +88,7 @@ class Layout {
   void shape(PiecePlace& place) {
     place.leftAngle = angleOf(place.piece->sxB);
     place.rightAngle = angleOf(place.piece->dxB);
-    if (place.rightAngle == 135.0) note(Oddity::RightEndOf135);
+    if (place.rightAngle == 135.0) note(Oddity::RightAngle135);
     const auto outline = [&] {
       return outlineOf(place.start, place.length, place_.width, place.leftAngle, place.rightAngle);
     };

@@ -43,10 +43,10 @@ enum class Oddity {
   NoPieces,       ///< on the bar
   NoWidth,        ///< of the profile
   NoPieceLength,  ///< a piece without a length that could be cut
-  PartlyNumber,   ///< a number is followed by something else
+  TrailingText,   ///< a number is followed by something else
   NoAngle,        ///< an end without an angle between 0 and 180 degrees: drawn square
   CrossingCuts,   ///< the ends do not leave anything of one edge: drawn square
-  RightEndOf135,  ///< which a JSON job would have as 45
+  RightAngle135,  ///< which a JSON job would have as 45
   WorkOffPiece,   ///< a work beside its piece: not drawn
 };
 

@@ -30,13 +30,13 @@ const char* wordsOf(Oddity oddity) {
       return "no width (MaxY): drawn with a usual one";
     case Oddity::NoPieceLength:
       return "no length to cut, left out";
-    case Oddity::PartlyNumber:
+    case Oddity::TrailingText:
       return "a number is followed by something else";
     case Oddity::NoAngle:
       return "an end has no angle between 0 and 180, drawn square";
     case Oddity::CrossingCuts:
       return "too short for its angles, drawn square";
-    case Oddity::RightEndOf135:
+    case Oddity::RightAngle135:
       return "the right end stays 135; a JSON job would make it 45";
     case Oddity::WorkOffPiece:
       break;

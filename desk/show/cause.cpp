@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "desk/check/check_session.h"
-#include "desk/check/rules.h"
 #include "desk/host/log.h"
 
 namespace desk::show {
@@ -13,34 +13,28 @@ namespace {
 
 using check::Finding;
 using check::Findings;
+using check::Raises;
 
-/// A command, and the words of findings about it.
-struct Raising {
-  std::string_view command, words;
-};
-constexpr Raising kRaising[] = {
-    {"getjson_Flash: ", "loading raises"}, {"get_cut: ", "get_cut("}, {"get_hole: ", "get_hole("}};
+constexpr std::pair<std::string_view, Raises> kCommands[] = {
+    {"getjson_Flash", Raises::Load}, {"get_cut", Raises::GetCut}, {"get_hole", Raises::GetHole}};
 
-std::string_view wordsFor(std::string_view message) {
-  for (const Raising& row : kRaising) {
-    if (message.find(row.command) != std::string_view::npos) return row.words;
+Raises raisedBy(std::string_view command) {
+  for (const auto& [name, raises] : kCommands) {
+    if (name == command) return raises;
   }
-  return {};
+  return Raises::Nothing;
 }
 
 }  // namespace
 
 std::string causeOf(const Raised& raised, const std::string& file) {
-  const std::string_view words = wordsFor(raised.what());
-  if (words.empty()) return "";
+  const Raises raises = raisedBy(raised.command());
+  if (raises == Raises::Nothing) return "";
   check::CheckSession session(check::CheckSession::Readers::Fresh);
   session.check(file);
   const Findings& findings = session.report().findings;
-  const auto cause = std::find_if(findings.begin(), findings.end(), [&](const Finding& finding) {
-    return (finding.rule == check::rules::kRaises ||
-            finding.rule == check::rules::kMissingElement) &&
-           finding.message.find(words) != std::string::npos;
-  });
+  const auto cause = std::find_if(findings.begin(), findings.end(),
+                                  [&](const Finding& finding) { return finding.raises == raises; });
   return cause == findings.end() ? ""
                                  : "; " + deskhost::visible(file) + ":" +
                                        check::positionText(cause->place.at) + ": " + cause->message;

@@ -29,7 +29,7 @@ void call(lua_State* L, const char* function, const std::string* argument) {
   if (argument != nullptr) lua_pushlstring(L, argument->data(), argument->size());
   if (lua_pcall(L, argument == nullptr ? 0 : 1, 1, 0) == LUA_OK) return;
   const char* message = lua_tostring(L, -1);
-  throw Raised(message == nullptr ? "unknown error" : message);
+  throw Raised(function, message == nullptr ? "unknown error" : message);
 }
 
 /// The value on top of the stack, which is popped.

@@ -12,7 +12,14 @@ namespace desk::show {
 /// What a script command raises.
 class Raised : public Error {
  public:
-  explicit Raised(const std::string& message) : Error(kExitFindings, "show: " + message) {}
+  /// @param command as scripts call it: "get_cut"
+  Raised(const std::string& command, const std::string& message)
+      : Error(kExitFindings, "show: " + message), command_(command) {}
+
+  const std::string& command() const { return command_; }
+
+ private:
+  std::string command_;
 };
 
 /// Loads a job with getjson_Flash. Throws Raised, or Error with the script's message when that

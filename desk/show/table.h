@@ -7,7 +7,7 @@
 namespace desk::show {
 
 /// Where the value of a cell was read in the job file.
-struct Origin {
+struct Source {
   int line = 0;          ///< from 1; 0: the value stands in no file
   int column = 0;        ///< from 1, in characters; 0 when only the line is known
   bool carried = false;  ///< it was read for another element and stayed
@@ -18,7 +18,7 @@ struct Cell {
   std::string text;  ///< as the script gets it; of a number the shortest text
   bool isNumber = false;
   double number = 0.0;
-  Origin origin{};
+  Source origin{};
 };
 
 struct Table {

@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-#include "desk/check/shadow_reader.h"
+#include "desk/check/watcher.h"
 
 namespace test_support {
 
@@ -54,16 +54,6 @@ std::string readerText(const Reader& reader) {
          fieldsText(json_keys::kCut, reader.curCut) +
          fieldsText(json_keys::kLabelFields, reader.curField) +
          fieldsText(json_keys::kWork, reader.curWork);
-}
-
-/// The same for a shadow.
-inline std::string readerText(const desk::check::ReaderState& state) {
-  std::string text = fieldsText(json_keys::kHeader, state.traced.job);
-  for (const BAR_T& bar : state.traced.job.Bar) text += barText(bar);
-  return text + "kept\n" + barText(state.bar.record) + pieceText(state.piece.record) +
-         fieldsText(json_keys::kCut, state.cut.record) +
-         fieldsText(json_keys::kLabelFields, state.labels.record) +
-         fieldsText(json_keys::kWork, state.work.record);
 }
 
 /// "element: key=value" for every value that a field has and the element by itself would not have.

@@ -90,7 +90,7 @@ TEST(BarLayout, PiecesFollowOneAnotherAndLeaveTheRest) {
   EXPECT_EQ(place.pieces[1].piece, &bar.piece[1]);
   EXPECT_DOUBLE_EQ(place.used, 2000.5);
   EXPECT_DOUBLE_EQ(place.leftOver(), 4499.5);
-  EXPECT_EQ(remarksOf(place), std::to_string(static_cast<int>(Oddity::RightEndOf135)) + ": 2");
+  EXPECT_EQ(remarksOf(place), std::to_string(static_cast<int>(Oddity::RightAngle135)) + ": 2");
 }
 
 TEST(BarLayout, WorksLieWhereTheirPieceLies) {
@@ -145,7 +145,7 @@ TEST(BarLayout, WhatIsOddIsRemarkedAndStillLaidOut) {
        500,
        {true, true, true, true}},
       {"600", "60", {{"599.9", "90", "90"}, {"0.1", "90", "90"}}, {}, 600, {true, true}},
-      {"1000mm", "60", {{"500 mm", "45°", "90"}}, {{Oddity::PartlyNumber, {1}}}, 500, {true}},
+      {"1000mm", "60", {{"500 mm", "45°", "90"}}, {{Oddity::TrailingText, {1}}}, 500, {true}},
       {"1000",
        "60",
        {{"300", "", "90"}, {"300", "180", "0"}, {"300", "-45", "left"}},

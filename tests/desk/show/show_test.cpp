@@ -87,8 +87,7 @@ class ShowTest : public testing::Test {
     check::CheckSession session(check::CheckSession::Readers::Fresh);
     session.check(name, text);
     const bool isXml = check::isXmlName(name);
-    const check::TracedJob& job =
-        isXml ? session.xml().state().traced : session.json().state().traced;
+    const check::TracedJob& job = isXml ? session.xml() : session.json();
 
     const bool isEmpty = job.bars.empty() || job.bars[0].pieces.empty();
     const std::string bar = isEmpty ? "1" : job.job.Bar[0].BarNumber;

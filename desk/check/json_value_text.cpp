@@ -1,4 +1,4 @@
-#include "desk/check/json_values.h"
+#include "desk/check/json_value_text.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-// The shadow of the JSON reader beside the reader itself, on thousands of damaged jobs.
+// What check tells of the JSON reader, on thousands of damaged jobs.
 //
 // What the reader ignores and carries over is found without any knowledge of the format: a value is
 // ignored when another one in its place changes nothing, and carried over when the element read all
@@ -156,7 +156,7 @@ class Comparison {
   int valuesSeen_ = 0;
 };
 
-TEST(JsonShadow, TellsWhatTheReaderIgnoresAndCarriesOverAndNothingElse) {
+TEST(JsonWatcher, TellsWhatTheReaderIgnoresAndCarriesOverAndNothingElse) {
   JsonJobs jobs(kSeed);
   int loaded = 0;
   int valuesSeen = 0;
@@ -174,7 +174,6 @@ TEST(JsonShadow, TellsWhatTheReaderIgnoresAndCarriesOverAndNothingElse) {
       Comparison comparison(text, before, findings, file);
       const int code = readWith(reader, comparison.root());
 
-      ASSERT_EQ(readerText(session.json().state()), readerText(reader));
       const bool refused = std::any_of(findings.begin(), findings.end(), [&](const Finding& one) {
         return one.place.file == file &&
                one.message.find("the panel answers -") != std::string::npos;
@@ -193,7 +192,7 @@ TEST(JsonShadow, TellsWhatTheReaderIgnoresAndCarriesOverAndNothingElse) {
   EXPECT_GT(valuesSeen, 10 * kSequences);
 }
 
-TEST(JsonShadow, TellsEveryKeyThatALaterEqualOneReplaces) {
+TEST(JsonWatcher, TellsEveryKeyThatALaterEqualOneReplaces) {
   JsonJobs jobs(kSeed + 1);
   std::size_t all = 0;
   for (int i = 0; i < kSequences && !HasFailure(); ++i) {

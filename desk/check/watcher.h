@@ -1,13 +1,14 @@
-// What the shadows of both readers share: where they stand in a file, and what they tell about it.
+// What the watchers of both readers share.
 //
-// A shadow follows a reader's walk over the same document with the reader's own key tables. It ends
-// up with the same records, knows of each value where it was read, and says what the reader passes
-// over in silence.
+// A watcher lets the real reader read a document and is told of each step of its walk. It adds what
+// the records do not tell: where each of their values was read, and what the reader passed over in
+// silence. It decides nothing about what is read.
 #pragma once
 
 #include <cmath>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "desk/check/advice.h"
@@ -21,26 +22,50 @@ namespace desk::check {
 /// The files of a check, in the order of loading.
 using Sources = std::vector<std::unique_ptr<SourceText>>;
 
-/// What a shadow keeps between files is the reader's state, as in the reader. Everything else is
-/// about the file that it reads at the moment.
-class ShadowReader {
+/// What a watcher keeps between files are the origins of what its reader carries over. Everything
+/// else is about the file that is being read.
+class Watcher {
  public:
-  const ReaderState& state() const { return state_; }
+  /// What the reader holds after a read. Good for as long as watcher and reader live.
+  const TracedJob& traced() const { return traced_; }
 
  protected:
+  /// @param job the records of the reader, which must outlive the watcher
+  explicit Watcher(const DATA_T& job) : traced_(job) {}
+
   /// Starts with the last one of `sources`. Both must outlive the read.
   void start(const Sources& sources, Findings& findings);
+
+  /// Steps to the next element of a level. A cut stays with its piece.
+  void enter(Level level);
+  const Element& here() const { return here_; }
 
   const SourceText& source() const { return *sources_->back(); }
   int file() const { return static_cast<int>(sources_->size()) - 1; }
 
+  /// Reports something about the element at which the walk stands.
   Finding& report(const char* rule, Severity severity, const Place& place,
-                  const std::string& message, const Element& element, const std::string& key = {});
+                  const std::string& message, const std::string& key = {});
 
   /// An error for what steers the machine, else a warning.
   static Severity severityOf(Level level, const std::string& key) {
     return steersMachine(level, key) ? Severity::Error : Severity::Warning;
   }
+
+  /// The origins of the fields of the record under construction.
+  template <class Record>
+  Trace<Record>& trace() {
+    return std::get<CurrentTrace<Record>>(traces_).fields;
+  }
+
+  /// Notes that a field of the record under construction has a value of the current element.
+  template <class Record>
+  void noteOrigin(std::size_t field, const Place& place) {
+    trace<Record>()[field] = traced_.add(place, here_);
+  }
+
+  /// Adds the origins of the fields of an element that is read to the job's.
+  void keepTrace(Level level, const Place& place);
 
   /// A value that stayed, and what the finding depends on.
   struct Stayed {
@@ -48,23 +73,29 @@ class ShadowReader {
     Severity severity;
   };
 
-  /// Appends the values of a record that element `here` did not bring, in the format's words.
+  /// Appends the values of a record that the current element did not bring, in the format's words.
   template <class Keys, class Record>
-  void collectStayed(const Keys& keys, const Traced<Record>& current, Level level,
-                     const Element& here, std::vector<Stayed>& stayed) const;
+  void collectStayed(const Keys& keys, const Record& record, std::vector<Stayed>& stayed);
 
   /// Reports them, one finding for each element that they come from.
-  void reportStayed(const std::vector<Stayed>& stayed, const Element& here, const Place& place);
+  void reportStayed(const std::vector<Stayed>& stayed, const Place& place);
 
   /// "line 7", or "old.json:7" for a place in another file.
   std::string placeText(const Place& place) const;
 
-  ReaderState state_;
+  TracedJob traced_;
 
  private:
-  void reportStayedOf(const std::vector<Stayed>& all, const Stayed& first, const Element& here,
-                      const Place& place);
+  void reportStayedOf(const std::vector<Stayed>& all, const Stayed& first, const Place& place);
 
+  template <class Record>
+  struct CurrentTrace {
+    Trace<Record> fields{};
+  };
+  std::tuple<CurrentTrace<DATA_T>, CurrentTrace<BAR_T>, CurrentTrace<PIECE_CHILD_SECOND_T>,
+             CurrentTrace<CUT_T>, CurrentTrace<FIELD_T>, CurrentTrace<WORK_T>>
+      traces_;
+  Element here_;
   const Sources* sources_ = nullptr;
   Findings* findings_ = nullptr;
 };
@@ -110,16 +141,15 @@ inline OriginId originOf(const Trace<FIELD_T>& trace, const json_keys::LabelKey&
 }
 
 template <class Keys, class Record>
-void ShadowReader::collectStayed(const Keys& keys, const Traced<Record>& current, Level level,
-                                 const Element& here, std::vector<Stayed>& stayed) const {
+void Watcher::collectStayed(const Keys& keys, const Record& record, std::vector<Stayed>& stayed) {
   for (const auto& key : keys) {
-    const OriginId id = originOf(current.trace, key);
-    const Origin& origin = state_.traced.origins[id];
-    if (id == 0 || (origin.place.file == file() && origin.element == here)) continue;
-    const std::string text = textOf(current.record, key);
+    const OriginId id = originOf(trace<Record>(), key);
+    const Origin& origin = traced_.origins[id];
+    if (id == 0 || (origin.place.file == file() && origin.element == here_)) continue;
+    const std::string text = textOf(record, key);
     if (text.empty()) continue;
-    stayed.push_back(
-        {{key.spelling, text, origin.place, origin.element}, severityOf(level, key.spelling)});
+    stayed.push_back({{key.spelling, text, origin.place, origin.element},
+                      severityOf(FieldsOf<Record>::level, key.spelling)});
   }
 }
 

@@ -1,11 +1,12 @@
-// What the shadow of the XML reader tells.
+// The sentences of the XML watcher.
 #include <tinyxml2.h>
 
 #include <algorithm>
 #include <string_view>
 
+#include "desk/check/job_rules.h"
 #include "desk/check/rules.h"
-#include "desk/check/xml_shadow.h"
+#include "desk/check/xml_watcher.h"
 #include "xml/xml_elements.h"
 
 namespace desk::check {
@@ -45,34 +46,59 @@ bool isLevel(const std::string& name) {
 
 }  // namespace
 
-Place XmlShadow::placeOf(const XMLNode& node) const {
+Place XmlWatcher::placeOf(const XMLNode& node) const {
   return {file(), {node.GetLineNum(), 0}};
 }
 
-void XmlShadow::reportAround(const XMLNode& document) {
+void XmlWatcher::reportRaised(const char* thrown) {
+  const std::string name = "\"" + std::string(wanted_.name) + "\"";
+  const char* const text = wanted_.child == nullptr ? nullptr : wanted_.child->GetText();
+  const std::string raises =
+      std::string(": loading raises \"") + thrown + "\" and nothing from here on is read";
+  Finding& finding =
+      text != nullptr ? report(rules::kRaises, Severity::Error, placeOf(*wanted_.child),
+                               name + " is " + quoted(text) + ", no number" + raises, wanted_.name)
+                      : report(rules::kMissingElement, Severity::Error,
+                               placeOf(wanted_.child == nullptr ? *wanted_.parent : *wanted_.child),
+                               describe(here()) + " has no text in " + name + raises, wanted_.name);
+  finding.raises = Raises::Load;
+}
+
+void XmlWatcher::reportNumber(const XMLElement& element, double number) {
+  double finite = 0.0;
+  bool whole = false;
+  const bool isFinite = numberOf(element.GetText(), finite, whole);
+  if (isFinite && whole) return;
+  report(rules::kNotANumber, isFinite ? Severity::Warning : Severity::Error, placeOf(element),
+         "\"" + std::string(element.Name()) + "\" is " + quoted(element.GetText()) +
+             " and read as " + shortestText(number),
+         element.Name());
+}
+
+void XmlWatcher::reportAround(const XMLNode& document) {
   bool hasEntities = false;
   for (const XMLNode* node = document.FirstChild(); node != nullptr; node = node->NextSibling()) {
     const std::string text = node->ToText() == nullptr ? "" : trimmed(node->Value());
     if (declaresEntity(*node)) {
       hasEntities = true;
       report(rules::kIgnoredText, Severity::Warning, placeOf(*node),
-             "declared entities are not read: a text keeps their names", {});
+             "declared entities are not read: a text keeps their names");
     } else if (!text.empty() && !(hasEntities && text == "]>")) {
       report(rules::kIgnoredText, Severity::Warning, placeOf(*node),
-             "the text " + quoted(text) + " outside of the root is not read", {});
+             "the text " + quoted(text) + " outside of the root is not read");
     }
   }
 }
 
-void XmlShadow::reportStrangers(const XMLElement& element, Level level, const Element& here) {
-  reportAttributes(element, here);
+void XmlWatcher::reportStrangers(const XMLElement& element, Level level) {
+  reportAttributes(element);
   for (const XMLNode* child = element.FirstChild(); child != nullptr;
        child = child->NextSibling()) {
     if (child->ToText() != nullptr && !isBlank(child->Value())) {
       report(rules::kIgnoredText, Severity::Warning, placeOf(*child),
              "the text " + quoted(trimmed(child->Value())) + " in \"" + element.Name() +
                  "\" is not read",
-             here, element.Name());
+             element.Name());
     }
     const XMLElement* inner = child->ToElement();
     if (inner == nullptr) continue;
@@ -81,18 +107,18 @@ void XmlShadow::reportStrangers(const XMLElement& element, Level level, const El
       report(rules::kUnknownKey, advice.severity, placeOf(*inner),
              quoted(inner->Name()) + " is no element of " + nameOf(level) + " and is ignored" +
                  advice.text,
-             here, inner->Name());
+             inner->Name());
     } else if (!isLevel(inner->Name())) {
-      reportValueContent(*inner, here);
+      reportValueContent(*inner);
     }
   }
 }
 
-void XmlShadow::reportValueContent(const XMLElement& value, const Element& here) {
+void XmlWatcher::reportValueContent(const XMLElement& value) {
   const char* const taken = value.GetText();
   const XMLElement* const first = value.Parent()->FirstChildElement(value.Name());
   if (first != &value) return;
-  reportAttributes(value, here);
+  reportAttributes(value);
   for (const XMLNode* child = value.FirstChild(); child != nullptr; child = child->NextSibling()) {
     const bool isElement = child->ToElement() != nullptr;
     const bool isText = child->ToText() != nullptr && !isBlank(child->Value());
@@ -101,11 +127,11 @@ void XmlShadow::reportValueContent(const XMLElement& value, const Element& here)
     report(rules::kIgnoredText, Severity::Warning, placeOf(*child),
            what + quoted(trimmed(child->Value())) + " in \"" + value.Name() +
                "\" is not read: a value ends where its first text ends",
-           here, value.Name());
+           value.Name());
   }
 }
 
-void XmlShadow::reportAttributes(const XMLElement& element, const Element& here) {
+void XmlWatcher::reportAttributes(const XMLElement& element) {
   for (const auto* attribute = element.FirstAttribute(); attribute != nullptr;
        attribute = attribute->Next()) {
     const std::string name = attribute->Name();
@@ -113,57 +139,53 @@ void XmlShadow::reportAttributes(const XMLElement& element, const Element& here)
     report(rules::kAttribute, Severity::Warning, {file(), {attribute->GetLineNum(), 0}},
            "the attribute " + quoted(name) + " of \"" + element.Name() +
                "\" is not read; values are elements of their own",
-           here, name);
+           name);
   }
 }
 
-void XmlShadow::reportRepeated(const XMLElement& parent, const char* name, Level level,
-                               const Element& here) {
-  const XMLElement* first = parent.FirstChildElement(name);
-  const char* const taken = first->GetText();
-  for (const XMLElement* next = first->NextSiblingElement(name); next != nullptr;
+void XmlWatcher::reportRepeated(const XMLElement& first, Level level) {
+  const char* const name = first.Name();
+  const char* const taken = first.GetText();
+  for (const XMLElement* next = first.NextSiblingElement(name); next != nullptr;
        next = next->NextSiblingElement(name)) {
     const char* const text = next->GetText();
     const bool isSame = taken != nullptr && text != nullptr && std::string_view(taken) == text;
     report(rules::kRepeatedElement, isSame ? Severity::Note : severityOf(level, name),
            placeOf(*next),
            "\"" + std::string(name) + "\" is ignored because only the first one counts (" +
-               placeText(placeOf(*first)) + (isSame ? "), which has the same text" : ")"),
-           here, name);
-  }
-}
-
-void XmlShadow::reportRepeatedCut(const XMLElement& cut, const Trace<CUT_T>& before,
-                                  const Element& here) {
-  for (std::size_t i = 0; i < before.size(); ++i) {
-    const Origin& earlier = state_.traced.origins[before[i]];
-    if (earlier.place.file != file() || !(earlier.element == here)) continue;
-    const std::string name = FieldsOf<CUT_T>::keys[i].spelling;
-    const bool isKept = before[i] == state_.cut.trace[i];
-    const Place& other = isKept ? earlier.place : placeOf(cut);
-    const std::string what =
-        isKept ? "\"Cut\" lacks \"" + name + "\" and keeps" : "\"" + name + "\" is replaced by";
-    report(rules::kRepeatedElement, Severity::Error, isKept ? placeOf(cut) : earlier.place,
-           what + " that of another \"Cut\" of the same piece (" + placeText(other) + ")", here,
+               placeText(placeOf(first)) + (isSame ? "), which has the same text" : ")"),
            name);
   }
 }
 
-void XmlShadow::reportNeverStored(const XMLElement& piece, const Element& here) {
+void XmlWatcher::reportRepeatedCut(const XMLElement& cut) {
+  for (std::size_t i = 0; i < beforeCut_.size(); ++i) {
+    const Origin& earlier = traced_.origins[beforeCut_[i]];
+    if (earlier.place.file != file() || !(earlier.element == here())) continue;
+    const std::string name = FieldsOf<CUT_T>::keys[i].spelling;
+    const bool isKept = beforeCut_[i] == trace<CUT_T>()[i];
+    const Place& other = isKept ? earlier.place : placeOf(cut);
+    const std::string what =
+        isKept ? "\"Cut\" lacks \"" + name + "\" and keeps" : "\"" + name + "\" is replaced by";
+    report(rules::kRepeatedElement, Severity::Error, isKept ? placeOf(cut) : earlier.place,
+           what + " that of another \"Cut\" of the same piece (" + placeText(other) + ")", name);
+  }
+}
+
+void XmlWatcher::reportNeverStored(const XMLElement& piece) {
   for (const auto& key : xml_elements::kPiece) {
     if (key.kind != model::KeyKind::Ignored) continue;
     const XMLElement* child = piece.FirstChildElement(key.spelling);
     const char* text = child == nullptr ? nullptr : child->GetText();
-    if (text == nullptr || state_.piece.record.Extra_Pie == text) continue;
+    if (text == nullptr || reader_.curPiece.Extra_Pie == text) continue;
     report(rules::kNeverStored, Severity::Note, placeOf(*child),
            "\"" + std::string(key.spelling) + "\" is read and never stored; the field holds " +
-               quoted(state_.piece.record.Extra_Pie) + " of \"holing_type\"",
-           here, key.spelling);
+               quoted(reader_.curPiece.Extra_Pie) + " of \"holing_type\"",
+           key.spelling);
   }
 }
 
-void XmlShadow::reportAbsent(const XMLElement& parent, const std::vector<Stayed>& stayed,
-                             const Element& here) {
+void XmlWatcher::reportAbsent(const XMLElement& parent, const std::vector<Stayed>& stayed) {
   std::vector<Stayed> missing;
   for (const Stayed& one : stayed) {
     const XMLElement* child = parent.FirstChildElement(one.value.key.c_str());
@@ -173,13 +195,13 @@ void XmlShadow::reportAbsent(const XMLElement& parent, const std::vector<Stayed>
     }
     Finding& finding =
         report(rules::kEmptyElement, one.severity, placeOf(*child),
-               "\"" + one.value.key + "\" has no text, which clears nothing: " + describe(here) +
+               "\"" + one.value.key + "\" has no text, which clears nothing: " + describe(here()) +
                    " keeps " + quoted(one.value.value) + " of " + describe(one.value.element) +
                    " (" + placeText(one.value.place) + ")",
-               here, one.value.key);
+               one.value.key);
     finding.carried.push_back(one.value);
   }
-  reportStayed(missing, here, placeOf(parent));
+  reportStayed(missing, placeOf(parent));
 }
 
 }  // namespace desk::check

@@ -1,4 +1,4 @@
-// The shadow of the XML reader beside the reader itself, on thousands of damaged jobs; by the same
+// What check tells of the XML reader, on thousands of damaged jobs; by the same
 // means as that of the JSON reader.
 #include <gtest/gtest.h>
 
@@ -117,7 +117,7 @@ class IgnoredTexts {
   std::string read_;
 };
 
-TEST(XmlShadow, TellsWhatTheReaderIgnoresAndCarriesOverAndNothingElse) {
+TEST(XmlWatcher, TellsWhatTheReaderIgnoresAndCarriesOverAndNothingElse) {
   XmlJobs jobs(kSeed);
   int loaded = 0;
   int broken = 0;
@@ -135,7 +135,6 @@ TEST(XmlShadow, TellsWhatTheReaderIgnoresAndCarriesOverAndNothingElse) {
       const Findings& findings = session.report().findings;
       const std::string thrown = readWith(reader, job);
 
-      ASSERT_EQ(readerText(session.xml().state()), readerText(reader));
       const auto raising = linesOf(findings, file, {rules::kMissingElement, rules::kRaises});
       ASSERT_EQ(raising.size(), thrown.empty() ? 0u : 1u);
       if (!thrown.empty()) {

@@ -1,0 +1,170 @@
+#include "desk/check/json_watcher.h"
+
+#include <string_view>
+
+#include "desk/check/json_value_text.h"
+#include "desk/check/rules.h"
+#include "json/json_reading.h"
+
+namespace desk::check {
+
+using json_keys::kLabelFields;
+using json_keys::LabelKey;
+
+namespace {
+
+const char* nameOf(std::string FIELD_T::*field) {
+  for (const LabelKey& row : kLabelFields) {
+    if (row.field == field) return row.spelling;
+  }
+  return "";
+}
+
+}  // namespace
+
+int JsonWatcher::read(const Json::Value& root, const JsonText& text, const Sources& sources,
+                      Findings& findings) {
+  start(sources, findings);
+  text_ = &text;
+  const int code = json_reading::Reading<JsonWatcher>(reader_, *this).data(root);
+  if (code < 0 || reader_.data.Version != json_keys::kVersion) reportVersion(root, code);
+  return code;
+}
+
+void JsonWatcher::begins(Level level, const Json::Value& element) {
+  enter(level);
+  if (level == Level::Header) traced_.place = placeOf(element);
+  if (level == Level::Piece) labelWriters_.fill(nullptr);
+}
+
+template <class Record>
+void JsonWatcher::key(const Json::Value& object, const model::Key<Record>& key,
+                      const Json::Value* taken) {
+  constexpr Level level = FieldsOf<Record>::level;
+  bool isTaken = false;
+  for (const char* spelling : {key.spelling, key.secondSpelling}) {
+    const Json::Value* value = member(object, spelling);
+    if (value == nullptr) continue;
+    if (isTaken) {
+      reportShadowed(*value, *taken, spelling, key.spelling, level);
+    } else if (value != taken) {
+      reportWrongType(*value, spelling, wordFor(key.kind), level);
+    } else {
+      isTaken = true;
+      noteOrigin<Record>(fieldOf(key), placeOf(*value));
+      reportZeroByte(*value, spelling, level);
+    }
+  }
+}
+
+void JsonWatcher::label(const Json::Value& piece, const LabelKey& row, const Json::Value* taken) {
+  const Json::Value* first = member(piece, row.spelling);
+  const Json::Value* second = member(piece, row.secondSpelling);
+  if (first != nullptr && first != taken) {
+    reportWrongType(*first, row.spelling, "a text", Level::Piece);
+  }
+  if (taken == nullptr) {
+    if (second == nullptr) return;
+    reportWrongType(*second, row.secondSpelling, "a text", Level::Piece);
+    return;
+  }
+  if (taken == first) {
+    labelTaken(piece, row.spelling, row.field);
+    if (second == nullptr) return;
+    reportShadowed(*second, *first, row.secondSpelling, row.spelling, Level::Piece);
+    return;
+  }
+  labelTaken(piece, row.secondSpelling, row.secondField);
+  if (row.secondField == row.field) return;
+  report(rules::kLabelMisplaced, Severity::Warning, placeOfKey(*second),
+         "\"" + std::string(row.secondSpelling) + "\" fills " + nameOf(row.secondField) +
+             "; write \"" + row.spelling + "\" for the field of that number",
+         row.secondSpelling);
+}
+
+void JsonWatcher::labelTaken(const Json::Value& piece, const char* spelling,
+                             std::string FIELD_T::*field) {
+  std::size_t index = 0;
+  while (kLabelFields[index].field != field) ++index;
+  const Json::Value& value = *member(piece, spelling);
+  if (const char* earlier = labelWriters_[index]) {
+    report(rules::kShadowedKey, Severity::Warning, placeOfKey(*member(piece, earlier)),
+           "\"" + std::string(earlier) + "\" is overwritten by \"" + spelling + "\", which fills " +
+               nameOf(field) + " too",
+           earlier);
+  }
+  labelWriters_[index] = spelling;
+  noteOrigin<FIELD_T>(index, placeOf(value));
+  reportZeroByte(value, spelling, Level::Piece);
+}
+
+void JsonWatcher::labelsSkipped(const Json::Value& piece) {
+  for (const LabelKey& row : kLabelFields) {
+    for (const char* spelling : {row.spelling, row.secondSpelling}) {
+      const Json::Value* value = member(piece, spelling);
+      if (value == nullptr) continue;
+      if (!value->isString()) {
+        reportWrongType(*value, spelling, "a text", Level::Piece);
+        continue;
+      }
+      report(rules::kLabelNotRead, Severity::Warning, placeOfKey(*value),
+             "\"" + std::string(spelling) +
+                 "\" is not read because the piece has no text under \"Field1\"",
+             spelling);
+    }
+  }
+}
+
+void JsonWatcher::rightAngle135() {
+  const OriginId id = trace<CUT_T>()[fieldOf<CUT_T>(&CUT_T::dxB)];
+  report(rules::kAngle135, Severity::Note, traced_.origins[id].place,
+         "\"dxB\": \"135\" is stored as \"45\", \"sxB\" would stay as it is", "dxB");
+}
+
+void JsonWatcher::ends(Level level, const Json::Value& element) {
+  reportNoObject(element, level);
+  reportStrangers(element, level);
+  std::vector<Stayed> stayed;
+  switch (level) {
+    case Level::Header:
+      collectStayed(json_keys::kHeader, reader_.data, stayed);
+      break;
+    case Level::Bar:
+      collectStayed(json_keys::kBar, reader_.curBar, stayed);
+      break;
+    case Level::Piece:
+      collectStayed(json_keys::kPiece, reader_.curPiece, stayed);
+      collectStayed(kLabelFields, reader_.curField, stayed);
+      collectStayed(json_keys::kCut, reader_.curCut, stayed);
+      break;
+    case Level::Cut:  // what it lacks is told of its piece
+      break;
+    case Level::Work:
+      collectStayed(json_keys::kWork, reader_.curWork, stayed);
+      break;
+  }
+  reportStayed(stayed, placeOf(element));
+  keepTrace(level, placeOf(element));
+}
+
+void JsonWatcher::bars(const Json::Value& root, const Json::Value* taken) {
+  for (const char* key : {json_keys::kBars, json_keys::kBarsSecond}) {
+    const Json::Value* value = member(root, key);
+    if (value == nullptr || value == taken) continue;
+    if (value->isArray()) {
+      reportShadowed(*value, *taken, key, json_keys::kBars, Level::Header);
+    } else {
+      reportWrongType(*value, key, "an array", Level::Header);
+    }
+  }
+}
+
+void JsonWatcher::leads(Level level, const Json::Value& object, const char* key,
+                        const Json::Value* taken) {
+  const Json::Value* value = member(object, key);
+  if (value == nullptr || taken != nullptr) return;
+  const bool isCut = std::string_view(key) == json_keys::kCutOfPiece;
+  reportWrongType(*value, key, isCut ? "an object" : "an array", level);
+}
+
+}  // namespace desk::check

@@ -1,0 +1,83 @@
+#include "desk/check/xml_watcher.h"
+
+#include <tinyxml2.h>
+
+#include <stdexcept>
+
+#include "xml/xml_reading.h"
+
+namespace desk::check {
+
+using model::Key;
+using model::KeyKind;
+using tinyxml2::XMLElement;
+
+std::string XmlWatcher::read(XMLElement& root, const Sources& sources, Findings& findings) {
+  start(sources, findings);
+  try {
+    xml_reading::Reading<XmlWatcher>(reader_, *this).data(root);
+    return {};
+  } catch (const std::logic_error& error) {
+    reportRaised(error.what());
+    traced_.bars.resize(reader_.data.Bar.size());
+    return error.what();
+  }
+}
+
+void XmlWatcher::begins(Level level, const XMLElement& element) {
+  enter(level);
+  if (level == Level::Header) {
+    traced_.place = placeOf(element);
+    reportAround(*element.GetDocument());
+  }
+  if (level == Level::Cut) beforeCut_ = trace<CUT_T>();
+  reportStrangers(element, level);
+}
+
+template <class Record>
+void XmlWatcher::looksFor(const XMLElement& parent, const Key<Record>& key,
+                          const XMLElement* child) {
+  wanted_ = {&parent, child, key.spelling};
+  if (child != nullptr) reportRepeated(*child, FieldsOf<Record>::level);
+}
+
+template <class Record>
+void XmlWatcher::takes(const XMLElement& child, const Key<Record>& key) {
+  if constexpr (FieldsOf<Record>::level == Level::Work) {
+    if (key.kind == KeyKind::Number) reportNumber(child, reader_.curWork.*key.field.number);
+  }
+  noteOrigin<Record>(fieldOf(key), placeOf(child));
+}
+
+void XmlWatcher::ends(Level level, const XMLElement& element) {
+  std::vector<Stayed> stayed;
+  switch (level) {
+    case Level::Header:
+      collectStayed(xml_elements::kHeader, reader_.data, stayed);
+      break;
+    case Level::Bar:
+      collectStayed(xml_elements::kBar, reader_.curBar, stayed);
+      break;
+    case Level::Piece:
+      reportNeverStored(element);
+      collectStayed(xml_elements::kPiece, reader_.curPiece, stayed);
+      break;
+    case Level::Cut:  // what it lacks is told of all cuts of a piece together
+      reportRepeatedCut(element);
+      break;
+    case Level::Work:
+      collectStayed(xml_elements::kWork, reader_.curWork, stayed);
+      break;
+  }
+  reportAbsent(element, stayed);
+  keepTrace(level, placeOf(element));
+}
+
+void XmlWatcher::cutsEnd(const XMLElement& piece) {
+  std::vector<Stayed> stayed;
+  collectStayed(xml_elements::kCut, reader_.curCut, stayed);
+  const XMLElement* last = piece.LastChildElement(xml_elements::kCuts);
+  reportAbsent(last == nullptr ? piece : *last, stayed);
+}
+
+}  // namespace desk::check
