@@ -5,7 +5,6 @@
 // silence. It decides nothing about what is read.
 #pragma once
 
-#include <cmath>
 #include <memory>
 #include <string>
 #include <tuple>
@@ -100,12 +99,7 @@ class Watcher {
   Findings* findings_ = nullptr;
 };
 
-/// Scripts tell -0.0 from the 0.0 of a new record.
-inline bool isAsConstructed(double number) {
-  return number == 0.0 && !std::signbit(number);
-}
-
-/// The value of a field as text; empty for one that is as it was constructed.
+/// The value of a field as text.
 template <class Record>
 std::string textOf(const Record& record, const model::Key<Record>& key) {
   using model::KeyKind;
@@ -115,10 +109,9 @@ std::string textOf(const Record& record, const model::Key<Record>& key) {
       return record.*key.field.text;
     case KeyKind::Integer:
     case KeyKind::Number:
-      return isAsConstructed(record.*key.field.number) ? ""
-                                                       : shortestText(record.*key.field.number);
+      return shortestText(record.*key.field.number);
     case KeyKind::Flag:
-      return record.*key.field.flag ? "true" : "";
+      return record.*key.field.flag ? "true" : "false";
     case KeyKind::Required:
     case KeyKind::Ignored:
       break;
@@ -146,9 +139,7 @@ void Watcher::collectStayed(const Keys& keys, const Record& record, std::vector<
     const OriginId id = originOf(trace<Record>(), key);
     const Origin& origin = traced_.origins[id];
     if (id == 0 || (origin.place.file == file() && origin.element == here_)) continue;
-    const std::string text = textOf(record, key);
-    if (text.empty()) continue;
-    stayed.push_back({{key.spelling, text, origin.place, origin.element},
+    stayed.push_back({{key.spelling, textOf(record, key), origin.place, origin.element},
                       severityOf(FieldsOf<Record>::level, key.spelling)});
   }
 }
