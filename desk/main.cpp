@@ -5,13 +5,15 @@
 #include <cstdlib>
 #include <exception>
 
-#include "desk/commands.h"
-#include "desk/errors.h"
-#include "desk/host/log.h"
+#include "desk/base/errors.h"
+#include "desk/base/log.h"
+#include "desk/commands/commands.h"
 
 namespace {
 
 using namespace desk;
+using commands::allCommands;
+using commands::globalOptions;
 
 std::string programHelp() {
   std::string text =
@@ -22,7 +24,7 @@ std::string programHelp() {
       "Usage: cusdesk [OPTION...] COMMAND [ARG...]\n"
       "\n"
       "Commands:\n";
-  for (const Command& command : commands()) {
+  for (const Command& command : allCommands()) {
     std::string line = std::string("  ") + command.name;
     line.resize(22, ' ');
     text += line + command.help + "\n";
@@ -40,7 +42,7 @@ std::string commandHelp(const Command& command) {
 
 const Command& find(const std::string& name) {
   std::vector<std::string> names;
-  for (const Command& command : commands()) {
+  for (const Command& command : allCommands()) {
     if (name == command.name) return command;
     names.push_back(command.name);
   }
@@ -81,7 +83,7 @@ int dispatch(const std::vector<std::string>& words) {
 
 /// One line, whatever the names in it hold.
 int report(const std::exception& error, ExitCode code) {
-  std::fprintf(stderr, "cusdesk: %s\n", deskhost::visible(error.what()).c_str());
+  std::fprintf(stderr, "cusdesk: %s\n", escapeControls(error.what()).c_str());
   return code;
 }
 

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "desk/host/log.h"
+#include "desk/base/log.h"
 #include "desk/host/settings.h"
 #include "tests/support/temp_tree.h"
 
@@ -25,7 +25,7 @@ inline void setUpServices() {
   }
   deskhost::settings().root = files().path("root");
   deskhost::settings().usb = files().path("usb");
-  deskhost::setLogSink([](const std::string&) {});
+  desk::setLogSink([](const std::string&) {});
   if (std::freopen("/dev/null", "w", stdout) == nullptr) std::abort();
 }
 

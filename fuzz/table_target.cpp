@@ -7,8 +7,8 @@
 
 #include <climits>
 
+#include "desk/base/utf8.h"
 #include "desk/host/tick_clock.h"
-#include "desk/host/utf8.h"
 #include "fuzz/lines.h"
 #include "fuzz/surroundings.h"
 #include "fuzz/target.h"
@@ -100,7 +100,7 @@ void draw(Watched& watched) {
   require(onFillPartShowAttr(watched.part, svg, nullptr), "drawing is always answered");
   onFillPartShowAttr(watched.part, again, nullptr);
   require(svg == again, "two pictures of the same part differ");
-  require(deskhost::isUtf8(svg), "a picture that is not UTF-8");
+  require(desk::isUtf8(svg), "a picture that is not UTF-8");
   tinyxml2::XMLDocument document;
   require(document.Parse(svg.c_str(), svg.size()) == tinyxml2::XML_SUCCESS, "a malformed picture");
   watched.answers += svg;

@@ -5,8 +5,8 @@
 #include <cctype>
 #include <map>
 
-#include "desk/check/traced_job.h"
-#include "desk/command_line.h"
+#include "desk/base/command_line.h"
+#include "desk/job/traced_job.h"
 #include "xml/xml_elements.h"
 
 namespace desk::check {

@@ -6,13 +6,13 @@
 #include <filesystem>
 #include <tuple>
 
+#include "desk/base/log.h"
+#include "desk/base/utf8.h"
 #include "desk/check/job_rules.h"
 #include "desk/check/rules.h"
-#include "desk/check/xml_text.h"
 #include "desk/host/document_file.h"
 #include "desk/host/documents.h"
-#include "desk/host/log.h"
-#include "desk/host/utf8.h"
+#include "desk/job/zero_references.h"
 
 namespace desk::check {
 
@@ -108,7 +108,7 @@ void CheckSession::checkEncoding() {
   std::size_t count = 0;
   std::size_t first = 0;
   for (std::size_t at = 0; at < bytes.size();) {
-    const std::size_t size = deskhost::utf8CharacterSize(bytes, at);
+    const std::size_t size = utf8CharacterSize(bytes, at);
     if (size == 0 && count++ == 0) first = at;
     at += std::max<std::size_t>(size, 1);
   }
@@ -140,7 +140,7 @@ void CheckSession::checkJson() {
     reportFault(fault.line, fault.column, fault.reason);
     return;
   }
-  const JsonText text(source().bytes(), source().markSize());
+  const JsonPositions text(source().bytes(), source().markSize());
   noteLeniencies(text);
   if (panel_->jsonWatcher.read(root, text, report_.sources, report_.findings) == 0) {
     checkJob(json(), false);
@@ -183,10 +183,10 @@ void CheckSession::checkOtherReader() {
   const SourceText& from = *report_.sources[static_cast<std::size_t>(other.place.file)];
   add(rules::kOtherJob, Severity::Warning, xml().place.at,
       "get_cut takes Height, BarCode and MaterialCount from the JSON job read last, " +
-          deskhost::visible(from.name()));
+          escapeControls(from.name()));
 }
 
-void CheckSession::noteLeniencies(const JsonText& text) {
+void CheckSession::noteLeniencies(const JsonPositions& text) {
   for (const Leniency& leniency : text.leniencies()) {
     const std::string times =
         leniency.count == 1 ? "" : " (" + std::to_string(leniency.count) + " times in this file)";

@@ -57,7 +57,7 @@ class CheckSession {
   void checkZeroReferences();
   void checkOtherReader();
   void reportFault(int line, int byteColumn, const std::string& reason);
-  void noteLeniencies(const JsonText& text);
+  void noteLeniencies(const JsonPositions& text);
   void add(const char* rule, Severity severity, Position at, const std::string& message);
 
   const SourceText& source() const { return *report_.sources.back(); }

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <deque>
 
-#include "desk/display_width.h"
-#include "desk/host/log.h"
-#include "desk/host/utf8.h"
+#include "desk/base/display_width.h"
+#include "desk/base/log.h"
+#include "desk/base/utf8.h"
 
 namespace desk::check {
 
@@ -14,11 +14,11 @@ namespace {
 /// The character at `at`, fit for a line of its own.
 std::string shown(std::string_view line, std::size_t at, std::size_t bytes) {
   const std::string character(line.substr(at, bytes));
-  return character == "\t" ? " " : deskhost::visible(character);
+  return character == "\t" ? " " : escapeControls(character);
 }
 
 std::size_t bytesAt(std::string_view line, std::size_t at) {
-  return std::max<std::size_t>(deskhost::utf8CharacterSize(line, at), 1);
+  return std::max<std::size_t>(utf8CharacterSize(line, at), 1);
 }
 
 }  // namespace

@@ -4,9 +4,12 @@
 #include <cstddef>
 #include <string>
 
-#include "desk/check/source_text.h"
+#include "desk/job/source_text.h"
 
 namespace desk::check {
+
+using job::Position;
+using job::SourceText;
 
 struct Excerpt {
   std::string text;       ///< fits into the columns asked for; what cannot be shown is spelled out

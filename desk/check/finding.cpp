@@ -1,7 +1,7 @@
 #include "desk/check/finding.h"
 
-#include "desk/host/log.h"
-#include "desk/host/utf8.h"
+#include "desk/base/log.h"
+#include "desk/base/utf8.h"
 
 namespace desk::check {
 
@@ -23,21 +23,13 @@ const char* nameOf(Severity severity) {
   return "error";
 }
 
-std::string describe(const Element& element) {
-  if (element.bar == 0) return "the header";
-  std::string text = "bar " + std::to_string(element.bar);
-  if (element.piece != 0) text = "piece " + std::to_string(element.piece) + " of " + text;
-  if (element.work != 0) text = "work " + std::to_string(element.work) + " of " + text;
-  return text;
-}
-
 std::string quoted(const std::string& value) {
-  std::string text = deskhost::visible(value);
+  std::string text = escapeControls(value);
   if (text.size() > kLongestBytes) {
     std::size_t end = 0;
     for (std::size_t next = 0; next <= kLongestBytes;) {
       end = next;
-      next += deskhost::utf8CharacterSize(text, next);
+      next += utf8CharacterSize(text, next);
     }
     text = text.substr(0, end) + "…";
   }

@@ -4,34 +4,16 @@
 #include <string>
 #include <vector>
 
-#include "desk/check/source_text.h"
+#include "desk/job/place.h"
 
 namespace desk::check {
+
+using namespace job;  // what is found stands in elements and places of a job
 
 enum class Severity { Note, Warning, Error };
 
 /// "note", "warning", "error"
 const char* nameOf(Severity severity);
-
-/// An element of a job, counted from 1 within its parent; 0 where the level is not reached.
-struct Element {
-  int bar = 0;
-  int piece = 0;
-  int work = 0;
-
-  bool operator==(const Element& other) const {
-    return bar == other.bar && piece == other.piece && work == other.work;
-  }
-};
-
-/// "the header", "bar 2", "piece 3 of bar 2", "work 1 of piece 3 of bar 2"
-std::string describe(const Element& element);
-
-/// A place in one of the files of a check.
-struct Place {
-  int file = -1;  ///< in the order of loading, from 0
-  Position at;
-};
 
 /// A value that an element did not bring itself.
 struct CarriedValue {

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "desk/base/number_text.h"
 #include "desk/check/rules.h"
-#include "desk/number_text.h"
 #include "model/job_walks.h"
 
 namespace desk::check {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "desk/check/finding.h"
-#include "desk/check/traced_job.h"
+#include "desk/job/traced_job.h"
 
 namespace desk::check {
 

@@ -1,5 +1,5 @@
+#include "desk/base/json_output.h"
 #include "desk/check/reports.h"
-#include "desk/json_output.h"
 
 namespace desk::check {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "desk/base/number_text.h"
 #include "desk/check/finding.h"
-#include "desk/number_text.h"
 
 namespace desk::check {
 

@@ -22,7 +22,7 @@ const char* nameOf(std::string FIELD_T::*field) {
 
 }  // namespace
 
-int JsonWatcher::read(const Json::Value& root, const JsonText& text, const Sources& sources,
+int JsonWatcher::read(const Json::Value& root, const JsonPositions& text, const Sources& sources,
                       Findings& findings) {
   start(sources, findings);
   text_ = &text;

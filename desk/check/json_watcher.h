@@ -6,8 +6,8 @@
 #include <array>
 #include <iterator>
 
-#include "desk/check/json_text.h"
 #include "desk/check/watcher.h"
+#include "desk/job/json_positions.h"
 #include "json/json_analysis.h"
 
 namespace desk::check {
@@ -22,7 +22,7 @@ class JsonWatcher : public Watcher {
   /// @param root what the loader made of the last one of `sources`
   /// @param text that source, walked over
   /// @return the reader's result code
-  int read(const Json::Value& root, const JsonText& text, const Sources& sources,
+  int read(const Json::Value& root, const JsonPositions& text, const Sources& sources,
            Findings& findings);
 
   // --- what the walk tells -----------------------------------------------------------------------
@@ -57,7 +57,7 @@ class JsonWatcher : public Watcher {
   Place placeOfKey(const Json::Value& value) const;
 
   JsonAnalysis& reader_;
-  const JsonText* text_ = nullptr;
+  const JsonPositions* text_ = nullptr;
   /// The keys of the current piece that filled its label fields; null where none has.
   std::array<const char*, std::size(json_keys::kLabelFields)> labelWriters_{};
 };

@@ -1,7 +1,7 @@
 #include <tinyxml2.h>
 
+#include "desk/base/log.h"
 #include "desk/check/reports.h"
-#include "desk/host/log.h"
 
 namespace desk::check {
 
@@ -10,7 +10,7 @@ namespace {
 /// `text` as XML can hold it: controls are spelled out, and two code points of its own are
 /// forbidden even there.
 std::string asXmlText(const std::string& text) {
-  std::string out = deskhost::visible(text);
+  std::string out = escapeControls(text);
   for (const char* forbidden : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
     for (std::size_t at = 0; (at = out.find(forbidden, at)) != std::string::npos;) {
       out.replace(at, 3, "\xEF\xBF\xBD");

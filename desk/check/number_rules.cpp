@@ -1,9 +1,9 @@
 #include <set>
 #include <stdexcept>
 
+#include "desk/base/number_text.h"
 #include "desk/check/job_rules.h"
 #include "desk/check/rules.h"
-#include "desk/number_text.h"
 
 namespace desk::check {
 

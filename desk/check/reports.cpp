@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "desk/host/utf8.h"
+#include "desk/base/utf8.h"
 
 namespace desk::check {
 
@@ -33,7 +33,7 @@ std::size_t countOf(const Report& report, Severity severity) {
 std::string asUtf8(const std::string& text) {
   std::string out;
   for (std::size_t at = 0; at < text.size();) {
-    const std::size_t size = deskhost::utf8CharacterSize(text, at);
+    const std::size_t size = utf8CharacterSize(text, at);
     out += size == 0 ? "\xEF\xBF\xBD" : text.substr(at, size);
     at += std::max<std::size_t>(size, 1);
   }

@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "desk/base/terminal.h"
 #include "desk/check/check_session.h"
-#include "desk/terminal.h"
 
 namespace desk::check {
 

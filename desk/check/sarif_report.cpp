@@ -1,6 +1,6 @@
+#include "desk/base/json_output.h"
 #include "desk/check/reports.h"
 #include "desk/check/rules.h"
-#include "desk/json_output.h"
 
 namespace desk::check {
 

@@ -3,9 +3,9 @@
 #include <set>
 #include <tuple>
 
+#include "desk/base/log.h"
 #include "desk/check/excerpt.h"
 #include "desk/check/reports.h"
-#include "desk/host/log.h"
 
 namespace desk::check {
 
@@ -82,8 +82,8 @@ class TextReport {
   }
 
   void writeFinding(const Finding& finding) {
-    const std::string place = deskhost::visible(fileOf(report_, finding.place)) + ":" +
-                              positionText(finding.place.at) + ":";
+    const std::string place =
+        escapeControls(fileOf(report_, finding.place)) + ":" + positionText(finding.place.at) + ":";
     text_ += coloured(kBold, place) + " " +
              coloured(colourOf(finding.severity), std::string(nameOf(finding.severity)) + ":") +
              " " + finding.message + " [" + finding.rule + "]\n";
@@ -106,7 +106,7 @@ class TextReport {
   void writeRest(const Finding& finding) {
     const std::size_t more = kinds_[kindOf(finding)] - kShownOfEach;
     if (more == 0) return;
-    text_ += deskhost::visible(fileOf(report_, finding.place)) + ": " + std::to_string(more) +
+    text_ += escapeControls(fileOf(report_, finding.place)) + ": " + std::to_string(more) +
              " more like this; --all shows them [" + finding.rule + "]\n";
   }
 

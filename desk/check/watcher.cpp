@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "desk/base/log.h"
 #include "desk/check/rules.h"
-#include "desk/host/log.h"
 
 namespace desk::check {
 
@@ -61,7 +61,7 @@ Finding& Watcher::report(const char* rule, Severity severity, const Place& place
 std::string Watcher::placeText(const Place& place) const {
   const std::string line = std::to_string(place.at.line);
   if (place.file == file()) return "line " + line;
-  return deskhost::visible((*sources_)[static_cast<std::size_t>(place.file)]->name()) + ":" + line;
+  return escapeControls((*sources_)[static_cast<std::size_t>(place.file)]->name()) + ":" + line;
 }
 
 void Watcher::reportStayed(const std::vector<Stayed>& stayed, const Place& place) {

@@ -10,11 +10,11 @@
 #include <tuple>
 #include <vector>
 
+#include "desk/base/number_text.h"
 #include "desk/check/advice.h"
 #include "desk/check/finding.h"
-#include "desk/check/source_text.h"
-#include "desk/check/traced_job.h"
-#include "desk/number_text.h"
+#include "desk/job/source_text.h"
+#include "desk/job/traced_job.h"
 
 namespace desk::check {
 

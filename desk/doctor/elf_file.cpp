@@ -10,9 +10,9 @@
 #include <memory>
 #include <regex>
 
+#include "desk/base/errors.h"
 #include "desk/doctor/elf_image.h"
 #include "desk/doctor/function_tables.h"
-#include "desk/errors.h"
 
 namespace desk {
 

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "desk/errors.h"
+#include "desk/base/errors.h"
 
 namespace desk {
 

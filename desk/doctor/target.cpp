@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <sstream>
 
-#include "desk/errors.h"
+#include "desk/base/errors.h"
 
 namespace desk {
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "desk/base/xml_text.h"
 #include "desk/draw/lettering.h"
 #include "desk/draw/pages.h"
 #include "desk/draw/summary.h"
-#include "desk/host/svg/xml_text.h"
 
 namespace desk::draw {
 
@@ -23,7 +23,7 @@ std::string titleOf(const BAR_T& bar) {
   for (const std::string* text : {&bar.BarName, &bar.DXF_Name, &bar.BarColor}) {
     if (!text->empty()) title += "  ·  " + *text;
   }
-  return deskhost::xmlText(title);
+  return xmlText(title);
 }
 
 /// What a viewer shows when one points at a piece.
@@ -57,7 +57,7 @@ BarPicture::BarPicture(const BarPlace& bar, const Scale& scale, const WorkMarks&
     list_.back() = "and more; \"cusdesk show\" lists them all";
   }
   for (const std::string& text : remarkTexts(bar)) {
-    remarks_.push_back(fitted(deskhost::xmlText(text), kRoom, kRemark));
+    remarks_.push_back(fitted(xmlText(text), kRoom, kRemark));
   }
 }
 

@@ -1,5 +1,6 @@
 #include "desk/draw/job_picture.h"
 
+#include "desk/base/xml_text.h"
 #include "desk/draw/bar_picture.h"
 #include "desk/draw/legend.h"
 #include "desk/draw/lettering.h"
@@ -8,7 +9,6 @@
 #include "desk/draw/summary.h"
 #include "desk/draw/svg_canvas.h"
 #include "desk/draw/work_marks.h"
-#include "desk/host/svg/xml_text.h"
 
 namespace desk::draw {
 
@@ -83,17 +83,14 @@ class Composition {
  private:
   std::string title() const { return heading_.name.empty() ? heading_.source : heading_.name; }
 
-  std::string shortTitle() const {
-    return fitted(deskhost::xmlText(title()), 0.8 * kDrawingWidth, kName);
-  }
+  std::string shortTitle() const { return fitted(xmlText(title()), 0.8 * kDrawingWidth, kName); }
 
   void drawHeading(SvgCanvas& canvas) const {
     canvas.text({kMargin, kMargin + 4.0}, shortTitle(), "name");
     std::string facts = heading_.source + "  ·  " + totalText(bars_) + "  ·  ";
     if (isMetric(heading_.unit) && !bars_.empty()) facts += scaleText(scale_) + ", ";
     facts += "lengths in " + (heading_.unit.empty() ? "mm" : heading_.unit);
-    canvas.text({kMargin, kMargin + 9.0}, fitted(deskhost::xmlText(facts), kDrawingWidth, kLabel),
-                "facts");
+    canvas.text({kMargin, kMargin + 9.0}, fitted(xmlText(facts), kDrawingWidth, kLabel), "facts");
   }
 
   void drawPageNumbers(SvgCanvas& canvas, int count) const {

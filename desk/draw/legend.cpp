@@ -1,8 +1,8 @@
 #include "desk/draw/legend.h"
 
+#include "desk/base/xml_text.h"
 #include "desk/draw/lettering.h"
 #include "desk/draw/pages.h"
-#include "desk/host/svg/xml_text.h"
 
 namespace desk::draw {
 
@@ -21,7 +21,7 @@ Legend::Legend(const WorkMarks& marks, double width) : marks_(marks), others_(ma
   double x = 0.0;
   int line = 0;
   for (const std::string& name : marks.names()) {
-    const std::string text = fitted(deskhost::xmlText(name), kLongestName, kLabel);
+    const std::string text = fitted(xmlText(name), kLongestName, kLabel);
     const double needed = kExtra + widthOf(text, kLabel);
     if (x + needed > width) {
       x = 0.0;

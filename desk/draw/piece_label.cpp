@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "desk/base/xml_text.h"
 #include "desk/draw/lettering.h"
 #include "desk/draw/summary.h"
-#include "desk/host/svg/xml_text.h"
 
 namespace desk::draw {
 
@@ -21,8 +21,8 @@ std::string angleText(double angle) {
 
 PieceLabel labelOf(const PiecePlace& piece, const std::string& name, double length) {
   PieceLabel label;
-  const std::string number = deskhost::xmlText(name);
-  const std::string barCode = deskhost::xmlText(piece.piece->BarCode);
+  const std::string number = xmlText(name);
+  const std::string barCode = xmlText(piece.piece->BarCode);
   const std::string left = angleText(piece.leftAngle);
   const std::string right = angleText(piece.rightAngle);
   const std::string lengthText = numberText(piece.length);
@@ -46,12 +46,12 @@ PieceLabel labelOf(const PiecePlace& piece, const std::string& name, double leng
 }
 
 std::string lineOf(const PiecePlace& piece, const std::string& name) {
-  std::string line = deskhost::xmlText(name) + ": ";
+  std::string line = xmlText(name) + ": ";
   line += piece.length > 0.0 ? numberText(piece.length) : "no length";
   if (piece.leftAngle != 90.0 || piece.rightAngle != 90.0) {
     line += ", " + numberText(piece.leftAngle) + "°/" + numberText(piece.rightAngle) + "°";
   }
-  const std::string barCode = deskhost::xmlText(piece.piece->BarCode);
+  const std::string barCode = xmlText(piece.piece->BarCode);
   return barCode.empty() ? line : line + ", " + barCode;
 }
 

@@ -4,9 +4,9 @@
 #include <cmath>
 #include <cstdio>
 
-#include "desk/display_width.h"
-#include "desk/host/log.h"
-#include "desk/number_text.h"
+#include "desk/base/display_width.h"
+#include "desk/base/log.h"
+#include "desk/base/number_text.h"
 
 namespace desk::draw {
 
@@ -131,7 +131,7 @@ show::Table summaryTable(const std::vector<BarPlace>& bars) {
   for (const BarPlace& bar : bars) {
     const std::vector<std::string> texts = {
         bar.bar->BarNumber,
-        fitted(deskhost::visible(bar.bar->BarName), kLongestName),
+        fitted(escapeControls(bar.bar->BarName), kLongestName),
         std::to_string(bar.pieces.size()),
         bar.length > 0.0 ? numberText(bar.length) : "",
         numberText(bar.used),

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "desk/host/svg/xml_text.h"
-#include "desk/number_text.h"
+#include "desk/base/number_text.h"
+#include "desk/base/xml_text.h"
 
 namespace desk::draw {
 
@@ -70,7 +70,7 @@ void SvgCanvas::text(const Point& at, const std::string& text, const char* kind)
   open("text", kind);
   push("x", at.x);
   push("y", at.y);
-  printer_.PushText(deskhost::xmlText(text).c_str());
+  printer_.PushText(xmlText(text).c_str());
   printer_.CloseElement();
 }
 
@@ -99,7 +99,7 @@ void SvgCanvas::push(const char* name, double value) {
 
 void SvgCanvas::pushTitle(const std::string& title) {
   printer_.OpenElement("title");
-  printer_.PushText(deskhost::xmlText(title).c_str());
+  printer_.PushText(xmlText(title).c_str());
   printer_.CloseElement();
 }
 

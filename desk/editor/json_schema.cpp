@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <limits>
 
+#include "desk/base/json_output.h"
 #include "desk/editor/editor_files.h"
 #include "desk/editor/job_levels.h"
-#include "desk/json_output.h"
 #include "json/json_keys.h"
 
 namespace desk::editor {

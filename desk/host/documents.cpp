@@ -2,8 +2,8 @@
 
 #include <exception>
 
+#include "desk/base/log.h"
 #include "desk/host/document_file.h"
-#include "desk/host/log.h"
 #include "desk/host/paths.h"
 #include "desk/host/settings.h"
 
@@ -26,9 +26,9 @@ bool readAndParse(const std::string& name, const DocumentParser& parse, Document
 /// Memory may be what is short: then the cause goes without the name.
 void logCause(const std::string& name, const char* cause) noexcept {
   try {
-    log(name + ": " + cause);
+    desk::log(name + ": " + cause);
   } catch (...) {
-    log(cause);
+    desk::log(cause);
   }
 }
 
@@ -46,7 +46,7 @@ bool loadDocument(const std::string& name, const DocumentParser& parse) noexcept
     DocumentFault fault;
     std::string shown = name;
     if (readAndParse(name, parse, fault, shown)) return true;
-    log(describe(shown, fault));
+    desk::log(describe(shown, fault));
   } catch (const std::exception& error) {
     logCause(name, error.what());
   } catch (...) {

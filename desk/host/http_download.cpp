@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <exception>
 
+#include "desk/base/log.h"
+#include "desk/base/temporary_file.h"
 #include "desk/host/document_file.h"
 #include "desk/host/documents.h"
 #include "desk/host/download_codes.h"
 #include "desk/host/http_transfer.h"
-#include "desk/host/log.h"
 #include "desk/host/paths.h"
-#include "desk/host/temporary_file.h"
 #include "host/cbl.h"
 
 namespace deskhost {
@@ -51,7 +51,7 @@ bool findTarget(const std::string& target, std::string& file, std::string& reaso
 
 DownloadResult fetchInto(const std::string& url, const std::string& target) {
   std::string file, reason;
-  TemporaryFile temporary;
+  desk::TemporaryFile temporary;
   if (!findTarget(target, file, reason)) return {DownloadCode::TargetRefused, reason};
   if (!temporary.create(file, reason)) return {DownloadCode::CannotWrite, reason};
   DownloadResult result = transfer(url, &temporary);
@@ -70,8 +70,8 @@ DownloadResult fetch(const std::string& url, const std::string& target) {
 
 void logFailure(const std::string& url, const std::string& target, const DownloadResult& result) {
   const std::string into = target.empty() ? target : " into " + target;
-  log("download of " + withoutCredentials(url) + into + " failed (" +
-      std::to_string(static_cast<int>(result.code)) + "): " + result.reason);
+  desk::log("download of " + withoutCredentials(url) + into + " failed (" +
+            std::to_string(static_cast<int>(result.code)) + "): " + result.reason);
 }
 
 }  // namespace
@@ -103,7 +103,7 @@ int CHttpDownload::get(const std::string& url, const std::string& target, const 
     result = deskhost::fetch(url, target);
     if (result.code != deskhost::DownloadCode::Done) deskhost::logFailure(url, target, result);
   } catch (const std::exception& error) {
-    deskhost::log(error.what());
+    desk::log(error.what());
   }
   return static_cast<int>(result.code);
 }

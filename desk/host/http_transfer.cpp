@@ -15,7 +15,7 @@ namespace {
 /// code here, and words are found for it later.
 struct Progress {
   CURL* handle = nullptr;
-  TemporaryFile* file = nullptr;
+  desk::TemporaryFile* file = nullptr;
   std::size_t headerBytes = 0;
   std::size_t bodyBytes = 0;
   DownloadCode fault = DownloadCode::Done;
@@ -165,7 +165,7 @@ bool isHttpAddress(const std::string& url) {
   return scheme == "http" || scheme == "https";
 }
 
-DownloadResult transfer(const std::string& url, TemporaryFile* file) {
+DownloadResult transfer(const std::string& url, desk::TemporaryFile* file) {
   static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
   const Handle handle(ready == CURLE_OK ? curl_easy_init() : nullptr, curl_easy_cleanup);
   Progress progress;

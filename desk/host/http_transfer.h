@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "desk/base/temporary_file.h"
 #include "desk/host/download_codes.h"
-#include "desk/host/temporary_file.h"
 
 namespace deskhost {
 
@@ -17,6 +17,6 @@ bool isHttpAddress(const std::string& url);
 /// of a document that nobody asked for (206) is no success, nor is an answer without a body (204,
 /// 205) where one is to be kept. `file` is left neither finished nor removed.
 /// Proxies are taken from the environment; certificates are checked; no cookies, no .netrc.
-DownloadResult transfer(const std::string& url, TemporaryFile* file);
+DownloadResult transfer(const std::string& url, desk::TemporaryFile* file);
 
 }  // namespace deskhost

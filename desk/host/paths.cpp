@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <sstream>
 
+#include "desk/base/utf8.h"
 #include "desk/host/settings.h"
-#include "desk/host/utf8.h"
 
 namespace deskhost {
 namespace {
@@ -22,7 +22,7 @@ bool startsWith(const std::string& text, const std::string& start) {
 const char* nameFault(const std::string& name) {
   if (name.empty()) return "the name is empty";
   if (name.find('\0') != std::string::npos) return "the name holds a zero byte";
-  if (!isUtf8(name)) return "the name is not UTF-8";
+  if (!desk::isUtf8(name)) return "the name is not UTF-8";
   if (name.front() != '/') return "the name is relative";
   if (name.size() >= PATH_MAX) return "the name is too long";
   return nullptr;

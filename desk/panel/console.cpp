@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <utility>
 
-#include "desk/errors.h"
-#include "desk/host/log.h"
+#include "desk/base/errors.h"
+#include "desk/base/log.h"
 
 namespace desk {
 
@@ -42,11 +42,11 @@ Console::Console(ConsoleSink sink)
   if (real_ < 0 || dup2(caught_, STDOUT_FILENO) < 0) {
     throw Error(kExitCannot, "cannot catch the scripts' output");
   }
-  deskhost::setLogSink([this](const std::string& text) { say(Speaker::Desk, text); });
+  setLogSink([this](const std::string& text) { say(Speaker::Desk, text); });
 }
 
 Console::~Console() {
-  deskhost::setLogSink({});
+  setLogSink({});
   std::fflush(stdout);
   dup2(real_, STDOUT_FILENO);
   close(real_);
@@ -114,10 +114,10 @@ void Console::endLine() {
   std::string_view text = shortened(whole);
   std::string shown;
   for (std::size_t tab; (tab = text.find('\t')) != std::string_view::npos;) {
-    shown += deskhost::visible(text.substr(0, tab)) + '\t';
+    shown += escapeControls(text.substr(0, tab)) + '\t';
     text.remove_prefix(tab + 1);
   }
-  sink_(lineSpeaker_, shown + deskhost::visible(text));
+  sink_(lineSpeaker_, shown + escapeControls(text));
 }
 
 }  // namespace desk

@@ -1,5 +1,5 @@
 // The panel as a picture in a file.
-#include "desk/errors.h"
+#include "desk/base/errors.h"
 #include "desk/host/tick_clock.h"
 #include "desk/panel/sessions.h"
 #include "desk/panel/svg_file.h"

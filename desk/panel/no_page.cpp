@@ -1,5 +1,5 @@
 // In place of the page where there is no HTTP library.
-#include "desk/errors.h"
+#include "desk/base/errors.h"
 #include "desk/panel/sessions.h"
 
 namespace desk {

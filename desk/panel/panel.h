@@ -56,7 +56,7 @@ class Panel {
   const PanelFacts facts_;
   Console& console_;
   const std::atomic<bool>& stop_;
-  const Plugin plugin_;
+  const script::Plugin plugin_;
   TablePart part_;
   FileWatch watch_;
   std::unique_ptr<PanelScript> script_;

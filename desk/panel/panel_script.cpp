@@ -51,9 +51,11 @@ int traceback(lua_State* L) {
 
 }  // namespace
 
-PanelScript::PanelScript(const Plugin& plugin, TablePart& part, Console& console,
+PanelScript::PanelScript(const script::Plugin& plugin, TablePart& part, Console& console,
                          const std::atomic<bool>& stop, const PanelFacts& facts)
-    : file_(facts.script), context_{part, console, stop}, engine_(plugin, ModuleErrors::Guarded) {
+    : file_(facts.script),
+      context_{part, console, stop},
+      engine_(plugin, script::ModuleErrors::Guarded) {
   lua_State* L = engine_.state();
   installPanelTable(L, context_, facts);
   adaptLibraries(L);

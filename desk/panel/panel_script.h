@@ -4,7 +4,7 @@
 #include <string>
 
 #include "desk/panel/panel_table.h"
-#include "desk/script_engine.h"
+#include "desk/script/script_engine.h"
 
 namespace desk {
 
@@ -15,7 +15,7 @@ enum class Turn { Up, Down };
 class PanelScript {
  public:
   /// All must outlive the script. Once `stop` is set, running code ends with an error.
-  PanelScript(const Plugin& plugin, TablePart& part, Console& console,
+  PanelScript(const script::Plugin& plugin, TablePart& part, Console& console,
               const std::atomic<bool>& stop, const PanelFacts& facts);
 
   /// Runs the script itself, which sets up table and handlers. @return whether it came to its end
@@ -44,7 +44,7 @@ class PanelScript {
 
   const std::string file_;
   ScriptContext context_;
-  ScriptEngine engine_;
+  script::ScriptEngine engine_;
 };
 
 }  // namespace desk

@@ -4,7 +4,7 @@
 #include <memory>
 #include <utility>
 
-#include "desk/errors.h"
+#include "desk/base/errors.h"
 #include "desk/panel/page_files.h"
 
 namespace desk {

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <thread>
 
-#include "desk/errors.h"
+#include "desk/base/errors.h"
 #include "desk/panel/panel_server.h"
 #include "desk/panel/process.h"
 #include "desk/panel/sessions.h"

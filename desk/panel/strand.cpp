@@ -3,7 +3,7 @@
 #include <exception>
 #include <utility>
 
-#include "desk/host/log.h"
+#include "desk/base/log.h"
 
 namespace desk {
 
@@ -51,7 +51,7 @@ void Strand::work() {
     try {
       task.valid() ? task() : idle_();
     } catch (const std::exception& error) {
-      deskhost::log(error.what());
+      log(error.what());
     }
     task = {};
     lock.lock();

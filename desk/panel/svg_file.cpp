@@ -8,7 +8,7 @@
 #include <fstream>
 #include <iostream>
 
-#include "desk/errors.h"
+#include "desk/base/errors.h"
 #include "desk/panel/process.h"
 
 namespace desk {

@@ -1,6 +1,6 @@
 #include "desk/panel/table_part.h"
 
-#include "desk/errors.h"
+#include "desk/base/errors.h"
 #include "part/table_part.h"  // for the place of nOrder only: nothing of the part is linked here
 
 namespace desk {
@@ -9,7 +9,7 @@ namespace {
 
 /// Sets a function pointer to the exported member of that name.
 template <class Function>
-void look(const Plugin& plugin, const char* name, Function*& member) {
+void look(const script::Plugin& plugin, const char* name, Function*& member) {
   member = plugin.find<Function>(name);
 }
 
@@ -17,7 +17,7 @@ void look(const Plugin& plugin, const char* name, Function*& member) {
 
 // --- names fixed by the plug-in ------------------------------------------------------------------
 
-TablePart::Members::Members(const Plugin& plugin) {
+TablePart::Members::Members(const script::Plugin& plugin) {
   look(plugin, "_ZN19CLuaParseModulePart5ResetEv", reset);
   look(plugin, "_ZN19CLuaParseModulePart7SetCellEttPKc", setCell);
   look(plugin,
@@ -38,7 +38,7 @@ TablePart::Members::Members(const Plugin& plugin) {
 
 // -------------------------------------------------------------------------------------------------
 
-TablePart::TablePart(const Plugin& plugin, tagRECT area) : members_(plugin) {
+TablePart::TablePart(const script::Plugin& plugin, tagRECT area) : members_(plugin) {
   plugin.find<int(tagPARTCALLBACKS*)>("Custom_SetFunPoint")(&callbacks_);
   part_ = callbacks_.create();
   tagPARTINFO info{area};

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "desk/plugin.h"
+#include "desk/script/plugin.h"
 #include "host/part_types.h"
 
 namespace desk {
@@ -25,7 +25,7 @@ class TablePart {
 
   /// Creates a part that lies on `area` of the panel. Throws Error when the plug-in lacks a
   /// callback or member, or refuses to make a part.
-  TablePart(const Plugin& plugin, tagRECT area);
+  TablePart(const script::Plugin& plugin, tagRECT area);
   ~TablePart();
   TablePart(const TablePart&) = delete;
   TablePart& operator=(const TablePart&) = delete;
@@ -60,7 +60,7 @@ class TablePart {
  private:
   /// The exported members, as functions that take the part first.
   struct Members {
-    explicit Members(const Plugin& plugin);
+    explicit Members(const script::Plugin& plugin);
     int (*reset)(void*);
     int (*setCell)(void*, unsigned short, unsigned short, const char*);
     void (*drawHead)(void*, const std::vector<std::string>&);

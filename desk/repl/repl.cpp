@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <optional>
 
+#include "desk/base/terminal.h"
 #include "desk/repl/chunk.h"
 #include "desk/repl/interrupt.h"
 #include "desk/repl/value_text.h"
-#include "desk/terminal.h"
 
 namespace desk::repl {
 
@@ -31,7 +31,7 @@ int writeValues(lua_State* L) {
 
 }  // namespace
 
-Repl::Repl(ScriptEngine& engine, LineSource& lines, Manner manner)
+Repl::Repl(script::ScriptEngine& engine, LineSource& lines, Manner manner)
     : engine_(engine), lines_(lines), manner_(manner) {}
 
 bool Repl::run() {

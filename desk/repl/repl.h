@@ -4,7 +4,7 @@
 #include <string>
 
 #include "desk/repl/line_source.h"
-#include "desk/script_engine.h"
+#include "desk/script/script_engine.h"
 
 namespace desk::repl {
 
@@ -16,7 +16,7 @@ class Repl {
   };
 
   /// Engine and lines must outlive it.
-  Repl(ScriptEngine& engine, LineSource& lines, Manner manner);
+  Repl(script::ScriptEngine& engine, LineSource& lines, Manner manner);
 
   /// Goes on until the lines end. Returns whether there was no error that ended it.
   bool run();
@@ -30,7 +30,7 @@ class Repl {
   bool show(int count);
   std::string prompt(const char* global, const char* otherwise) const;
 
-  ScriptEngine& engine_;
+  script::ScriptEngine& engine_;
   LineSource& lines_;
   const Manner manner_;
 };

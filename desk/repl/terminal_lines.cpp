@@ -10,10 +10,10 @@
 #include <cwchar>
 #include <filesystem>
 
-#include "desk/display_width.h"
-#include "desk/host/temporary_file.h"
+#include "desk/base/display_width.h"
+#include "desk/base/temporary_file.h"
+#include "desk/base/terminal.h"
 #include "desk/repl/interrupt.h"
-#include "desk/terminal.h"
 
 namespace desk::repl {
 
@@ -134,7 +134,7 @@ class TerminalLines::Editor {
 
   /// In one step: a full disk or a sudden end leaves the lines of before.
   void save() {
-    deskhost::TemporaryFile file;
+    TemporaryFile file;
     std::string ignored;
     if (file.create(file_, ignored) && writeTo(file.path())) file.commit(ignored);
   }

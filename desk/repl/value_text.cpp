@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "desk/display_width.h"
-#include "desk/host/utf8.h"
+#include "desk/base/display_width.h"
+#include "desk/base/utf8.h"
 #include "desk/repl/lua_words.h"
 
 namespace desk::repl {
@@ -17,7 +17,7 @@ namespace {
 std::string quoted(std::string_view text) {
   std::string out = "\"";
   for (std::size_t at = 0; at < text.size();) {
-    const std::size_t size = deskhost::utf8CharacterSize(text, at);
+    const std::size_t size = utf8CharacterSize(text, at);
     const char byte = text[at];
     if (byte == '"' || byte == '\\') {
       out += std::string("\\") + byte;

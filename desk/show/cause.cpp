@@ -4,8 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "desk/base/log.h"
 #include "desk/check/check_session.h"
-#include "desk/host/log.h"
 
 namespace desk::show {
 
@@ -36,8 +36,8 @@ std::string causeOf(const Raised& raised, const std::string& file) {
   const auto cause = std::find_if(findings.begin(), findings.end(),
                                   [&](const Finding& finding) { return finding.raises == raises; });
   return cause == findings.end() ? ""
-                                 : "; " + deskhost::visible(file) + ":" +
-                                       check::positionText(cause->place.at) + ": " + cause->message;
+                                 : "; " + escapeControls(file) + ":" +
+                                       job::positionText(cause->place.at) + ": " + cause->message;
 }
 
 }  // namespace desk::show

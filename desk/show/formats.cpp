@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "desk/base/display_width.h"
+#include "desk/base/json_output.h"
+#include "desk/base/log.h"
 #include "desk/check/reports.h"
-#include "desk/display_width.h"
-#include "desk/host/log.h"
-#include "desk/json_output.h"
 
 namespace desk::show {
 
@@ -29,13 +29,13 @@ std::string lineOf(const Cell& cell) {
 }
 
 std::string shown(const Cell& cell, bool where) {
-  return deskhost::visible(cell.text) + (where ? lineOf(cell) : "");
+  return escapeControls(cell.text) + (where ? lineOf(cell) : "");
 }
 
 /// The same in so many columns. What does not fit is cut from the value, not from its line.
 std::string shown(const Cell& cell, bool where, std::size_t columns) {
   const std::string line = where ? lineOf(cell) : "";
-  return fitted(deskhost::visible(cell.text), columns - std::min(line.size(), columns)) + line;
+  return fitted(escapeControls(cell.text), columns - std::min(line.size(), columns)) + line;
 }
 
 /// How the columns of a table are laid out.

@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "desk/base/terminal.h"
 #include "desk/show/table.h"
-#include "desk/terminal.h"
 
 namespace desk::show {
 

@@ -4,13 +4,13 @@
 #include <cstdlib>
 #include <set>
 
-#include "desk/number_text.h"
+#include "desk/base/number_text.h"
 #include "model/job_walks.h"
 
 namespace desk::show {
 
-using check::Element;
-using check::OriginId;
+using job::Element;
+using job::OriginId;
 
 namespace {
 
@@ -36,10 +36,10 @@ std::size_t cutField(std::string PIECE_T::*field) {
 
 }  // namespace
 
-OriginRows::OriginRows(const check::TracedJob& job, bool isXml)
+OriginRows::OriginRows(const job::TracedJob& job, bool isXml)
     : job_(job), isXml_(isXml), answersAll_(model::declaresVersion1(job.job)) {
   Element here;
-  for (const check::BarTrace& bar : job.bars) {
+  for (const job::BarTrace& bar : job.bars) {
     ++here.bar;
     here.piece = 0;
     for (std::size_t i = 0; i < bar.pieces.size(); ++i) {
@@ -69,7 +69,7 @@ std::vector<Row> OriginRows::works(const std::string& barCode) const {
     if (!barCode.empty() && pieceAt(at).BarCode != barCode) continue;
     for (const WORK_T& work : pieceAt(at).work) {
       ++at.work;
-      const check::Trace<WORK_T>& trace = workTraceOf(at);
+      const job::Trace<WORK_T>& trace = workTraceOf(at);
       Row& row = rows.emplace_back();
       if (barCode.empty()) row.push_back(piece(at, &PIECE_T::BarCode));
       row.push_back(cell(work.Name, trace[0], at));
@@ -137,11 +137,11 @@ const PIECE_CHILD_SECOND_T& OriginRows::pieceAt(const Element& at) const {
   return nth(barAt(at).piece, at.piece);
 }
 
-const check::PieceTrace& OriginRows::traceOf(const Element& at) const {
+const job::PieceTrace& OriginRows::traceOf(const Element& at) const {
   return nth(nth(job_.bars, at.bar).pieces, at.piece);
 }
 
-const check::Trace<WORK_T>& OriginRows::workTraceOf(const Element& at) const {
+const job::Trace<WORK_T>& OriginRows::workTraceOf(const Element& at) const {
   return nth(traceOf(at).works, at.work).keys;
 }
 
@@ -149,7 +149,7 @@ Cell OriginRows::cell(const std::string& text, OriginId id, const Element& here)
   // Scripts get a text up to its first zero byte.
   Cell made = plain(text.c_str());
   if (id == 0) return made;
-  const check::Origin& origin = job_.origins[id];
+  const job::Origin& origin = job_.origins[id];
   made.origin = {origin.place.at.line, origin.place.at.column, !(origin.element == here),
                  describe(origin.element)};
   return made;
@@ -161,13 +161,13 @@ Cell OriginRows::cell(double number, OriginId id, const Element& here) const {
 
 template <class Base>
 Cell OriginRows::bar(const Element& at, std::string Base::*field) const {
-  return cell(barAt(at).*field, nth(job_.bars, at.bar).keys[check::fieldOf<BAR_T>(field)],
+  return cell(barAt(at).*field, nth(job_.bars, at.bar).keys[job::fieldOf<BAR_T>(field)],
               {at.bar, 0, 0});
 }
 
 template <class Base>
 Cell OriginRows::piece(const Element& at, std::string Base::*field) const {
-  return cell(pieceAt(at).*field, traceOf(at).keys[check::fieldOf<PIECE_CHILD_SECOND_T>(field)],
+  return cell(pieceAt(at).*field, traceOf(at).keys[job::fieldOf<PIECE_CHILD_SECOND_T>(field)],
               {at.bar, at.piece, 0});
 }
 

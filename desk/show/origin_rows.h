@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "desk/check/traced_job.h"
+#include "desk/job/traced_job.h"
 #include "desk/show/table.h"
 
 namespace desk::show {
@@ -16,7 +16,7 @@ using Row = std::vector<Cell>;
 /// Walks over a job as the queries do, in the same order. The job must outlive it.
 class OriginRows {
  public:
-  OriginRows(const check::TracedJob& job, bool isXml);
+  OriginRows(const job::TracedJob& job, bool isXml);
 
   std::vector<Row> bars(const std::string& number) const;
   std::vector<Row> works(const std::string& barCode) const;
@@ -27,30 +27,30 @@ class OriginRows {
   std::vector<Row> dimensions(const std::string& barCode, std::size_t count) const;
 
  private:
-  const BAR_T& barAt(const check::Element& at) const;
-  const PIECE_CHILD_SECOND_T& pieceAt(const check::Element& at) const;
-  const check::PieceTrace& traceOf(const check::Element& at) const;
-  const check::Trace<WORK_T>& workTraceOf(const check::Element& at) const;
+  const BAR_T& barAt(const job::Element& at) const;
+  const PIECE_CHILD_SECOND_T& pieceAt(const job::Element& at) const;
+  const job::PieceTrace& traceOf(const job::Element& at) const;
+  const job::Trace<WORK_T>& workTraceOf(const job::Element& at) const;
 
-  Cell cell(const std::string& text, check::OriginId id, const check::Element& here) const;
-  Cell cell(double number, check::OriginId id, const check::Element& here) const;
+  Cell cell(const std::string& text, job::OriginId id, const job::Element& here) const;
+  Cell cell(double number, job::OriginId id, const job::Element& here) const;
   template <class Base>
-  Cell bar(const check::Element& at, std::string Base::*field) const;
+  Cell bar(const job::Element& at, std::string Base::*field) const;
   template <class Base>
-  Cell piece(const check::Element& at, std::string Base::*field) const;
-  Cell cut(const check::Element& at, std::string PIECE_T::*field) const;
+  Cell piece(const job::Element& at, std::string Base::*field) const;
+  Cell cut(const job::Element& at, std::string PIECE_T::*field) const;
 
   void appendDimensions(Row& row, const std::string& barCode) const;
   Cell height() const;         ///< as get_cut tells it
   Cell materialCount() const;  ///< the same, when all cuts are asked for
   Cell barCodeOf(const std::string& barNumber, const std::string& pieceNumber) const;
 
-  const check::TracedJob& job_;
+  const job::TracedJob& job_;
   bool isXml_;
-  bool answersAll_;                                ///< the version that the gated queries want
-  std::vector<check::Element> pieces_;             ///< in file order
-  std::map<std::string, check::Element> firstOf_;  ///< by barcode
-  std::map<std::pair<std::string, std::string>, check::Element> lastOf_;  ///< by both numbers
+  bool answersAll_;                              ///< the version that the gated queries want
+  std::vector<job::Element> pieces_;             ///< in file order
+  std::map<std::string, job::Element> firstOf_;  ///< by barcode
+  std::map<std::pair<std::string, std::string>, job::Element> lastOf_;  ///< by both numbers
 };
 
 }  // namespace desk::show

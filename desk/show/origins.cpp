@@ -29,7 +29,7 @@ std::vector<Row> rowsFor(const Question& question, const OriginRows& job, std::s
 
 }  // namespace
 
-void addOrigins(Table& table, const Question& question, const check::TracedJob& job, bool isXml) {
+void addOrigins(Table& table, const Question& question, const job::TracedJob& job, bool isXml) {
   const std::vector<Row> rows = rowsFor(question, OriginRows(job, isXml), table.rows.size());
   const auto disagrees = [](const Cell& a, const Cell& b) { return a.text != b.text; };
   bool agree = rows.size() == table.rows.size();

@@ -1,7 +1,7 @@
 // Where the values of a script's rows come from.
 #pragma once
 
-#include "desk/check/traced_job.h"
+#include "desk/job/traced_job.h"
 #include "desk/show/table.h"
 
 namespace desk::show {
@@ -9,6 +9,6 @@ namespace desk::show {
 /// Sets the origins of the cells of an answer.
 /// @param job what the reader holds that answered, read from the same file
 /// Throws std::logic_error when a cell holds another value than the job says.
-void addOrigins(Table& table, const Question& question, const check::TracedJob& job, bool isXml);
+void addOrigins(Table& table, const Question& question, const job::TracedJob& job, bool isXml);
 
 }  // namespace desk::show

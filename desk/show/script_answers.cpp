@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
-#include "desk/errors.h"
-#include "desk/number_text.h"
+#include "desk/base/errors.h"
+#include "desk/base/number_text.h"
 #include "module/script_rows.h"
 
 namespace desk::show {
@@ -113,7 +113,7 @@ Table bars(lua_State* L, const std::string& bar) {
 
 }  // namespace
 
-void loadJob(ScriptEngine& engine, const std::string& name) {
+void loadJob(script::ScriptEngine& engine, const std::string& name) {
   lua_State* L = engine.state();
   call(L, "getjson_Flash", &name);
   lua_getfield(L, -1, "errorCode");
@@ -124,7 +124,7 @@ void loadJob(ScriptEngine& engine, const std::string& name) {
                                std::to_string(code) + ")");
 }
 
-Table ask(ScriptEngine& engine, const Question& question) {
+Table ask(script::ScriptEngine& engine, const Question& question) {
   lua_State* L = engine.state();
   switch (question.subject) {
     case Subject::Bars:

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "desk/errors.h"
-#include "desk/script_engine.h"
+#include "desk/base/errors.h"
+#include "desk/script/script_engine.h"
 #include "desk/show/table.h"
 
 namespace desk::show {
@@ -24,11 +24,11 @@ class Raised : public Error {
 
 /// Loads a job with getjson_Flash. Throws Raised, or Error with the script's message when that
 /// fails.
-void loadJob(ScriptEngine& engine, const std::string& name);
+void loadJob(script::ScriptEngine& engine, const std::string& name);
 
 /// The rows that a script gets for the job loaded last. No command lists the bars: theirs are put
 /// together from cuts and labels, so a bar without pieces is not among them, as for a script.
 /// Throws Raised.
-Table ask(ScriptEngine& engine, const Question& question);
+Table ask(script::ScriptEngine& engine, const Question& question);
 
 }  // namespace desk::show

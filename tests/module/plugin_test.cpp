@@ -1,10 +1,10 @@
 // The plug-in as a host loads it.
-#include "desk/plugin.h"
+#include "desk/script/plugin.h"
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include "desk/script_engine.h"
+#include "desk/script/script_engine.h"
 #include "host/part_types.h"
 
 // A host may use names that the plug-in has too; `main` it has in any case. Both must go on with
@@ -32,8 +32,8 @@ bool isLoaded() {
 TEST(Plugin, IsUnloadedForGoodWhenItsLastUserIsGone) {
   for (int round = 0; round < 3; ++round) {
     {
-      const desk::Plugin plugin(CUS_PLUGIN);
-      const desk::ScriptEngine engine(plugin, desk::ModuleErrors::Guarded);
+      const desk::script::Plugin plugin(CUS_PLUGIN);
+      const desk::script::ScriptEngine engine(plugin, desk::script::ModuleErrors::Guarded);
       EXPECT_TRUE(isLoaded());
     }
     EXPECT_FALSE(isLoaded());
@@ -41,8 +41,8 @@ TEST(Plugin, IsUnloadedForGoodWhenItsLastUserIsGone) {
 }
 
 TEST(Plugin, KeepsToItsOwnNamesBesideAHostOfTheSameNames) {
-  const desk::Plugin plugin(CUS_PLUGIN);
-  const desk::ScriptEngine engine(plugin, desk::ModuleErrors::Guarded);
+  const desk::script::Plugin plugin(CUS_PLUGIN);
+  const desk::script::ScriptEngine engine(plugin, desk::script::ModuleErrors::Guarded);
   const int* fileType = plugin.find<int>("nFileType");
   EXPECT_EQ(*fileType, 0);
   EXPECT_EQ(luaL_dostring(engine.state(), "cus_ParseModule.getjson_Flash('none.xml')"), LUA_OK);

@@ -101,7 +101,7 @@ TEST_F(FileFaults, ADownloadThatRunsOutOfMemoryLeavesTheOldFile) {
   const std::string small = "{\"Version\": \"1.0\"}", target = kTarget, none;
   const FaultServer source(small);
   const std::string url = source.url("ok");
-  deskhost::setLogSink([](const std::string&) {});
+  desk::setLogSink([](const std::string&) {});
   get(url);  // the first one sets up the library
   int faults = 0;
   for (const bool all : {false, true}) {

@@ -32,7 +32,7 @@ class HeapFaults : public HostTest {
   HeapFaults() {
     tree.write("root/mnt/data/a.json", made_jobs::json({}));
     tree.write("root/mnt/data/a.xml", made_jobs::xml({}));
-    deskhost::setLogSink([](const std::string&) {});
+    desk::setLogSink([](const std::string&) {});
     testing::internal::CaptureStdout();
   }
   ~HeapFaults() override {

@@ -67,7 +67,7 @@ class LuaMemory : public HostTest {
     tree.write("usb/json/a.json", made_jobs::json({}));
     tree.write(flash + "XmlFile/a.xml", made_jobs::xml({}));
     ::setenv("CUS_CUTCURINDEX_FILE", tree.path("progress.txt").c_str(), 1);
-    deskhost::setLogSink([](const std::string&) {});
+    desk::setLogSink([](const std::string&) {});
     testing::internal::CaptureStdout();
     L = lua_newstate(allocate, &budget);
     luaL_openlibs(L);

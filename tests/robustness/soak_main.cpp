@@ -11,10 +11,10 @@
 #include <fstream>
 #include <string>
 
-#include "desk/host/log.h"
+#include "desk/base/log.h"
 #include "desk/host/settings.h"
-#include "desk/plugin.h"
-#include "desk/script_engine.h"
+#include "desk/script/plugin.h"
+#include "desk/script/script_engine.h"
 #include "host/part_types.h"
 #include "tests/support/counting_heap.h"
 #include "tests/support/made_jobs.h"
@@ -63,7 +63,7 @@ void writeJobs(const TempTree& tree) {
 }
 
 /// A part's life, from its creation to its end.
-void usePart(const desk::Plugin& plugin) {
+void usePart(const desk::script::Plugin& plugin) {
   tagPARTCALLBACKS part;
   plugin.find<int(tagPARTCALLBACKS*)>("Custom_SetFunPoint")(&part);
   void* const handle = part.create();
@@ -77,7 +77,7 @@ void usePart(const desk::Plugin& plugin) {
 }
 
 /// Loads every job once and asks everything. Returns how many loaded.
-int round(const desk::Plugin& plugin, lua_State* L) {
+int round(const desk::script::Plugin& plugin, lua_State* L) {
   int loaded = 0;
   for (int job = 0; job < kJobs; ++job) {
     lua_pushvalue(L, 1);
@@ -110,8 +110,8 @@ bool report(const char* what, int cycles, const Level& before) {
 }
 
 bool soakJobs(const char* path, int cycles) {
-  const desk::Plugin plugin(path);
-  const desk::ScriptEngine engine(plugin, desk::ModuleErrors::Guarded);
+  const desk::script::Plugin plugin(path);
+  const desk::script::ScriptEngine engine(plugin, desk::script::ModuleErrors::Guarded);
   lua_State* L = engine.state();
   if (luaL_dostring(L, kRound) != LUA_OK) return false;
   const int loaded = round(plugin, L);
@@ -123,9 +123,9 @@ bool soakJobs(const char* path, int cycles) {
 }
 
 void loadOnce(const char* path) {
-  const desk::Plugin plugin(path);
-  const desk::ScriptEngine first(plugin, desk::ModuleErrors::Guarded);
-  const desk::ScriptEngine second(plugin, desk::ModuleErrors::Raw);
+  const desk::script::Plugin plugin(path);
+  const desk::script::ScriptEngine first(plugin, desk::script::ModuleErrors::Guarded);
+  const desk::script::ScriptEngine second(plugin, desk::script::ModuleErrors::Raw);
   luaL_dostring(first.state(), "cus_ParseModule.getjson_Flash('job0.json')");
   luaL_dostring(second.state(), "cus_ParseModule.get_cut('')");
   usePart(plugin);
@@ -145,7 +145,7 @@ int main(int argc, char** argv) {
   const TempTree tree;
   writeJobs(tree);
   deskhost::settings().root = tree.path();
-  deskhost::setLogSink([](const std::string&) {});
+  desk::setLogSink([](const std::string&) {});
   if (std::freopen("/dev/null", "w", stdout) == nullptr) return 2;
   const bool jobs = soakJobs(argv[1], std::atoi(argv[2]));
   const bool loads = soakLoads(argv[1], std::atoi(argv[3]));

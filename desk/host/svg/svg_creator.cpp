@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "desk/host/svg/xml_text.h"
+#include "desk/base/xml_text.h"
 #include "host/utility.h"
 
 namespace UTILITY {
@@ -81,7 +81,7 @@ void CSVGCreator::text(const tagPOINT& at, const std::string& text, int fontSize
   printer.PushAttribute("font-size", fontSize);
   if (bold) printer.PushAttribute("font-weight", "bold");
   printer.PushAttribute("fill", fill);
-  printer.PushText(deskhost::xmlText(text).c_str());
+  printer.PushText(desk::xmlText(text).c_str());
   printer.CloseElement();
 }
 

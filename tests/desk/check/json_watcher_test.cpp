@@ -147,7 +147,7 @@ class Comparison {
   }
 
   SourceText source_;
-  JsonText text_;
+  JsonPositions text_;
   const JsonAnalysis& before_;
   Json::Value root_;
   int code_ = 0;

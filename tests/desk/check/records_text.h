@@ -61,7 +61,7 @@ using Carried = std::set<std::string>;
 
 template <class Keys, class Record>
 void addCarried(const Keys& keys, const Record& read, const Record& alone,
-                const desk::check::Element& element, Carried& carried) {
+                const desk::job::Element& element, Carried& carried) {
   for (const auto& key : keys) {
     const std::string value = desk::check::textOf(read, key);
     if (value == desk::check::textOf(alone, key)) continue;

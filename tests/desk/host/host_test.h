@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "desk/host/log.h"
+#include "desk/base/log.h"
 #include "desk/host/settings.h"
 #include "tests/support/temp_tree.h"
 
@@ -18,10 +18,10 @@ class HostTest : public testing::Test {
     deskhost::settings() = {};
     deskhost::settings().root = tree.path("root");
     deskhost::settings().usb = tree.path("usb");
-    deskhost::setLogSink([this](const std::string& line) { lines.push_back(line); });
+    desk::setLogSink([this](const std::string& line) { lines.push_back(line); });
   }
   ~HostTest() override {
-    deskhost::setLogSink({});
+    desk::setLogSink({});
     deskhost::settings() = {};
   }
 

@@ -16,17 +16,17 @@ TEST_F(HostTest, LogsOneVisibleLineWhateverANameHolds) {
        "\\xc0\\xaf \\xed\\xa0\\x80 \\xf4\\x90\\x80\\x80 \\xe5\\x88"},
   };
   for (const auto& row : rows) {
-    deskhost::log(row.text);
+    desk::log(row.text);
     EXPECT_EQ(takeLog(), row.line + "\n");
   }
 }
 
 TEST(Log, GoesToStandardErrorUnlessASinkTakesIt) {
   testing::internal::CaptureStderr();
-  deskhost::log("one");
-  deskhost::setLogSink([](const std::string&) { throw 1; });
-  deskhost::log("lost");
-  deskhost::setLogSink({});
+  desk::log("one");
+  desk::setLogSink([](const std::string&) { throw 1; });
+  desk::log("lost");
+  desk::setLogSink({});
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "cusdesk: one\n");
 }
 

@@ -4,11 +4,11 @@
 
 #include <fstream>
 
+#include "desk/base/errors.h"
+#include "desk/base/stdout_redirect.h"
 #include "desk/check/check_session.h"
-#include "desk/errors.h"
 #include "desk/host/settings.h"
-#include "desk/job_file.h"
-#include "desk/output_detour.h"
+#include "desk/job/job_file.h"
 #include "desk/show/origins.h"
 #include "desk/show/script_answers.h"
 #include "tests/desk/check/json_jobs.h"
@@ -41,7 +41,8 @@ constexpr char kDump[] = R"(
   return text)";
 
 /// The script's own tables, or what the command raises.
-std::string scriptsTables(ScriptEngine& engine, const char* command, const std::string& argument) {
+std::string scriptsTables(script::ScriptEngine& engine, const char* command,
+                          const std::string& argument) {
   lua_State* L = engine.state();
   lua_settop(L, 0);
   EXPECT_EQ(luaL_loadstring(L, kDump), LUA_OK);
@@ -87,7 +88,7 @@ class ShowTest : public testing::Test {
     check::CheckSession session(check::CheckSession::Readers::Fresh);
     session.check(name, text);
     const bool isXml = check::isXmlName(name);
-    const check::TracedJob& job = isXml ? session.xml() : session.json();
+    const job::TracedJob& job = isXml ? session.xml() : session.json();
 
     const bool isEmpty = job.bars.empty() || job.bars[0].pieces.empty();
     const std::string bar = isEmpty ? "1" : job.job.Bar[0].BarNumber;
@@ -110,9 +111,9 @@ class ShowTest : public testing::Test {
     std::pair<int, int> compared{0, 0};
     for (const auto& row : kRows) {
       // What was asked before shows in some answers, so each gets a plug-in of its own.
-      const OutputDetour detour(OutputDetour::To::Nowhere);
-      const Plugin plugin(CUS_PLUGIN);
-      ScriptEngine engine(plugin, ModuleErrors::Guarded);
+      const StdoutRedirect detour(StdoutRedirect::To::Nowhere);
+      const script::Plugin plugin(CUS_PLUGIN);
+      script::ScriptEngine engine(plugin, script::ModuleErrors::Guarded);
       if (!loads(engine, name)) return {0, 0};
       try {
         Table table = ask(engine, row.question);
@@ -131,16 +132,16 @@ class ShowTest : public testing::Test {
     return compared;
   }
 
-  bool loads(ScriptEngine& engine, const std::string& name) {
+  bool loads(script::ScriptEngine& engine, const std::string& name) {
     try {
-      loadJob(engine, presentJob(tree.path(name)).name);
+      loadJob(engine, job::presentJob(tree.path(name)).name);
       return true;
     } catch (const Error&) {
       return false;
     }
   }
 
-  static int compareOrigins(const Table& table, const check::SourceText& source) {
+  static int compareOrigins(const Table& table, const job::SourceText& source) {
     int seen = 0;
     for (const std::vector<Cell>& row : table.rows) {
       for (std::size_t i = 0; i < row.size(); ++i) {

@@ -1,0 +1,160 @@
+#include <algorithm>
+#include <sstream>
+
+#include "desk/commands/command_pages.h"
+#include "desk/commands/commands.h"
+
+namespace desk::commands {
+
+namespace {
+
+// What can stand in a place: words with blanks between, or one of these.
+constexpr char kFiles[] = "@file";
+constexpr char kFolders[] = "@dir";
+constexpr char kAnything[] = "@any";
+
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
+
+/// What the argument of an option can be, from its name in the help.
+std::string argumentOf(const Option& option) {
+  if (!option.values.empty()) return joined(option.values);
+  const std::string name = option.argument;
+  if (name.find("DIR") != std::string::npos) return kFolders;
+  for (const char* part : {"FILE", "PATH", "OUT"}) {
+    if (name.find(part) != std::string::npos) return kFiles;
+  }
+  return kAnything;
+}
+
+/// The words that a branch stands for: a command and what comes behind it.
+std::string pattern(const std::string& command, const std::string& behind) {
+  std::string text = "'";
+  text += command;
+  return text + " " + behind + "'";
+}
+
+/// One branch of a case.
+std::string branch(const std::string& words, const std::string& answer) {
+  return "    " + words + ") echo '" + answer + "' ;;\n";
+}
+
+std::vector<std::string> spellings(const Option& option) {
+  std::vector<std::string> words{std::string("--") + option.name};
+  if (option.letter != '\0') words.push_back(std::string{'-', option.letter});
+  return words;
+}
+
+std::string optionNames(const std::vector<Option>& options) {
+  std::vector<std::string> words;
+  words.reserve(options.size());
+  for (const Option& option : options) words.push_back(spellings(option).front());
+  return joined(words);
+}
+
+std::string argumentBranches(const std::string& command, const std::vector<Option>& options) {
+  std::string text;
+  for (const Option& option : options) {
+    if (option.argument == nullptr) continue;
+    for (const std::string& word : spellings(option)) {
+      text += branch(pattern(command, word), argumentOf(option));
+    }
+  }
+  return text;
+}
+
+/// Whether `c` says that an operand may be left out or repeated.
+bool isMark(char c) {
+  return c == '[' || c == ']' || c == '.';
+}
+
+/// The branches for a command's operands as the help shows them: "FILE bars|works", "FILE...".
+std::string operandBranches(const Command& command) {
+  std::string text;
+  std::istringstream operands(command.operands);
+  std::string word;
+  for (int place = 1; operands >> word; ++place) {
+    const bool repeats = word.find("...") != std::string::npos;
+    const bool isChoice = word.find('|') != std::string::npos;
+    word.erase(std::remove_if(word.begin(), word.end(), isMark), word.end());
+    std::replace(word.begin(), word.end(), '|', ' ');
+    const std::string words =
+        repeats ? pattern(command.name, "") + "*" : pattern(command.name, std::to_string(place));
+    text += branch(words, isChoice ? word : kFiles);
+  }
+  return text;
+}
+
+std::string function(const char* name, const char* comment, const std::string& branches) {
+  return std::string(name) + "() {  # " + comment + "\n  case \"$1 $2\" in\n" + branches +
+         "  esac\n}\n\n";
+}
+
+constexpr char kCompletion[] = R"sh(_cusdesk() {
+  local word=${COMP_WORDS[COMP_CWORD]} command='' operands=0 waiting='' seen kind i
+  # What stands in front: the command, its operands, an option that still wants its argument.
+  # "--option=argument" comes as three words.
+  for ((i = 1; i < COMP_CWORD; i++)); do
+    seen=${COMP_WORDS[i]}
+    if [[ $seen == = ]]; then
+      continue
+    elif [[ -n $waiting ]]; then
+      waiting=''
+    elif [[ $seen == -* ]]; then
+      [[ -n $(_cusdesk_argument "$command" "$seen") ]] && waiting=$seen
+    elif [[ -z $command ]]; then
+      command=$seen
+    else
+      operands=$((operands + 1))
+    fi
+  done
+  [[ $word == = ]] && word=''
+
+  if [[ -n $waiting ]]; then
+    kind=$(_cusdesk_argument "$command" "$waiting")
+  elif [[ $word == -* ]]; then
+    kind=$(_cusdesk_options "$command" "$operands")
+  else
+    kind=$(_cusdesk_operand "$command" "$((operands + 1))")
+  fi
+  case $kind in
+    @file) mapfile -t COMPREPLY < <(compgen -f -- "$word") ;;
+    @dir) mapfile -t COMPREPLY < <(compgen -d -- "$word") ;;
+    @any | '') COMPREPLY=() ;;
+    *) mapfile -t COMPREPLY < <(compgen -W "$kind" -- "$word") ;;
+  esac
+  if [[ $kind == @* ]]; then compopt -o filenames 2>/dev/null || :; fi
+}
+
+complete -F _cusdesk cusdesk
+)sh";
+
+}  // namespace
+
+std::string bashCompletion() {
+  std::string options = branch("' '*", optionNames(globalOptions()));
+  std::string arguments = argumentBranches("", globalOptions());
+  std::string operands;
+  std::vector<std::string> names;
+  for (const Command& command : allCommands()) {
+    const std::string name = command.name;
+    names.push_back(name);
+    options += branch(command.takesOptionsAnywhere ? pattern(name, "") + "*" : pattern(name, "0"),
+                      optionNames(command.options));
+    arguments += argumentBranches(name, command.options);
+    operands += operandBranches(command);
+  }
+  operands = branch("'help 1'", joined(names)) + operands;
+  names.emplace_back("help");
+  operands = branch("' 1'", joined(names)) + operands;
+  return "# bash completion for cusdesk, made by 'cusdesk export completion'\n\n" +
+         function("_cusdesk_options", "COMMAND, how many operands so far: the options", options) +
+         function("_cusdesk_argument", "COMMAND OPTION: what its argument can be", arguments) +
+         function("_cusdesk_operand", "COMMAND NUMBER: what that operand can be", operands) +
+         kCompletion;
+}
+
+}  // namespace desk::commands

@@ -1,0 +1,61 @@
+#include "desk/commands/commands.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "desk/base/errors.h"
+#include "desk/base/locations.h"
+#include "desk/host/settings.h"
+
+namespace desk::commands {
+
+const std::vector<Option>& globalOptions() {
+  static const std::vector<Option> kOptions = {
+      {"plugin", "PATH", "the plug-in to load (default: the one beside cusdesk)"},
+      {"root", "DIR", "stands for the controller's file system (default: the shipped examples)"},
+      {"usb", "DIR", "stands for the USB disk (default: mnt/usb below the root)"},
+      {"help", nullptr, "show this help, or that of a command", 'h'},
+      {"version", nullptr, "show the version"},
+  };
+  return kOptions;
+}
+
+const std::vector<Command>& allCommands() {
+  static const std::vector<Command> kCommands = {runCommand(),    replCommand(),  checkCommand(),
+                                                 showCommand(),   drawCommand(),  panelCommand(),
+                                                 doctorCommand(), exportCommand()};
+  return kCommands;
+}
+
+namespace {
+
+/// The directory that stands for the controller's file system. An empty or missing one would leave
+/// the PC's own.
+std::string rootDirectory(const Arguments& global) {
+  if (!global.has("root")) return shippedExamples();
+  std::string root = global.value("root");
+  if (root.empty()) throw Error(kExitUsage, "option '--root' needs a directory");
+  std::error_code reason;
+  if (!std::filesystem::is_directory(root, reason)) {
+    throw Error(kExitCannot,
+                "the root " + root + " is no directory" + (reason ? ": " + reason.message() : ""));
+  }
+  return root;
+}
+
+}  // namespace
+
+std::string applyGlobalOptions(const Arguments& global) {
+  deskhost::Settings& settings = deskhost::settings();
+  settings.root = rootDirectory(global);
+  settings.usb = global.value("usb", settings.root + "/mnt/usb");
+  // The progress file goes below the root too, unless the environment says otherwise.
+  constexpr char kProgressVariable[] = "CUS_CUTCURINDEX_FILE";
+  const char* chosen = std::getenv(kProgressVariable);
+  if (chosen == nullptr || *chosen == '\0') {
+    setenv(kProgressVariable, (settings.root + CUS_CUTCURINDEX_DEFAULT).c_str(), 1);
+  }
+  return global.has("plugin") ? global.value("plugin") : shippedPlugin();
+}
+
+}  // namespace desk::commands

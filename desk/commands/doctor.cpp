@@ -1,0 +1,70 @@
+// cusdesk doctor: says whether a plug-in will load on a controller, and why not.
+#include <cstdio>
+#include <optional>
+
+#include "desk/base/errors.h"
+#include "desk/base/log.h"
+#include "desk/commands/commands.h"
+#include "desk/doctor/examination.h"
+
+namespace desk::commands {
+
+namespace {
+
+void print(const Remark& remark) {
+  std::printf("  %-8s %-13s %s\n", remark.problem ? "PROBLEM" : "ok", remark.subject.c_str(),
+              escapeControls(remark.text).c_str());
+}
+
+int run(const Invocation& invocation) {
+  const std::vector<std::string>& operands = invocation.command.operands;
+  if (operands.size() != 1) throw Error(kExitUsage, "doctor: which plug-in? Name one file");
+  const std::string against = invocation.command.value("against");
+  const std::string panel = invocation.command.value("host");
+  std::optional<Target> target;
+  std::optional<Target> host;
+  if (!against.empty()) target.emplace(against);
+  if (!panel.empty()) host.emplace(panel, against);
+  std::vector<std::string> texts = contract().commands;
+  texts.push_back(contract().module);
+  const ElfFile plugin = readElf(operands.front(), texts);
+
+  std::printf("%s\n", escapeControls(plugin.path).c_str());
+  int problems = 0;
+  for (const Remark& remark :
+       examine(plugin, target ? &*target : nullptr, host ? &*host : nullptr)) {
+    print(remark);
+    problems += remark.problem ? 1 : 0;
+  }
+  if (problems == 0) {
+    std::puts(target ? "It will load on this target."
+              : host ? "With this host it will load on every known controller."
+                     : "It will load on every known controller.");
+    return kExitFine;
+  }
+  std::printf("%d problem%s.\n", problems, problems == 1 ? "" : "s");
+  return kExitFindings;
+}
+
+}  // namespace
+
+Command doctorCommand() {
+  return {
+      "doctor",
+      "PLUGIN",
+      "say whether a plug-in will load on a controller, and why not",
+      "  cusdesk doctor libCustom_LuaParseModule.so              against the oldest controllers\n"
+      "  cusdesk doctor --against sysroot libCustom_LuaParseModule.so   against a target's "
+      "libraries\n"
+      "  cusdesk doctor --against sysroot --host sysroot/usr/bin/panel "
+      "libCustom_LuaParseModule.so\n",
+      {
+          {"against", "PATHS", "the target's root, library folders or libraries, with : between"},
+          {"host", "PATHS", "the panel runtime's program and its libraries, with : between"},
+          {"help", nullptr, "show this help", 'h'},
+      },
+      run,
+  };
+}
+
+}  // namespace desk::commands

@@ -1,0 +1,154 @@
+// cusdesk draw: the bars of a job with their pieces, as a picture.
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+
+#include "desk/base/errors.h"
+#include "desk/base/log.h"
+#include "desk/base/stdout_redirect.h"
+#include "desk/check/check_session.h"
+#include "desk/commands/commands.h"
+#include "desk/draw/job_picture.h"
+#include "desk/draw/summary.h"
+#include "desk/job/job_file.h"
+#include "desk/panel/svg_file.h"
+#include "desk/show/formats.h"
+#include "json/json_analysis.h"
+#include "xml/xml_analysis.h"
+
+namespace desk::commands {
+
+namespace {
+
+/// Where a picture goes: the name's ending says in which form.
+struct Target {
+  std::string file;
+  bool isPng = false;
+};
+
+Target targetOf(const Arguments& arguments) {
+  if (arguments.operands.size() != 1) {
+    throw Error(kExitUsage, "draw: which file? See 'cusdesk draw --help'");
+  }
+  Target target;
+  target.file = arguments.value("output");
+  const std::string ending = std::filesystem::path(target.file).extension().string();
+  target.isPng = ending == ".png";
+  if (!target.isPng && ending != ".svg" && target.file != "-") {
+    throw Error(kExitUsage,
+                "draw: say where to draw, with '-o FILE.svg', '-o FILE.png' or '-o -' for SVG on "
+                "standard output");
+  }
+  return target;
+}
+
+/// What the machine's own reader makes of the file.
+DATA_T readJob(const std::string& file) {
+  const std::string path = job::presentJob(file).controllerPath;
+  int code = 0;
+  DATA_T job;
+  try {
+    if (check::isXmlName(path)) {
+      XmlAnalysis reader;
+      code = reader.xmlAnalysis(path);
+      job = std::move(reader.data);
+    } else {
+      JsonAnalysis reader;
+      code = reader.jsonAnalysis(path);
+      job = std::move(reader.data);
+    }
+  } catch (const std::logic_error& error) {
+    throw Error(kExitCannot,
+                "cannot load " + file + ": " + error.what() + "; cusdesk check tells where");
+  }
+  if (code == 0) return job;
+  throw Error(kExitCannot, "cannot load " + file + ": errorCode " + std::to_string(code) +
+                               "; cusdesk check tells why");
+}
+
+std::vector<draw::BarPlace> layOutBars(const DATA_T& job, const Arguments& arguments) {
+  std::vector<draw::BarPlace> bars;
+  const std::string wanted = arguments.value("bar");
+  for (const BAR_T& bar : job.Bar) {
+    if (!arguments.has("bar") || bar.BarNumber == wanted) bars.push_back(draw::layOut(bar));
+  }
+  if (arguments.has("bar") && bars.empty()) {
+    throw Error(kExitCannot, "draw: the job has no bar " + wanted);
+  }
+  return bars;
+}
+
+/// As fine as a good screen, as far as the converter draws so many lines.
+int dotsPerInch(double height) {
+  constexpr double kMostLines = 32767.0;
+  constexpr double kInch = 25.4;
+  constexpr double kFinest = 192.0;
+  constexpr double kCoarsest = 72.0;
+  const double dots = std::min(kFinest, kMostLines * kInch / height);
+  if (dots >= kCoarsest) return static_cast<int>(dots);
+  throw Error(kExitCannot, "draw: too many bars for a PNG; draw an SVG, or some bars with --bar");
+}
+
+void write(const draw::JobPicture& picture, const Target& target) {
+  if (target.isPng) return writePng(picture.svg, target.file, dotsPerInch(picture.height));
+  writeSvg(picture.svg, target.file);
+}
+
+void printSummary(const std::vector<draw::BarPlace>& bars) {
+  std::fputs(tableText(draw::summaryTable(bars), false, terminalOf(stdout)).c_str(), stdout);
+  std::fputs("\n", stdout);
+  for (const draw::BarPlace& bar : bars) {
+    for (const std::string& remark : draw::remarkTexts(bar)) {
+      const std::string line = "bar " + bar.bar->BarNumber + ": " + remark;
+      std::printf("%s\n", escapeControls(line).c_str());
+    }
+  }
+  std::printf("%s\n", draw::totalText(bars).c_str());
+}
+
+DATA_T readQuietly(const Arguments& arguments) {
+  const StdoutRedirect detour(arguments.has("verbose") ? StdoutRedirect::To::StandardError
+                                                       : StdoutRedirect::To::Nowhere);
+  return readJob(arguments.operands.front());
+}
+
+int run(const Invocation& invocation) {
+  const Arguments& arguments = invocation.command;
+  const Target target = targetOf(arguments);
+  const std::string& file = arguments.operands.front();
+  std::optional<Progress> progress(std::in_place);
+  progress->show("drawing " + file);
+  applyGlobalOptions(invocation.global);
+  const DATA_T job = readQuietly(arguments);
+  const std::vector<draw::BarPlace> bars = layOutBars(job, arguments);
+  const std::string source = std::filesystem::path(file).filename().string();
+  write(draw::drawJob({job.Name, source, job.Unit}, bars), target);
+  progress.reset();
+  if (target.file != "-" && !arguments.has("quiet")) printSummary(bars);
+  return kExitFine;
+}
+
+}  // namespace
+
+Command drawCommand() {
+  return {
+      "draw",
+      "FILE",
+      "draw the bars of a job file with their pieces, cuts and works",
+      "  cusdesk draw job.json -o job.svg          for a browser, which prints it on A4\n"
+      "  cusdesk draw job.xml -o bar7.png --bar 7  one bar, as a picture for a message\n",
+      {
+          {"output", "FILE", "where to draw: a .svg or .png file; '-' is SVG on standard output",
+           'o'},
+          {"bar", "NUMBER", "only the bars with this number"},
+          {"quiet", nullptr, "no summary on standard output", 'q'},
+          {"verbose", nullptr, "let the reader's lines go to standard error", 'v'},
+          {"help", nullptr, "show this help", 'h'},
+      },
+      run,
+      true,
+  };
+}
+
+}  // namespace desk::commands

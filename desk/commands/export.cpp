@@ -1,0 +1,81 @@
+// cusdesk export: what editors, shells and readers of manuals want to know of jobs and scripts.
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+#include "desk/base/enum_option.h"
+#include "desk/base/errors.h"
+#include "desk/commands/command_pages.h"
+#include "desk/commands/commands.h"
+#include "desk/editor/editor_files.h"
+
+namespace desk::commands {
+
+namespace {
+
+struct Document {
+  const char* name;
+  const char* file;  ///< its name among the editor files; null: it is for somebody else
+  std::string (*make)();
+};
+constexpr Document kDocuments[] = {
+    {"schema", "cutting-job.schema.json", editor::jsonSchema},
+    {"xsd", "cutting-job.xsd", editor::xmlSchema},
+    {"stub", "cus_ParseModule.lua", editor::luaStub},
+    {"luacheckrc", "cus_ParseModule.luacheckrc", editor::luacheckConfig},
+    {"completion", nullptr, bashCompletion},
+    {"man", nullptr, manPage},
+};
+
+void writeFile(const std::string& path, const std::string& text) {
+  std::ofstream file(path, std::ios::binary);
+  file << text;
+  file.close();
+  if (!file) throw Error(kExitCannot, "cannot write " + path);
+}
+
+int writeEditorFiles(const std::string& folder) {
+  std::error_code ignored;  // writing tells
+  std::filesystem::create_directories(folder, ignored);
+  for (const Document& document : kDocuments) {
+    if (document.file == nullptr) continue;
+    const std::string path = folder + "/" + document.file;
+    writeFile(path, document.make());
+    std::puts(path.c_str());
+  }
+  return kExitFine;
+}
+
+int run(const Invocation& invocation) {
+  const Arguments& arguments = invocation.command;
+  const std::vector<std::string>& operands = arguments.operands;
+  if (arguments.has("into") && operands.empty()) return writeEditorFiles(arguments.value("into"));
+  if (arguments.has("into") || operands.size() != 1) {
+    throw Error(kExitUsage, "export: name one thing, or a folder with --into");
+  }
+  const std::string text = choice(operands.front(), "export: what to export", kDocuments).make();
+  std::fputs(text.c_str(), stdout);
+  return kExitFine;
+}
+
+}  // namespace
+
+Command exportCommand() {
+  return {
+      "export",
+      "schema|xsd|stub|luacheckrc|completion|man",
+      "write out what editors and shells want to know",
+      "  cusdesk export --into .cusdesk            schema, XSD, Lua stub and luacheck settings\n"
+      "  cusdesk export schema > cutting-job.schema.json  one of them\n"
+      "  source <(cusdesk export completion)       commands and options by Tab, in bash\n"
+      "  cusdesk export man > cusdesk.1            the manual page\n",
+      {
+          {"into", "DIR", "write all files for editors into this folder"},
+          {"help", nullptr, "show this help", 'h'},
+      },
+      run,
+      true,
+  };
+}
+
+}  // namespace desk::commands

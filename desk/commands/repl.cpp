@@ -1,0 +1,102 @@
+// cusdesk repl: a prompt for Lua with the plug-in's module loaded.
+#include <unistd.h>
+
+#include <cstdio>
+#include <iostream>
+
+#include "desk/base/errors.h"
+#include "desk/commands/commands.h"
+#include "desk/job/job_file.h"
+#include "desk/repl/repl.h"
+#include "desk/repl/terminal_lines.h"
+#include "desk/show/script_answers.h"
+
+namespace desk::commands {
+
+namespace {
+
+constexpr char kShortName[] = "job";
+
+constexpr char kBanner[] =
+    "cusdesk " CUSDESK_VERSION ", " LUA_RELEASE
+    "\n"
+    "job = require \"cus_ParseModule\"    Tab completes, Ctrl-C interrupts, Ctrl-D ends\n";
+constexpr char kHint[] = "Try: job.getjson_Flash(\"window.json\")   job.get_cut(\"1\")\n";
+
+/// Standard input where it is no terminal.
+class PlainLines : public repl::LineSource {
+ public:
+  repl::Reading read(const std::string& /*prompt*/, std::string& line) override {
+    return std::getline(std::cin, line) ? repl::Reading::Line : repl::Reading::End;
+  }
+};
+
+void shortenModule(lua_State* L) {
+  lua_getglobal(L, "cus_ParseModule");
+  lua_setglobal(L, kShortName);
+}
+
+int prompt(script::ScriptEngine& engine, const Arguments& arguments) {
+  if (isatty(STDIN_FILENO) == 0) {
+    PlainLines lines;
+    return repl::Repl(engine, lines, repl::Repl::Manner::Silent).run() ? kExitFine : kExitFindings;
+  }
+  if (!arguments.has("quiet")) {
+    std::fputs(kBanner, stdout);
+    std::fputs(arguments.has("job") ? "" : kHint, stdout);
+  }
+  repl::TerminalLines lines(engine.state());
+  repl::Repl(engine, lines, repl::Repl::Manner::Prompt).run();
+  return kExitFine;
+}
+
+int run(const Invocation& invocation) {
+  const Arguments& arguments = invocation.command;
+  const script::Plugin plugin(applyGlobalOptions(invocation.global));
+  const bool raw = arguments.has("raw-errors");
+  const bool verbose = arguments.has("verbose");
+  script::ScriptEngine engine(plugin,
+                              raw ? script::ModuleErrors::Raw : script::ModuleErrors::Guarded,
+                              raw       ? script::PluginLines::Kept
+                              : verbose ? script::PluginLines::StandardError
+                                        : script::PluginLines::Dropped);
+  shortenModule(engine.state());
+  if (arguments.has("job")) {
+    show::loadJob(engine, job::presentJob(arguments.value("job")).name);
+    lua_settop(engine.state(), 0);
+  }
+  std::vector<std::string> words = arguments.operands;
+  if (words.empty()) {
+    engine.setArguments("cusdesk", {});
+  } else {
+    const std::string script = words.front();
+    words.erase(words.begin());
+    const int code = engine.run(script, words);
+    if (code != kExitFine) return code;
+  }
+  return prompt(engine, arguments);
+}
+
+}  // namespace
+
+Command replCommand() {
+  return {
+      "repl",
+      "[SCRIPT [ARG...]]",
+      "try Lua line by line, with the module loaded as 'job'",
+      "  cusdesk repl                              with the jobs that ship with cusdesk\n"
+      "  cusdesk repl --job mine.json              with a job of yours loaded\n"
+      "  cusdesk repl a.lua                        run a script first, then look at its globals\n"
+      "  echo 'job.get_cut(\"1\")' | cusdesk repl --job mine.json  ask once\n",
+      {
+          {"job", "FILE", "load this job file first, from anywhere on this PC"},
+          {"quiet", nullptr, "no greeting", 'q'},
+          {"raw-errors", nullptr, "let C++ exceptions of the module reach Lua as on the panel"},
+          {"verbose", nullptr, "let the plug-in's lines go to standard error", 'v'},
+          {"help", nullptr, "show this help", 'h'},
+      },
+      run,
+  };
+}
+
+}  // namespace desk::commands

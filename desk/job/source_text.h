@@ -1,0 +1,58 @@
+// One job file as text: where its lines and characters are.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace desk::job {
+
+/// A place in a text, as people count. A column counts characters (Unicode code points), not bytes;
+/// a byte that is no UTF-8 counts as one. A byte order mark counts for nothing.
+struct Position {
+  int line = 0;    ///< from 1
+  int column = 0;  ///< from 1; 0 when only the line is known
+};
+
+/// "7:12", or "7" when only the line is known
+std::string positionText(const Position& at);
+
+class SourceText {
+ public:
+  /// @param name what messages call the file
+  SourceText(std::string name, std::string bytes);
+
+  const std::string& name() const { return name_; }
+  const std::string& bytes() const { return bytes_; }
+
+  /// 3 when a byte order mark stands in front, else 0.
+  std::size_t markSize() const { return markSize_; }
+
+  int lineCount() const { return static_cast<int>(lineStarts_.size()); }
+
+  /// The line without its end, from a column on; empty for what is not there. As for position(),
+  /// the line's length does not matter.
+  std::string_view line(int number, int column = 1) const;
+
+  /// The position of the byte at `offset`, in a time that does not depend on the line's length.
+  Position position(std::size_t offset) const;
+
+  /// The same for a line and a column in bytes, both from 1, as parsers report them. With a column
+  /// the line is one of the JSON library's, which a carriage return alone ends too.
+  Position positionInBytes(int line, int byteColumn) const;
+
+ private:
+  std::size_t charactersBetween(std::size_t start, std::size_t end) const;
+  std::size_t charactersBefore(std::size_t offset) const;
+  std::size_t offsetOf(std::size_t character) const;
+  std::size_t characterEnd(std::size_t start) const;
+
+  std::string name_;
+  std::string bytes_;
+  std::size_t markSize_;
+  std::vector<std::size_t> lineStarts_;
+  std::vector<std::size_t> characterStarts_;  ///< where every n-th character starts
+};
+
+}  // namespace desk::job

@@ -1,0 +1,133 @@
+// A job together with where each of its values was read.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "desk/job/place.h"
+#include "json/json_keys.h"
+#include "model/job_records.h"
+
+namespace desk::job {
+
+/// A value as it was read from a file. Values that are carried over keep the origin they have.
+struct Origin {
+  Place place;
+  Element element;
+};
+
+/// Index into TracedJob::origins. 0: never read, the field is as it was constructed.
+using OriginId = std::uint32_t;
+
+using model::Level;
+
+/// The fields of a record and the level whose keys fill them. The JSON tables name them all; XML
+/// fills some of the same.
+template <class Record>
+struct FieldsOf;
+template <>
+struct FieldsOf<DATA_T> {
+  static constexpr const auto& keys = json_keys::kHeader;
+  static constexpr Level level = Level::Header;
+};
+template <>
+struct FieldsOf<BAR_T> {
+  static constexpr const auto& keys = json_keys::kBar;
+  static constexpr Level level = Level::Bar;
+};
+template <>
+struct FieldsOf<PIECE_CHILD_SECOND_T> {
+  static constexpr const auto& keys = json_keys::kPiece;
+  static constexpr Level level = Level::Piece;
+};
+template <>
+struct FieldsOf<CUT_T> {
+  static constexpr const auto& keys = json_keys::kCut;
+  static constexpr Level level = Level::Cut;
+};
+template <>
+struct FieldsOf<FIELD_T> {
+  static constexpr const auto& keys = json_keys::kLabelFields;
+  static constexpr Level level = Level::Piece;
+};
+template <>
+struct FieldsOf<WORK_T> {
+  static constexpr const auto& keys = json_keys::kWork;
+  static constexpr Level level = Level::Work;
+};
+
+/// One origin per field of a record, in the order of `FieldsOf`.
+template <class Record>
+using Trace = std::array<OriginId, std::size(FieldsOf<Record>::keys)>;
+
+/// Whether two key rows fill the same field.
+template <class Record>
+constexpr bool fillSameField(const model::Key<Record>& a, const model::Key<Record>& b) {
+  using model::KeyKind;
+  const auto isText = [](KeyKind kind) {
+    return kind == KeyKind::Text || kind == KeyKind::IntegerText;
+  };
+  const auto isNumber = [](KeyKind kind) {
+    return kind == KeyKind::Integer || kind == KeyKind::Number;
+  };
+  if (isText(a.kind) && isText(b.kind)) return a.field.text == b.field.text;
+  if (isNumber(a.kind) && isNumber(b.kind)) return a.field.number == b.field.number;
+  return a.kind == KeyKind::Flag && b.kind == KeyKind::Flag && a.field.flag == b.field.flag;
+}
+
+/// The index of the field that a key fills; the number of fields for a key that fills none.
+template <class Record>
+constexpr std::size_t fieldOf(const model::Key<Record>& key) {
+  const auto& keys = FieldsOf<Record>::keys;
+  std::size_t i = 0;
+  while (i < std::size(keys) && !fillSameField(keys[i], key)) ++i;
+  return i;
+}
+
+/// The index of a text of a record.
+template <class Record, class Base>
+std::size_t fieldOf(std::string Base::*field) {
+  return fieldOf(model::Key<Record>{nullptr, nullptr, model::KeyKind::Text, {field}});
+}
+
+struct WorkTrace {
+  Trace<WORK_T> keys;
+  Place place;
+};
+
+struct PieceTrace {
+  Trace<PIECE_CHILD_SECOND_T> keys;
+  Trace<CUT_T> cut;
+  Trace<FIELD_T> labels;
+  Place place;
+  std::vector<WorkTrace> works;
+};
+
+struct BarTrace {
+  Trace<BAR_T> keys;
+  Place place;
+  std::vector<PieceTrace> pieces;
+};
+
+/// What a reader holds after a read, element for element. Good for as long as the reader lives.
+struct TracedJob {
+  explicit TracedJob(const DATA_T& records) : job(records) {}
+
+  const DATA_T& job;  ///< the reader's own records
+  Trace<DATA_T> header{};
+  Place place;                 ///< the root of the file read last
+  std::vector<BarTrace> bars;  ///< as long as job.Bar, and so on below
+
+  /// All values ever read, in the order of reading. The first one stands for "never read".
+  std::vector<Origin> origins{1};
+
+  OriginId add(const Place& where, const Element& element) {
+    origins.push_back({where, element});
+    return static_cast<OriginId>(origins.size() - 1);
+  }
+};
+
+}  // namespace desk::job

@@ -1,0 +1,144 @@
+#include "desk/script/script_engine.h"
+
+#include <cstdio>
+#include <exception>
+#include <optional>
+
+#include "desk/base/errors.h"
+#include "desk/base/stdout_redirect.h"
+
+namespace desk::script {
+
+namespace {
+
+constexpr char kModule[] = "cus_ParseModule";
+
+/// Keeps the plug-in's lines where they belong while it lives.
+class LineDetour {
+ public:
+  explicit LineDetour(PluginLines lines) {
+    if (lines == PluginLines::Kept) return;
+    detour_.emplace(lines == PluginLines::Dropped ? StdoutRedirect::To::Nowhere
+                                                  : StdoutRedirect::To::StandardError);
+  }
+
+ private:
+  std::optional<StdoutRedirect> detour_;
+};
+
+/// Calls the module function in upvalue 1, whose name is upvalue 2; upvalue 3 says what becomes of
+/// its lines. Errors of Lua's own pass.
+int callGuarded(lua_State* L) {
+  try {
+    const LineDetour detour(static_cast<PluginLines>(lua_tointeger(L, lua_upvalueindex(3))));
+    return lua_tocfunction(L, lua_upvalueindex(1))(L);
+  } catch (const std::exception& exception) {
+    lua_settop(L, 0);
+    luaL_where(L, 1);
+    lua_pushfstring(L, "%s: %s", lua_tostring(L, lua_upvalueindex(2)), exception.what());
+    lua_concat(L, 2);
+  }
+  return lua_error(L);
+}
+
+/// Puts the guard around every function of the module, in place. The argument is for the guard.
+int guardModule(lua_State* L) {
+  lua_getglobal(L, kModule);
+  const int module = lua_gettop(L);
+  for (lua_pushnil(L); lua_next(L, module) != 0;) {  // name, function
+    if (!lua_iscfunction(L, -1)) {
+      lua_pop(L, 1);
+      continue;
+    }
+    lua_pushvalue(L, -2);                 // name, function, name
+    lua_pushvalue(L, 1);                  // name, function, name, lines
+    lua_pushcclosure(L, callGuarded, 3);  // name, guard
+    lua_pushvalue(L, -2);                 // name, guard, name
+    lua_insert(L, -2);                    // name, name, guard
+    lua_settable(L, module);              // name
+  }
+  return 0;
+}
+
+/// Turns what was raised into a message with a traceback, as the stock interpreter does.
+int traceback(lua_State* L) {
+  const char* message = lua_tostring(L, 1);
+  if (message == nullptr) {
+    if (luaL_callmeta(L, 1, "__tostring") && lua_type(L, -1) == LUA_TSTRING) return 1;
+    message = lua_pushfstring(L, "(error object is a %s value)", luaL_typename(L, 1));
+  }
+  luaL_traceback(L, L, message, 1);
+  return 1;
+}
+
+/// Reports what a protected call left on the stack.
+int reportFailure(lua_State* L, int status) {
+  // A status below zero is a C++ exception that Lua let through; what lies on the stack is chance.
+  const char* message = status < 0 ? "a C++ exception left the script" : lua_tostring(L, -1);
+  std::fflush(stdout);
+  std::fprintf(stderr, "cusdesk: %s\n", message != nullptr ? message : "unknown error");
+  lua_settop(L, 0);
+  return kExitFindings;
+}
+
+}  // namespace
+
+ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLines lines)
+    : state_(luaL_newstate()) {
+  if (state_ == nullptr) throw Error(kExitCannot, "not enough memory for a Lua state");
+  lua_State* L = state();
+  luaL_openlibs(L);
+  {
+    const LineDetour detour(lines);
+    plugin.registerModule(L);
+  }
+  if (errors == ModuleErrors::Raw) return;
+  lua_pushcfunction(L, guardModule);
+  lua_pushinteger(L, static_cast<int>(lines));
+  if (lua_pcall(L, 1, 0, 0) != LUA_OK) {
+    throw Error(kExitCannot, "the plug-in registered no module " + std::string(kModule));
+  }
+}
+
+int ScriptEngine::run(const std::string& script, const std::vector<std::string>& arguments) {
+  lua_State* L = state();
+  setArguments(script, arguments);
+  const int loaded = luaL_loadfile(L, script == "-" ? nullptr : script.c_str());
+  if (loaded == LUA_ERRFILE) throw Error(kExitCannot, lua_tostring(L, -1));
+  if (loaded != LUA_OK) return reportFailure(L, loaded);
+  luaL_checkstack(L, static_cast<int>(arguments.size()) + 1, "too many arguments");
+  for (const std::string& argument : arguments) lua_pushstring(L, argument.c_str());
+  if (!call(static_cast<int>(arguments.size()))) return kExitFindings;
+  lua_settop(L, 0);
+  return kExitFine;
+}
+
+void ScriptEngine::setArguments(const std::string& script,
+                                const std::vector<std::string>& arguments) {
+  lua_State* L = state();
+  lua_newtable(L);
+  lua_pushstring(L, script.c_str());
+  lua_rawseti(L, -2, 0);
+  lua_Integer position = 0;
+  for (const std::string& argument : arguments) {
+    lua_pushstring(L, argument.c_str());
+    lua_rawseti(L, -2, ++position);
+  }
+  lua_setglobal(L, "arg");
+}
+
+bool ScriptEngine::call(int arguments) {
+  lua_State* L = state();
+  const int handler = lua_gettop(L) - arguments;
+  lua_pushcfunction(L, traceback);
+  lua_insert(L, handler);
+  const int status = lua_pcall(L, arguments, LUA_MULTRET, handler);
+  if (status != LUA_OK) {
+    reportFailure(L, status);
+    return false;
+  }
+  lua_remove(L, handler);
+  return true;
+}
+
+}  // namespace desk::script
