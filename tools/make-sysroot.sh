@@ -7,19 +7,27 @@
 # Takes the packages and all they depend on from the Debian archive that this machine uses, with an
 # apt of its own: the machine's packages, its architectures and its package lists stay as they are,
 # and root is not needed. Packages are unpacked, not configured: their scripts never run. A package
-# named as NAME! comes without what it depends on. Does nothing when DIR was made the same way before.
+# named as NAME! comes without what it depends on. Does nothing when DIR was made the same way before,
+# makes it anew when it was made another way, and leaves alone what it did not make.
 set -eu
 
-[ $# -ge 3 ] || { sed -n '2,10s/^# \{0,1\}//p' "$0" >&2; exit 2; }
+[ $# -ge 3 ] || { sed -n '2,11s/^# \{0,1\}//p' "$0" >&2; exit 2; }
 directory=$1 architecture=$2 suite=$3
 shift 3
 # shellcheck disable=SC2046 # the names are separate words
 [ $# -gt 0 ] || set -- $(sed 's/#.*//' "$(dirname "$0")/sysroot-packages.txt")
 recipe="$architecture $suite $*"
-[ "$(cat "$directory/.recipe" 2>/dev/null)" != "$recipe" ] || exit 0
+made=$directory/.recipe # holds the recipe once all is done; without it the folder is not ours
+[ "$(cat "$made" 2>/dev/null)" != "$recipe" ] || exit 0
+if [ ! -f "$made" ] && [ -e "$directory" ] && [ -n "$(ls -A "$directory")" ]; then
+  echo "$directory is not empty, and it is no root that this script made: take another folder" >&2
+  exit 3
+fi
 
 echo "making the $architecture root $directory from $suite"
 rm -rf "$directory"
+mkdir -p "$directory"
+echo unfinished >"$made"
 apt_home=$directory/.apt
 mkdir -p "$apt_home/lists/partial" "$apt_home/archives/partial"
 apt_home=$(cd "$apt_home" && pwd)
@@ -64,4 +72,4 @@ find "$directory" -path "$apt_home" -prune -o -type l -lname '/*' -print | while
   ln -snf "$(realpath -sm --relative-to="$(dirname "$link")" "$directory$(readlink "$link")")" "$link"
 done
 rm -rf "$apt_home"
-echo "$recipe" >"$directory/.recipe"
+echo "$recipe" >"$made"
