@@ -14,11 +14,15 @@
 #   make peers    the same jobs with what scripts would use instead: other Lua libraries
 #   make cost     instructions, memory and code size on PCs and both ARMs, as one table
 #   make lint     clang-tidy over everything
+#   make subjects the form of commit subjects
 #   make format   format the sources
 #   make browser  install what the browser test needs: without it make test skips that one
+#
+# JOBS is how many processes build and test side by side; default: one for each processor.
 .PHONY: run test build sanitize clang arm armhf arm64 sdk packages fuzz threads soak coverage bench \
-        peers cost lint format browser setup setup-arm clean
+        peers cost lint subjects format browser setup setup-arm clean
 
+JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 60
 FUZZ_JOBS ?= 1
 THREAD_SECONDS ?= 60
@@ -27,49 +31,44 @@ run: build
 	build/cusdesk run examples/demo.lua
 
 test: run
-	ctest --preset release -j2 --output-on-failure
+	ctest --preset release -j$(JOBS) --output-on-failure
 	@tools/print-figures.sh build/Testing/Temporary/LastTest.log
 
 build: setup
 	cmake --preset release
-	cmake --build --preset release
+	cmake --build --preset release -j $(JOBS)
 
 sanitize clang: setup
 	cmake --preset $@
-	cmake --build --preset $@
-	ctest --preset $@ -j2 --output-on-failure
+	cmake --build --preset $@ -j $(JOBS)
+	ctest --preset $@ -j$(JOBS) --output-on-failure
 
-arm: build armhf arm64
-	ctest --preset armhf -j2
-	ctest --preset arm64 -j2
-	for target in armhf arm64; do \
-	  build/cusdesk doctor --against build/sysroots/$$target --host build/$$target/cusdesk \
-	    build/$$target/libCustom_LuaParseModule.so || exit 1; \
-	done
+arm: setup-arm build
+	@tools/test-arm.sh $(JOBS)
 
 armhf arm64: setup-arm
 	tools/make-sysroot.sh build/sysroots/$@ $@ bookworm
 	cmake --preset $@
-	cmake --build --preset $@
+	cmake --build --preset $@ -j $(JOBS)
 
 sdk: setup-arm
 	tools/make-sysroot.sh build/sysroots/sdk armhf bullseye $$(sed 's/#.*//' tools/sysroot-packages-sdk.txt)
 	cmake --preset armhf -B build/sdk -DCUS_SYSROOT=build/sysroots/sdk -DCUS_SDK_CLANG=clang++-14 \
 	  -DCUS_PANEL_PAGE=OFF
-	cmake --build build/sdk --target cusdesk Custom_LuaParseModule
-	ctest --test-dir build/sdk -j2 --output-on-failure -R '^(session\..*|plugin\.boundary)$$'
+	cmake --build build/sdk -j $(JOBS) --target cusdesk Custom_LuaParseModule
+	ctest --test-dir build/sdk -j$(JOBS) --output-on-failure -R '^(session\..*|plugin\.boundary)$$'
 
 packages: build armhf arm64
 	tools/build-packages.sh build build/armhf build/arm64
 
 fuzz: setup
 	cmake --preset fuzz
-	cmake --build --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
 	python3 fuzz/run_fuzzers.py build/fuzzers --seconds $(FUZZ_SECONDS) --jobs $(FUZZ_JOBS)
 
 threads: setup
 	cmake --preset threads
-	cmake --build --preset threads
+	cmake --build --preset threads -j $(JOBS)
 	TSAN_OPTIONS=suppressions=$(CURDIR)/tests/desk/panel/tsan.supp \
 	  python3 tests/desk/panel/threads_test.py build/threads/cusdesk $(THREAD_SECONDS)
 
@@ -79,10 +78,10 @@ soak: build
 
 coverage: setup
 	cmake --preset coverage
-	cmake --build --preset coverage
+	cmake --build --preset coverage -j $(JOBS)
 	find build/coverage -name '*.gcda' -delete
-	ctest --preset coverage -j2
-	python3 tests/coverage/check_coverage.py . build/coverage
+	ctest --preset coverage -j$(JOBS)
+	python3 tests/coverage/check_coverage.py . build/coverage $(JOBS)
 
 bench: build
 	python3 bench/ratios.py build/bin/cusbench build/bin/cusmemory
@@ -96,7 +95,10 @@ cost: build armhf arm64
 
 lint: setup
 	cmake --preset clang
-	git ls-files '*.cpp' ':!tests' ':!bench' | xargs -P2 -n4 clang-tidy -p build/clang --quiet
+	git ls-files '*.cpp' ':!tests' ':!bench' | python3 tools/lint.py build/clang $(JOBS)
+
+subjects:
+	python3 tools/check_subjects.py
 
 format: setup
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i

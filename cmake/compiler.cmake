@@ -13,13 +13,14 @@ add_compile_options(-fstack-protector-strong)
 add_link_options(-Wl,-z,relro,-z,now)
 
 if(CUS_SANITIZE)
-  add_compile_options(-fsanitize=${CUS_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  # -g1: the stack of a finding needs lines, and no more
+  add_compile_options(-fsanitize=${CUS_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all -g1)
   add_link_options(-fsanitize=${CUS_SANITIZE})
 endif()
 
 if(CUS_COVERAGE)
   # Updated atomically: programs that fork count as well.
-  add_compile_options(--coverage -O0 -fno-inline -fprofile-update=atomic)
+  add_compile_options(--coverage -O0 -fno-inline -g0 -fprofile-update=atomic)
   add_link_options(--coverage)
 endif()
 

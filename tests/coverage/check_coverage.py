@@ -1,6 +1,6 @@
 """Measures which lines and branches the tests leave out, and holds them against unreached.txt.
 
-Usage: check_coverage.py SOURCE BUILD
+Usage: check_coverage.py SOURCE BUILD JOBS
 
 unreached.txt names every line that no test runs, and every line of which no test takes some branch,
 with the reason: FILE: KIND: REASON, and the line itself below, indented. It may name nothing else.
@@ -16,8 +16,8 @@ FOLDERS = ("model", "json", "xml", "part", "module")
 LIST = pathlib.Path(__file__).with_name("unreached.txt")
 
 
-def measure(source, build):
-    command = ["gcovr", "--root", source, "--object-directory", build, "--json",
+def measure(source, build, jobs):
+    command = ["gcovr", "-j", jobs, "--root", source, "--object-directory", build, "--json",
                "--exclude-throw-branches", "--exclude-unreachable-branches"]
     for folder in FOLDERS:
         command += ["--filter", f"{source}/{folder}/"]
@@ -62,7 +62,7 @@ def listed():
 
 def main():
     source, build = (pathlib.Path(word).resolve() for word in sys.argv[1:3])
-    found, figures = unreached(measure(source, build), source)
+    found, figures = unreached(measure(source, build, sys.argv[3]), source)
     known = listed()
     for what, rows in (("not reached, not in unreached.txt", found - known),
                        ("in unreached.txt, but reached or gone", known - found)):
