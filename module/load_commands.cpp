@@ -34,7 +34,7 @@ constexpr char kUnknownError[] = "未知错误";
 // -------------------------------------------------------------------------------------------------
 
 /// The file type that a name's extension tells. Throws std::out_of_range ("basic_string::substr")
-/// for a name of fewer than five characters.
+/// for a name of fewer than five bytes.
 int fileTypeOf(const std::string& name) {
   if (name.substr(name.size() - 5) == ".json") {
     std::cout << "The string ends with .json" << std::endl;
