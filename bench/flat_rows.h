@@ -2,57 +2,85 @@
 // tables of them with the functions that the plug-in may call.
 #pragma once
 
+#include <cstring>
 #include <lua.hpp>
 #include <string>
 #include <vector>
 
-#include "model/job_records.h"
+#include "module/script_rows.h"
 
 namespace bench {
 
-/// The rows of one kind: `keys.size()` values each, one after the other. The texts lie in one
-/// block, those of a piece once per piece and those of a bar once per bar, as in the job itself.
+/// All rows of one kind: a value for each key, one row after the other. The texts lie in one block,
+/// those of a piece once per piece and those of a bar once per bar, as in the job itself.
+template <class Row>
 class FlatRows {
  public:
-  struct Value {
-    const char* text = nullptr;  ///< null: a number
-    double number = 0;
-  };
-
-  explicit FlatRows(std::vector<const char*> keys) : keys_(std::move(keys)) {}
+  /// @param make  called with a sink that takes the rows
+  template <class Make>
+  explicit FlatRows(Make make) {
+    make(*this);
+    for (Value& value : values_) {
+      if (value.isText) value.text = texts_.data() + value.offset;
+    }
+  }
   FlatRows(const FlatRows&) = delete;
   FlatRows& operator=(const FlatRows&) = delete;
 
-  std::size_t count() const { return values_.size() / keys_.size(); }
+  void operator()(const Row& row) {
+    std::size_t column = 0;
+    script_rows::forEachValue(row, [&](const char*, const row_keys::Value& value) {
+      values_.push_back(value.text == nullptr ? Value{nullptr, value.number, 0, false, nullptr}
+                                              : textValue(value, column));
+      ++column;
+    });
+  }
+  void unknown(const std::string&) {}
 
   /// Pushes the table of all rows.
-  void push(lua_State* L) const;
-
- protected:
-  /// Reserves the block of texts, which must not move once a row points into it.
-  void reserve(std::size_t bytes) { texts_.reserve(bytes); }
-  const char* keep(const std::string& text);
-  void add(std::initializer_list<Value> row) { values_.insert(values_.end(), row); }
+  void push(lua_State* L) const {
+    lua_createtable(L, 0, 0);
+    for (auto value = values_.begin(); value != values_.end();) {
+      lua_createtable(L, 0, kColumns);
+      for (const auto& key : script_rows::KeysOf<Row>::keys) {
+        lua_pushstring(L, key.key);
+        if (value->isText) {
+          lua_pushstring(L, value->text);
+        } else {
+          lua_pushnumber(L, value->number);
+        }
+        lua_settable(L, -3);
+        ++value;
+      }
+      lua_rawseti(L, -2, luaL_len(L, -2) + 1);
+    }
+  }
 
  private:
-  std::vector<const char*> keys_;
+  static constexpr int kColumns = std::size(script_rows::KeysOf<Row>::keys);
+
+  struct Value {
+    const char* text;
+    double number;
+    std::size_t offset;
+    bool isText;
+    const void* source;
+  };
+
+  /// The text of the row before where that shows the same one, else a copy.
+  Value textValue(const row_keys::Value& value, std::size_t column) {
+    if (values_.size() >= column + kColumns) {
+      const Value& before = values_[values_.size() - kColumns];
+      const char* const known = texts_.data() + before.offset;
+      if (before.source == value.source && std::strcmp(known, value.text) == 0) return before;
+    }
+    const std::size_t offset = texts_.size();
+    texts_.insert(texts_.end(), value.text, value.text + std::strlen(value.text) + 1);
+    return {nullptr, 0.0, offset, true, value.source};
+  }
+
   std::vector<Value> values_;
   std::vector<char> texts_;
-};
-
-/// What get_work("") answers with.
-struct FlatWorks : FlatRows {
-  explicit FlatWorks(const DATA_T& job);
-};
-
-/// What get_cut("") answers with, for a JSON job without equal piece numbers on a bar.
-struct FlatCuts : FlatRows {
-  explicit FlatCuts(const DATA_T& job);
-};
-
-/// What get_print() answers with.
-struct FlatLabels : FlatRows {
-  explicit FlatLabels(const DATA_T& job);
 };
 
 }  // namespace bench

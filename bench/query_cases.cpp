@@ -5,6 +5,7 @@
 #include "bench/flat_rows.h"
 #include "bench/jobs.h"
 #include "bench/scan.h"
+#include "module/job_rows.h"
 #include "module/query_commands.h"
 #include "module/readers.h"
 
@@ -71,14 +72,15 @@ void addFirstCuts(const std::string& name, const Shape& shape) {
       [=](lua_State* L) { return call(L, getCutCommand, ""); });
 }
 
-template <class Rows>
-void addFloor(const std::string& name, const Shape& shape) {
-  const auto rows = std::make_shared<std::unique_ptr<Rows>>();
+/// @param make  hands the rows of the JSON reader's job to a sink
+template <class Row, class Make>
+void addFloor(const std::string& name, const Shape& shape, Make make) {
+  const auto rows = std::make_shared<std::unique_ptr<FlatRows<Row>>>();
   addCase(
       name, iterationsFor(shape.pieces),
       [=] {
         lua_State* const L = freshScript(shape);
-        if (*rows == nullptr) *rows = std::make_unique<Rows>(json.data);
+        if (*rows == nullptr) *rows = std::make_unique<FlatRows<Row>>(make);
         return L;
       },
       [=](lua_State* L) {
@@ -86,6 +88,10 @@ void addFloor(const std::string& name, const Shape& shape) {
         return 0;
       });
 }
+
+constexpr auto makeWorks = [](auto& sink) { job_rows::works(json.data, "", sink); };
+constexpr auto makeCuts = [](auto& sink) { job_rows::Cuts(&json.data, "", json).forEach(sink); };
+constexpr auto makeLabels = [](auto& sink) { model::forEachLabel(json.data, sink); };
 
 void addBarCode(const std::string& name, const Shape& shape) {
   const std::string barCode = barCodeOf(shape.pieces / 2);
@@ -114,9 +120,9 @@ void addQueryCases() {
     Shape shape;
     shape.pieces = pieces;
     for (const Query& query : kQueries) addCommand(query.name + size + "command", query, shape);
-    addFloor<FlatWorks>("works" + size + "floor", shape);
-    addFloor<FlatCuts>("cuts" + size + "floor", shape);
-    addFloor<FlatLabels>("labels" + size + "floor", shape);
+    addFloor<script_rows::Work>("works" + size + "floor", shape, makeWorks);
+    addFloor<script_rows::Cut>("cuts" + size + "floor", shape, makeCuts);
+    addFloor<script_rows::Label>("labels" + size + "floor", shape, makeLabels);
   }
   Shape shape;
   shape.pieces = 8000;
@@ -124,7 +130,7 @@ void addQueryCases() {
   addBarCode("barcode/8000/", shape);
   shape.distinctWorks = true;
   addCommand("distinct_holes/8000/command", kQueries[3], shape);
-  addFloor<FlatWorks>("distinct_works/8000/floor", shape);
+  addFloor<script_rows::Work>("distinct_works/8000/floor", shape, makeWorks);
 }
 
 }  // namespace bench

@@ -2,132 +2,82 @@
 
 #include "fuzz/documented_errors.h"
 #include "fuzz/job_text.h"
+#include "module/job_rows.h"
 #include "module/readers.h"
 
 namespace fuzzing {
 namespace {
 
-/// A text as a script sees it: up to its first zero byte.
-std::string seen(const std::string& text) {
-  return textOf(std::string(text.c_str()));
-}
-
-std::string seenAll(const std::vector<std::string>& texts) {
-  std::string all;
-  for (const std::string& text : texts) all += seen(text);
-  return all;
-}
-
-/// Asks the reader that holds the job; nothing where there is none.
-template <class Ask>
-auto askCurrent(Ask&& ask) -> decltype(ask(json)) {
-  if (nFileType == kJsonJob) return ask(json);
-  if (nFileType == kXmlJob) return ask(xml);
-  return {};
-}
-
-std::string dimensionsOf(const std::string& barCode) {
-  return askCurrent([&](auto& reader) {
-    std::string y, z, length;
-    reader.getMaxYZ_Cutlength(barCode, y, z, length);
-    return seenAll({y, z, length});
-  });
-}
-
-std::string textOfWork(const WORK_T& work) {
-  return seen(work.Name) + textOf(work.PositionX) + textOf(work.PositionY) + textOf(work.PositionZ);
-}
-
-std::string allWorks() {
+/// Takes rows as text, a line each.
+struct TextSink {
   std::string text;
-  for (const auto& [barCode, work] : askCurrent([](auto& reader) { return reader.getAllWork(); })) {
-    text += seen(barCode) + textOfWork(work) + dimensionsOf(barCode) + "\n";
+
+  template <class Row>
+  void operator()(const Row& row) {
+    script_rows::forEachValue(row, [&](const char*, const row_keys::Value& value) {
+      text += value.text == nullptr ? textOf(value.number) : textOf(std::string(value.text));
+    });
+    text += "\n";
   }
-  return text;
+  void unknown(const std::string&) {}
+  void startAnew() { text.clear(); }
+};
+
+/// The text of the rows that `make(job, sink)` makes of the current job, if there is one.
+template <class Make>
+std::string rowsOfCurrent(Make make) {
+  TextSink sink;
+  if (const DATA_T* const job = currentJob()) make(*job, sink);
+  return sink.text;
 }
 
-std::string worksOf(const std::string& barCode) {
-  std::string text;
-  const std::string dimensions = dimensionsOf(barCode);
-  for (const WORK_T& work : askCurrent([&](auto& reader) { return reader.getWork(barCode); })) {
-    text += textOfWork(work) + dimensions + "\n";
-  }
-  return text;
+std::string works(const std::string& barCode) {
+  return rowsOfCurrent(
+      [&](const DATA_T& job, TextSink& sink) { job_rows::works(job, barCode, sink); });
 }
 
 std::string cuts(const std::string& barNumber) {
-  const auto rows = askCurrent([&](auto& reader) {
-    return barNumber.empty() ? reader.getAllCut() : reader.getCut(barNumber);
-  });
-  std::string height, text;
-  json.getHeight(height);
-  json.getAllBarCodeToMap();
-  const std::string count = std::to_string(json.getMaterialCount());
-  for (const RETURNACUT_T& row : rows) {
-    const std::string barCode = json.getBarCode(row.BarNumber, row.PieceNumber);
-    text += seenAll({row.BarNumber, height, row.Length, row.CutLength, row.SxB, row.DxB,
-                     row.CutNumBer, barCode, row.BarName, count}) +
-            "\n";
-  }
-  return text;
+  TextSink sink;
+  job_rows::Cuts(currentJob(), barNumber, json).forEach(sink);
+  return sink.text;
 }
 
 std::string holes(const std::string&) {
-  std::string text;
-  if (nFileType != kJsonJob) return text;
-  for (const tagHOHEINFO& hole : json.getHole()) {
-    text += seen(hole.name) + textOf(hole.length) + textOf(hole.width) + textOf(hole.height) + "\n";
-  }
-  return text;
+  std::vector<model::HoleRow> found;
+  TextSink sink;
+  if (nFileType == kJsonJob) model::collectHoles(json.data, found, json.holeList);
+  model::forEachHole(found, sink);
+  return sink.text;
 }
 
 std::string labels(const std::string&) {
-  std::string text;
-  for (const PRINT_T& label : askCurrent([](auto& reader) { return reader.getPrint(); })) {
-    text +=
-        seenAll({label.sProfileCode, label.sProfileName, label.sProfileLength, label.sNameProduct,
-                 label.sColor, "", "", label.sLengthProduct, "", "", label.sCutAngle, "", ""}) +
-        "\n";
-  }
-  return text;
+  return rowsOfCurrent([](const DATA_T& job, TextSink& sink) { model::forEachLabel(job, sink); });
 }
 
 std::string dimensions(const std::string& barCode) {
-  std::string text;
-  for (const auto& [owner, work] : askCurrent([](auto& reader) { return reader.getAllWork(); })) {
-    // kept: a work of another piece begins a new result
-    if (owner == barCode) {
-      text += dimensionsOf(barCode) + "\n";
-    } else {
-      text.clear();
-    }
-  }
-  return text;
+  return rowsOfCurrent(
+      [&](const DATA_T& job, TextSink& sink) { job_rows::dimensions(job, barCode, sink); });
 }
 
-const std::vector<std::string> kSizes = {"MaxY", "MaxZ", "Cut_Length"};
-const std::vector<std::string> kWork = {"Name", "PositionX", "PositionY", "PositionZ",
-                                        "MaxY", "MaxZ",      "Cut_Length"};
-const std::vector<std::string> kAllWork = {"BarCode",   "Name", "PositionX", "PositionY",
-                                           "PositionZ", "MaxY", "MaxZ",      "Cut_Length"};
-const std::vector<std::string> kCut = {"BarNumber", "Height",       "Length",    "CutLength",
-                                       "SxB",       "DxB",          "CutNumBer", "BarCode",
-                                       "BarName",   "MaterialCount"};
-const std::vector<std::string> kLabel = {
-    "sProfileCode", "sProfileName",  "sProfileLength", "sNameProduct", "sColor",
-    "sIndoorColor", "sOutdoorColor", "sLengthProduct", "sPosition",    "sWindow",
-    "sCutAngle",    "sProcess",      "sMaterialHeight"};
+template <class Row>
+std::vector<std::string> keysOf(std::size_t leftOut = 0) {
+  std::vector<std::string> names;
+  for (const auto& key : script_rows::KeysOf<Row>::keys) names.emplace_back(key.key);
+  names.erase(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(leftOut));
+  return names;
+}
 
 }  // namespace
 
 const std::vector<Query>& queries() {
+  using namespace script_rows;
   static const std::vector<Query> all = {
-      {'A', "get_work", true, kNone, kAllWork, [](const std::string&) { return allWorks(); }},
-      {'W', "get_work", true, kNone, kWork, worksOf},
-      {'C', "get_cut", true, kStoi, kCut, cuts},
-      {'H', "get_hole", false, kStod, {"name", "length", "width", "height"}, holes},
-      {'P', "get_print", false, kNone, kLabel, labels},
-      {'D', "get_Dimensions", true, kNone, kSizes, dimensions},
+      {'A', "get_work", true, kNone, keysOf<Work>(), works},
+      {'W', "get_work", true, kNone, keysOf<Work>(KeysOf<Work>::optional), works},
+      {'C', "get_cut", true, kStoi, keysOf<Cut>(), cuts},
+      {'H', "get_hole", false, kStod, keysOf<Hole>(), holes},
+      {'P', "get_print", false, kNone, keysOf<Label>(), labels},
+      {'D', "get_Dimensions", true, kNone, keysOf<Dimensions>(), dimensions},
   };
   return all;
 }

@@ -1,4 +1,4 @@
-// What each query command must answer, worked out from the readers' public operations.
+// What each query command must answer: the rows of its maker, as text.
 #pragma once
 
 #include <string>

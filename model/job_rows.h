@@ -89,12 +89,19 @@ void forEachCutOf(const BAR_T& bar, CutRow& row, Sink&& sink) {
   }
 }
 
+/// Prefetches texts that rows are about to show, all at a time.
+template <class... Texts>
+void prefetchTexts(const Texts&... texts) {
+  (__builtin_prefetch(texts.data()), ...);
+}
+
 /// One label per piece: sink(row).
 template <class Sink>
 void forEachLabel(const JobView& job, Sink&& sink) {
   LabelRow row;
   Prefetcher ahead(job);
   for (const BAR_T& bar : job) {
+    prefetchTexts(bar.DXF_Name, bar.length, bar.BarName, bar.BarColor, bar.BarLeftLength);
     row.profileName = &bar.DXF_Name;
     row.profileLength = &bar.length;
     row.nameProduct = &bar.BarName;
@@ -102,6 +109,9 @@ void forEachLabel(const JobView& job, Sink&& sink) {
     row.lengthProduct = &bar.BarLeftLength;
     for (const PIECE_CHILD_SECOND_T& piece : bar.piece) {
       ahead.advance();
+      if (const auto* next = &piece + 1; next != bar.piece.data() + bar.piece.size()) {
+        prefetchTexts(next->mark, next->cut_angle_convert);
+      }
       row.profileCode = &piece.mark;
       row.cutAngle = &piece.cut_angle_convert;
       sink(row);
@@ -113,6 +123,17 @@ void forEachLabel(const JobView& job, Sink&& sink) {
 /// std::invalid_argument or std::out_of_range ("stod") when a dimension is no number; both then end
 /// before it.
 void collectHoles(const JobView& job, std::vector<HoleRow>& rows, std::vector<tagHOHEINFO>& holes);
+
+/// The rows that were collected: sink(row).
+template <class Sink>
+void forEachHole(const std::vector<HoleRow>& rows, Sink&& sink) {
+  constexpr std::size_t kAhead = 4;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (i + 2 * kAhead < rows.size()) __builtin_prefetch(rows[i + 2 * kAhead].name);
+    if (i + kAhead < rows.size()) __builtin_prefetch(rows[i + kAhead].name->data());
+    sink(rows[i]);
+  }
+}
 
 /// The height of the job's profile: MaxZ of the first bar. Null for another version or without
 /// bars.

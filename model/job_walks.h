@@ -43,6 +43,7 @@ inline void prefetch(const PIECE_CHILD_SECOND_T* piece) {
   __builtin_prefetch(&piece->Length);
   __builtin_prefetch(&piece->sxB);
   __builtin_prefetch(&piece->work);
+  __builtin_prefetch(&piece->mark);
   __builtin_prefetch(&piece->cut_angle_convert);
 }
 

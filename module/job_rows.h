@@ -66,6 +66,16 @@ void worksOf(const JobView& job, const std::string& barCode, Sink&& sink) {
   });
 }
 
+/// get_work.
+template <class Sink>
+void works(const JobView& job, const std::string& barCode, Sink&& sink) {
+  if (barCode.empty()) {
+    allWorks(job, sink);
+  } else {
+    worksOf(job, barCode, sink);
+  }
+}
+
 /// get_cut: asks the JSON reader first, then makes rows of what was there then.
 class Cuts {
  public:

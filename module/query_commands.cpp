@@ -29,13 +29,7 @@ int answer(lua_State* L, Make make) {
 
 int works(lua_State* L, const char* argument) {
   const std::string barCode = argument;
-  return answer(L, [&](const JobView& job, LuaRows& rows) {
-    if (barCode.empty()) {
-      job_rows::allWorks(job, rows);
-    } else {
-      job_rows::worksOf(job, barCode, rows);
-    }
-  });
+  return answer(L, [&](const JobView& job, LuaRows& rows) { job_rows::works(job, barCode, rows); });
 }
 
 int cuts(lua_State* L, const char* argument) {
@@ -47,8 +41,7 @@ int cuts(lua_State* L, const char* argument) {
 int holes(lua_State* L, const char*) {
   std::vector<model::HoleRow> found;
   if (nFileType == kJsonJob) model::collectHoles(json.data, found, json.holeList);
-  LuaRows rows(L);
-  for (const model::HoleRow& hole : found) rows(hole);
+  model::forEachHole(found, LuaRows(L));
   return 1;
 }
 

@@ -60,6 +60,13 @@ class Cell {
   };
 };
 
+/// The value that a cell of any kind shows. Not inlined: g++ 12 then warns of what cells of other
+/// kinds would read.
+template <class Row>
+__attribute__((noinline)) Value valueOf(const Cell<Row>& cell, const Row& row) {
+  return cell.of(row);
+}
+
 /// One key of a row, the value that it shows, and what that is in a few words for manuals and
 /// editors.
 template <class Row>

@@ -135,7 +135,7 @@ template <class Row, class Visit>
 void forEachValue(const Row& row, Visit&& visit) {
   const auto& keys = KeysOf<Row>::keys;
   for (std::size_t i = keysLeftOut(row); i < std::size(keys); ++i) {
-    visit(keys[i].key, keys[i].cell.of(row));
+    visit(keys[i].key, row_keys::valueOf(keys[i].cell, row));
   }
 }
 

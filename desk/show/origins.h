@@ -6,9 +6,10 @@
 
 namespace desk::show {
 
-/// Sets the origins of the cells of an answer.
+/// Sets the origins of the cells of an answer: the rows are made again, and the value that a cell
+/// views is looked up by its address.
 /// @param job what the reader holds that answered, read from the same file
-/// Throws std::logic_error when a cell holds another value than the job says.
+/// Throws std::logic_error when the plug-in that answered makes other rows.
 void addOrigins(Table& table, const Question& question, const job::TracedJob& job, bool isXml);
 
 }  // namespace desk::show

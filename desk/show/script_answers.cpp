@@ -12,14 +12,17 @@ namespace {
 
 constexpr char kModule[] = "cus_ParseModule";
 
-/// The keys of a row, but for the first ones.
 template <class Row>
-std::vector<std::string> keysOf(std::size_t leftOut = 0) {
+std::vector<std::string> namesOf(std::size_t leftOut = 0) {
   std::vector<std::string> names;
   for (const auto& key : script_rows::KeysOf<Row>::keys) names.emplace_back(key.key);
   names.erase(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(leftOut));
   return names;
 }
+
+// What a bar's row takes from the first cut and the first label of the bar.
+const std::vector<std::string> kFromCut = {"BarNumber", "BarName", "Length", "CutNumBer"};
+const std::vector<std::string> kFromLabel = {"sProfileName", "sColor", "sLengthProduct"};
 
 /// Calls a module function with at most one text and leaves its result on the stack.
 void call(lua_State* L, const char* function, const std::string* argument) {
@@ -63,55 +66,34 @@ Table rowsOf(lua_State* L, const char* function, const std::string* argument,
   return table;
 }
 
-Table works(lua_State* L, const std::string& barCode) {
-  using script_rows::Work;
-  const std::size_t leftOut = barCode.empty() ? 0 : script_rows::KeysOf<Work>::optional;
-  return rowsOf(L, "get_work", &barCode, keysOf<Work>(leftOut));
-}
-
-Table cuts(lua_State* L, const std::string& bar) {
-  return rowsOf(L, "get_cut", &bar, keysOf<script_rows::Cut>());
-}
-
-Table labels(lua_State* L) {
-  return rowsOf(L, "get_print", nullptr, keysOf<script_rows::Label>());
-}
-
-Table holes(lua_State* L) {
-  return rowsOf(L, "get_hole", nullptr, keysOf<script_rows::Hole>());
-}
-
-Table dimensions(lua_State* L, const std::string& barCode) {
-  return rowsOf(L, "get_Dimensions", &barCode, keysOf<script_rows::Dimensions>());
-}
-
 const Cell& cellOf(const Table& table, std::size_t row, const std::string& key) {
   std::size_t column = 0;
   while (table.keys.at(column) != key) ++column;
   return table.rows.at(row).at(column);
 }
 
-/// Cuts and labels come in the same order, one of each per piece, and a cut says how many pieces
-/// its bar holds.
-Table bars(lua_State* L, const std::string& bar) {
-  const Table allCuts = cuts(L, "");
-  const Table allLabels = labels(L);
-  const std::vector<std::string> fromCut = {"BarNumber", "BarName", "Length", "CutNumBer"};
-  const std::vector<std::string> fromLabel = {"sProfileName", "sColor", "sLengthProduct"};
-  Table table{fromCut, {}};
-  table.keys.insert(table.keys.end(), fromLabel.begin(), fromLabel.end());
-  for (std::size_t i = 0; i < allCuts.rows.size();) {
-    std::vector<Cell> row;
-    row.reserve(table.keys.size());
-    for (const std::string& key : fromCut) row.push_back(cellOf(allCuts, i, key));
-    for (const std::string& key : fromLabel) row.push_back(cellOf(allLabels, i, key));
-    if (bar.empty() || row.front().text == bar) table.rows.push_back(row);
-    i += std::strtoul(cellOf(allCuts, i, "CutNumBer").text.c_str(), nullptr, 10);
-  }
-  return table;
-}
-
 }  // namespace
+
+std::vector<std::string> keysOf(const Question& question) {
+  using namespace script_rows;
+  std::vector<std::string> barKeys = kFromCut;
+  switch (question.subject) {
+    case Subject::Bars:
+      barKeys.insert(barKeys.end(), kFromLabel.begin(), kFromLabel.end());
+      return barKeys;
+    case Subject::Works:
+      return namesOf<Work>(question.barCode.empty() ? 0 : KeysOf<Work>::optional);
+    case Subject::Cuts:
+      return namesOf<Cut>();
+    case Subject::Holes:
+      return namesOf<Hole>();
+    case Subject::Labels:
+      return namesOf<Label>();
+    case Subject::Dimensions:
+      break;
+  }
+  return namesOf<Dimensions>();
+}
 
 void loadJob(script::ScriptEngine& engine, const std::string& name) {
   lua_State* L = engine.state();
@@ -125,22 +107,40 @@ void loadJob(script::ScriptEngine& engine, const std::string& name) {
 }
 
 Table ask(script::ScriptEngine& engine, const Question& question) {
-  lua_State* L = engine.state();
+  const auto rows = [&](const char* function, const std::string* argument) {
+    return rowsOf(engine.state(), function, argument, keysOf(question));
+  };
   switch (question.subject) {
     case Subject::Bars:
-      return bars(L, question.bar);
+      return barsOf(ask(engine, {Subject::Cuts, "", ""}), ask(engine, {Subject::Labels, "", ""}),
+                    question.bar);
     case Subject::Works:
-      return works(L, question.barCode);
+      return rows("get_work", &question.barCode);
     case Subject::Cuts:
-      return cuts(L, question.bar);
+      return rows("get_cut", &question.bar);
     case Subject::Holes:
-      return holes(L);
+      return rows("get_hole", nullptr);
     case Subject::Labels:
-      return labels(L);
+      return rows("get_print", nullptr);
     case Subject::Dimensions:
       break;
   }
-  return dimensions(L, question.barCode);
+  return rows("get_Dimensions", &question.barCode);
+}
+
+Table barsOf(const Table& cuts, const Table& labels, const std::string& bar) {
+  Table table{keysOf({Subject::Bars, "", ""}), {}};
+  // Cuts and labels come in the same order, one of each per piece, and a cut says how many pieces
+  // its bar holds.
+  for (std::size_t i = 0; i < cuts.rows.size();) {
+    std::vector<Cell> row;
+    row.reserve(table.keys.size());
+    for (const std::string& key : kFromCut) row.push_back(cellOf(cuts, i, key));
+    for (const std::string& key : kFromLabel) row.push_back(cellOf(labels, i, key));
+    if (bar.empty() || row.front().text == bar) table.rows.push_back(row);
+    i += std::strtoul(cellOf(cuts, i, "CutNumBer").text.c_str(), nullptr, 10);
+  }
+  return table;
 }
 
 }  // namespace desk::show

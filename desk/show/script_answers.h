@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "desk/base/errors.h"
 #include "desk/script/script_engine.h"
@@ -26,9 +27,14 @@ class Raised : public Error {
 /// fails.
 void loadJob(script::ScriptEngine& engine, const std::string& name);
 
-/// The rows that a script gets for the job loaded last. No command lists the bars: theirs are put
-/// together from cuts and labels, so a bar without pieces is not among them, as for a script.
-/// Throws Raised.
+/// The keys of the rows that answer a question.
+std::vector<std::string> keysOf(const Question& question);
+
+/// The rows that a script gets for the job loaded last. Throws Raised.
 Table ask(script::ScriptEngine& engine, const Question& question);
+
+/// The bars with a number, or all for "". No command lists the bars: theirs are put together from
+/// all cuts and labels, so a bar without pieces is not among them, as for a script.
+Table barsOf(const Table& cuts, const Table& labels, const std::string& bar);
 
 }  // namespace desk::show
