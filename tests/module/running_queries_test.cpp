@@ -215,11 +215,13 @@ TEST_F(RunningQueries, AnswerFromTheJobAsItWas) {
     const char* first;
     const char* current;
   } kJobs[] = {{"small.xml", "own.json"}, {"small.xml", "job.json"}, {"own.json", "job.xml"}};
+  int turn = 0;
   for (const auto& jobs : kJobs) {
     for (const char* query : kQueries) {
       load(jobs.first, jobs.current);
       const std::string expected = run(std::string("return show(") + query + ")");
       const auto check = [&](const std::string& nested, int deepest) {
+        if (turn++ % CUS_FEWER != 0) return;
         load(jobs.first, jobs.current);
         run(std::string("return ") + query);  // which leaves the number for MaterialCount
         const std::string alone = run("return show(" + nested + ")");
