@@ -1,4 +1,5 @@
--- What the session scripts share: every row printed whole, and the same way every time.
+-- What the session scripts share: rows printed the same way every time, whole or the keys that the
+-- case is about.
 local module = require("cus_ParseModule")
 
 local session = {}
@@ -28,14 +29,30 @@ function session.text(value)
   return "{" .. table.concat(fields, ", ") .. "}"
 end
 
+local shownKeys = {}
+
+--- From now on rows of a command show these keys only: those that the case is about.
+function session.only(command, ...)
+  shownKeys[command] = {...}
+end
+
+local function shownPart(command, row)
+  if not shownKeys[command] or type(row) ~= "table" then return row end
+  local part = {}
+  for _, key in ipairs(shownKeys[command]) do part[key] = row[key] end
+  return part
+end
+
 --- Prints a result: the rows of a list one a line, anything else on one line.
-function session.show(title, result)
+function session.show(title, result, command)
   if type(result) ~= "table" or not isList(result) or #result == 0 then
     print(title .. " -> " .. session.text(result))
     return
   end
   print(title .. " ->")
-  for index, row in ipairs(result) do print("  " .. index .. " " .. session.text(row)) end
+  for index, row in ipairs(result) do
+    print("  " .. index .. " " .. session.text(shownPart(command, row)))
+  end
 end
 
 --- Calls a function of the module and prints its result, or the error that it raises.
@@ -44,7 +61,7 @@ function session.ask(name, ...)
   local arguments = session.text({...}):sub(2, -2)
   local title = name .. "(" .. arguments .. ")"
   if done then
-    session.show(title, result)
+    session.show(title, result, name)
   else
     print(title .. " raises " .. session.text(result))
   end

@@ -2,6 +2,8 @@
 -- can catch; afterwards everything still answers.
 package.path = "../?.lua"
 local session = require("session")
+session.only("get_cut", "BarNumber", "MaterialCount")
+session.only("get_print", "sNameProduct", "sProfileCode")
 
 session.part("a bar without a number: only asking for all cuts converts it")
 session.ask("getjson_Flash", "no_bar_number.json")

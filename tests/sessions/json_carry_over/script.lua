@@ -2,6 +2,9 @@
 -- and works never carry over.
 package.path = "../?.lua"
 local session = require("session")
+session.only("get_cut", "BarNumber", "Height", "Length", "CutLength", "SxB",
+             "DxB", "BarCode", "BarName")
+session.only("get_print", "sProfileCode", "sProfileName", "sColor", "sLengthProduct", "sCutAngle")
 
 local function askAll()
   session.ask("get_cut", "")

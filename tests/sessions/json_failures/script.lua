@@ -1,6 +1,7 @@
 -- Each way for a JSON job to fail: code, message, the lines in their order, and what still answers.
 package.path = "../?.lua"
 local session = require("session")
+session.only("get_cut", "BarNumber", "CutLength", "BarCode")
 
 local function try(name, why)
   session.part(why)

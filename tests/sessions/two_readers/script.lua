@@ -2,6 +2,7 @@
 -- Height, BarCode and MaterialCount from the JSON job even when an XML job is current.
 package.path = "../?.lua"
 local session = require("session")
+session.only("get_cut", "BarNumber", "Height", "BarCode", "BarName", "MaterialCount")
 
 local function load(name)
   session.part(name)

@@ -2,6 +2,8 @@
 -- broken bar turns up in the next job.
 package.path = "../?.lua"
 local session = require("session")
+session.only("get_cut", "BarNumber", "CutLength", "SxB", "BarName")
+session.only("get_work", "BarCode", "Name", "PositionX", "PositionY", "PositionZ")
 
 for _, file in ipairs({
   "no_ctrsz.xml", "empty_ctrsz.xml", "letters.xml", "out_of_range.xml", "no_position.xml",

@@ -2,6 +2,9 @@
 -- over files; the first of several values wins; texts are taken as they stand.
 package.path = "../?.lua"
 local session = require("session")
+session.only("get_cut", "BarNumber", "Height", "Length", "CutLength", "SxB",
+             "DxB", "BarCode", "BarName")
+session.only("get_print", "sProfileCode", "sProfileName", "sColor", "sLengthProduct", "sCutAngle")
 
 session.ask("getjson_Flash", "cuts.xml")
 session.ask("get_cut", "")

@@ -2,6 +2,9 @@
 -- file before, and so does a file that names none.
 package.path = "../?.lua"
 local session = require("session")
+session.only("get_cut", "BarNumber", "Height", "BarCode")
+session.only("get_print", "sProfileCode", "sNameProduct")
+session.only("get_work", "BarCode", "Name", "MaxY", "MaxZ", "Cut_Length")
 
 local function try(name)
   session.part(name)
