@@ -75,7 +75,7 @@ void makeCurrent(const Shape& shape) {
   static const DATA_T* current = nullptr;
   static DATA_T* owner = nullptr;
   DATA_T& wanted = keptFor<DATA_T>(shape, [&] { return modelOf(shape); });
-  nFileType = kJsonJob;
+  nFileType = fileTypeOf(model::JobFormat::Json);
   if (current == &wanted) return;
   // The job moves in and out of the reader: records of a large one are not copied.
   if (owner != nullptr) std::swap(json.data, *owner);

@@ -45,7 +45,7 @@ std::string cuts(const std::string& barNumber) {
 std::string holes(const std::string&) {
   std::vector<model::HoleRow> found;
   TextSink sink;
-  if (nFileType == kJsonJob) model::collectHoles(json.data, found, json.holeList);
+  if (currentJob() == &json.data) model::collectHoles(json.data, found, json.holeList);
   model::forEachHole(found, sink);
   return sink.text;
 }

@@ -43,7 +43,8 @@ std::string loadResult(lua_State* L) {
   lua_getfield(L, -1, "info");
   const std::string info = lua_tostring(L, -1);
   lua_pop(L, 1);
-  require(info == loadMessage(code, nFileType == kXmlJob), "the message of another code");
+  require(info == loadMessage(code, static_cast<model::JobFormat>(nFileType)),
+          "the message of another code");
   return std::to_string(code);
 }
 
@@ -58,7 +59,7 @@ void load(const char* function, const Step& step) {
 }
 
 void download(const Step& step) {
-  const bool anotherType = nFileType != kJsonJob && nFileType != kXmlJob;
+  const bool anotherType = currentReader() == nullptr;
   const unsigned allowed = fuzzing::kStod | fuzzing::kNullText;
   const std::vector<std::string> both = {step.text(0), step.text(1)};
   if (anotherType) {
@@ -129,7 +130,8 @@ CHttpDownload::~CHttpDownload() = default;
 int CHttpDownload::get(const std::string&, const std::string& target, const std::string& third,
                        long long a, long long b) {
   require(third.empty() && a == 0 && b == -1, "the downloader is called in another way");
-  require(target.empty() == (nFileType == kXmlJob), "a target for XML, or none for JSON");
+  require(target.empty() == (nFileType == fileTypeOf(model::JobFormat::Xml)),
+          "a target for XML, or none for JSON");
   if (nextDownload.code >= 0) fuzzing::files().write(kFiles[0], nextDownload.text);
   return nextDownload.code;
 }

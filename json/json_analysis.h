@@ -14,9 +14,6 @@
 
 // --- names fixed by the host and the scripts -----------------------------------------------------
 
-/// Where JSON jobs lie on the controller's flash.
-constexpr char kFlashJsonDirectory[] = "/mnt/data/CustomFileDir/JsonFile/";
-
 /// Reads JSON job files into records and answers questions about the job read last.
 ///
 /// One object lives as long as the plug-in and is refilled by every read. Only the list of bars is

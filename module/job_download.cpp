@@ -1,6 +1,7 @@
 // The download operations of the readers: fetch a job, then read it.
 #include "host/cbl.h"
 #include "json/json_analysis.h"
+#include "model/job_format.h"
 #include "xml/xml_analysis.h"
 
 namespace {
@@ -18,7 +19,7 @@ int successOrFailure(int code) {
 }  // namespace
 
 int JsonAnalysis::getJson(std::string url, std::string name) {
-  const std::string target = kFlashJsonDirectory + name + ".json";
+  const std::string target = model::rowOf(model::JobFormat::Json).flashDirectory + name + ".json";
   if (const int code = fetch(url, target); code < 0) return code;
   return successOrFailure(jsonAnalysis(target));
 }

@@ -13,40 +13,42 @@
 
 namespace {
 
+using model::JobFormat;
+
 // --- texts fixed by the scripts ------------------------------------------------------------------
 
 struct LoadMessage {
   int code;
-  const char* json;
-  const char* xml;
+  const char* text;  ///< null: each reader has words of its own
 };
 
 constexpr LoadMessage kLoadMessages[] = {
-    {0, "文件解析成功", "文件解析成功"},
-    {-2, "json文件获取失败", "xml文件获取失败"},
-    {-3, "data数据解析失败", "data数据解析失败"},
-    {-4, "bar数据解析失败", "bar数据解析失败"},
-    {-5, "piece数据解析失败", "piece数据解析失败"},
-    {-6, "work数据解析失败", "work数据解析失败"},
+    {0, "文件解析成功"},       {-2, nullptr},
+    {-3, "data数据解析失败"},  {-4, "bar数据解析失败"},
+    {-5, "piece数据解析失败"}, {-6, "work数据解析失败"},
 };
 constexpr char kUnknownError[] = "未知错误";
 
 // -------------------------------------------------------------------------------------------------
 
-/// The file type that a name's extension tells. Throws std::out_of_range ("basic_string::substr")
-/// for a name of fewer than five bytes.
-int fileTypeOf(const std::string& name) {
-  if (name.substr(name.size() - 5) == ".json") {
-    std::cout << "The string ends with .json" << std::endl;
-    return kJsonJob;
+const char* messageOf(int code, const JobReader& reader) {
+  for (const LoadMessage& message : kLoadMessages) {
+    if (message.code == code) return message.text == nullptr ? reader.notObtained : message.text;
   }
-  if (name.substr(name.size() - 4) == ".xml") {
-    std::cout << "The string ends with .xml" << std::endl;
-    return kXmlJob;
+  return kUnknownError;
+}
+
+/// The format that a name's ending tells. Throws std::out_of_range ("basic_string::substr") for a
+/// name that is shorter than the first ending.
+JobFormat formatOf(const std::string& name) {
+  for (const model::JobFormatRow& row : model::kJobFormats) {
+    if (name.substr(name.size() - row.ending.size()) != row.ending) continue;
+    std::cout << "The string ends with " << row.ending << std::endl;
+    return row.format;
   }
   // kept: any other name is tried as a JSON job
   std::cout << "Unknown file type" << std::endl;
-  return kJsonJob;
+  return JobFormat::Json;
 }
 
 void setNumber(lua_State* L, const char* key, int value) {
@@ -61,57 +63,50 @@ void setText(lua_State* L, const char* key, const char* value) {
   lua_settable(L, -3);
 }
 
-int pushLoadResult(lua_State* L, int code) {
+int pushLoadResult(lua_State* L, int code, const JobReader& reader) {
   // before script code may run, and load something else
-  const char* const message = loadMessage(code, nFileType == kXmlJob);
+  const char* const message = messageOf(code, reader);
   lua_createtable(L, 0, 0);
   setNumber(L, "errorCode", code);
   setText(L, "info", message);
   return 1;
 }
 
-/// To be called before the current reader reads a job.
-void setCurrentJobAside() {
-  running_queries::setAside(nFileType == kXmlJob ? xml.data : json.data);
+/// Makes the format of `name` the current one. A name that is too short leaves JSON behind.
+JobFormat chooseFormat(const std::string& name) {
+  nFileType = fileTypeOf(JobFormat::Json);
+  const JobFormat format = formatOf(name);
+  nFileType = fileTypeOf(format);
+  return format;
 }
 
-/// Decides the file type of `name`, then reads it from the directory of that type.
-int loadFile(const std::string& name, const std::string& jsonDirectory,
-             const std::string& xmlDirectory) {
-  setCurrentJobAside();
-  return nFileType == kXmlJob ? xml.xmlAnalysis(xmlDirectory + name)
-                              : json.jsonAnalysis(jsonDirectory + name);
-}
-
-/// Makes the name's type the current one. A name that is too short leaves JSON behind.
-void chooseFileType(const std::string& name) {
-  nFileType = kJsonJob;
-  nFileType = fileTypeOf(name);
+/// Reads a job of that format and tells the script what became of it.
+int loadFile(lua_State* L, JobFormat format, const std::string& path) {
+  const JobReader& reader = readerOf(format);
+  running_queries::setAside(*reader.job);
+  return pushLoadResult(L, reader.read(path), reader);
 }
 
 }  // namespace
 
-const char* loadMessage(int code, bool isXml) {
-  for (const LoadMessage& message : kLoadMessages) {
-    if (message.code == code) return isXml ? message.xml : message.json;
-  }
-  return kUnknownError;
+const char* loadMessage(int code, JobFormat format) {
+  return messageOf(code, readerOf(format));
 }
 
 int getjsonUDiskCommand(lua_State* L) {
   const char* argument = luaL_checklstring(L, 1, nullptr);
   const std::string name = argument;
-  chooseFileType(name);
+  const JobFormat format = chooseFormat(name);
   std::string disk;
   CHmiMedia::getUdiskPath(disk);
-  return pushLoadResult(L, loadFile(name, disk + "json/", disk + "xml/"));
+  return loadFile(L, format, disk + model::rowOf(format).usbDirectory + name);
 }
 
 int getjsonFlashCommand(lua_State* L) {
   const char* argument = luaL_checklstring(L, 1, nullptr);
   const std::string name = argument;
-  chooseFileType(name);
-  return pushLoadResult(L, loadFile(name, kFlashJsonDirectory, kFlashXmlDirectory));
+  const JobFormat format = chooseFormat(name);
+  return loadFile(L, format, model::rowOf(format).flashDirectory + name);
 }
 
 int getjsonUrlCommand(lua_State* L) {
@@ -119,12 +114,13 @@ int getjsonUrlCommand(lua_State* L) {
   const char* nameArgument = luaL_checklstring(L, 2, nullptr);
   // read again: while a number became a text, script code may have run
   const char* urlArgument = luaL_checklstring(L, 1, nullptr);
+  const JobReader* const reader = currentReader();
   // kept: another file type answers with the topmost argument
-  if (currentJob() == nullptr) return 1;
+  if (reader == nullptr) return 1;
   const std::string url = urlArgument;
   const std::string name = nameArgument;
-  setCurrentJobAside();
-  const int code = nFileType == kXmlJob ? xml.getXml(url, name) : json.getJson(url, name);
+  running_queries::setAside(*reader->job);
+  const int code = reader->download(url, name);
   std::printf("rst = %d\n", code);
-  return pushLoadResult(L, code);
+  return pushLoadResult(L, code, *reader);
 }

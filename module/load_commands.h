@@ -1,10 +1,12 @@
 // The script commands that load a cutting job. Each returns {errorCode, info}.
 #pragma once
 
+#include "model/job_format.h"
+
 struct lua_State;
 
-/// What a loading command tells the script about a reader's code, for a JSON or an XML job.
-const char* loadMessage(int code, bool isXml);
+/// What a loading command tells the script about the code of a format's reader.
+const char* loadMessage(int code, model::JobFormat format);
 
 /// getjson_uDisk(name): loads a file of the USB disk.
 int getjsonUDiskCommand(lua_State* L);

@@ -40,7 +40,7 @@ int cuts(lua_State* L, const char* argument) {
 
 int holes(lua_State* L, const char*) {
   std::vector<model::HoleRow> found;
-  if (nFileType == kJsonJob) model::collectHoles(json.data, found, json.holeList);
+  if (currentJob() == &json.data) model::collectHoles(json.data, found, json.holeList);
   model::forEachHole(found, LuaRows(L));
   return 1;
 }

@@ -15,9 +15,6 @@ class XMLElement;
 
 // --- names fixed by the host and the scripts -----------------------------------------------------
 
-/// Where XML jobs lie on the controller's flash.
-constexpr char kFlashXmlDirectory[] = "/mnt/data/CustomFileDir/XmlFile/";
-
 /// Reads XML job files into records and answers questions about the job read last.
 ///
 /// One object lives as long as the plug-in and is refilled by every read. Only the list of bars is

@@ -11,6 +11,8 @@
 
 namespace desk::check {
 
+using model::JobFormat;
+
 namespace {
 
 constexpr Level kLevels[] = {Level::Header, Level::Bar, Level::Piece, Level::Cut, Level::Work};
@@ -110,14 +112,10 @@ const char* nameOf(Level level) {
   return kNames[static_cast<std::size_t>(level)];
 }
 
-const std::vector<std::string>& jsonNames(Level level) {
-  static const Names kNames = makeJsonNames();
-  return kNames.at(level);
-}
-
-const std::vector<std::string>& xmlNames(Level level) {
-  static const Names kNames = makeXmlNames();
-  return kNames.at(level);
+const std::vector<std::string>& namesAt(Level level, JobFormat format) {
+  static const Names kNames[] = {makeJsonNames(), makeXmlNames()};
+  static_assert(std::size(kNames) == std::size(model::kJobFormats));
+  return kNames[static_cast<std::size_t>(format)].at(level);
 }
 
 bool steersMachine(Level level, const std::string& name) {
@@ -131,20 +129,19 @@ bool steersMachine(Level level, const std::string& name) {
   return !otherSpelling(name, kNames.at(level)).empty();
 }
 
-Advice adviceFor(const std::string& unknown, Level level, bool isXml) {
-  const auto namesAt = [&](Level at) { return isXml ? xmlNames(at) : jsonNames(at); };
-  std::string meant = otherSpelling(unknown, namesAt(level));
-  const Aliases aliases = aliasesAt(level, isXml);
+Advice adviceFor(const std::string& unknown, Level level, JobFormat format) {
+  std::string meant = otherSpelling(unknown, namesAt(level, format));
+  const Aliases aliases = aliasesAt(level, format == JobFormat::Xml);
   if (const auto alias = aliases.find(unknown); meant.empty() && alias != aliases.end()) {
     meant = alias->second;
   }
   for (const Level other : kLevels) {
-    if (!meant.empty() || other == level || !contains(namesAt(other), unknown)) continue;
+    if (!meant.empty() || other == level || !contains(namesAt(other, format), unknown)) continue;
     const bool steers = steersMachine(other, unknown);
     return {steers ? Severity::Error : Severity::Warning,
             std::string("; it belongs to ") + nameOf(other)};
   }
-  if (meant.empty()) meant = nearest(unknown, namesAt(level));
+  if (meant.empty()) meant = nearest(unknown, namesAt(level, format));
   if (meant.empty()) return {Severity::Warning, ""};
   return {steersMachine(level, meant) ? Severity::Error : Severity::Warning,
           "; did you mean \"" + meant + "\"?"};

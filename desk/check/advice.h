@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "desk/check/finding.h"
+#include "model/job_format.h"
 #include "model/key_table.h"
 
 namespace desk::check {
@@ -15,8 +16,7 @@ using model::Level;
 const char* nameOf(Level level);
 
 /// The names that a format knows at a level: keys of JSON objects or children of XML elements.
-const std::vector<std::string>& jsonNames(Level level);
-const std::vector<std::string>& xmlNames(Level level);
+const std::vector<std::string>& namesAt(Level level, model::JobFormat format);
 
 /// Whether what the key of this level fills decides what the machine does: bars and pieces
 /// themselves, their numbers and dimensions, barcodes, cuts and works. Losing one is an error,
@@ -30,6 +30,6 @@ struct Advice {
 
 /// What an unknown name was likely meant for: another way to write a known one, the name that the
 /// other format has for it, a name of another level, or the nearest one.
-Advice adviceFor(const std::string& unknown, Level level, bool isXml);
+Advice adviceFor(const std::string& unknown, Level level, model::JobFormat format);
 
 }  // namespace desk::check

@@ -16,11 +16,9 @@
 
 namespace desk::check {
 
-namespace {
+using model::JobFormat;
 
-bool endsWith(const std::string& text, const std::string& end) {
-  return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
-}
+namespace {
 
 bool standsBefore(const Finding& a, const Finding& b) {
   const auto key = [](const Finding& finding) {
@@ -55,10 +53,6 @@ bool hasPieces(const DATA_T& job) {
 
 }  // namespace
 
-bool isXmlName(const std::string& file) {
-  return endsWith(file, ".xml");
-}
-
 void CheckSession::check(const std::string& file) {
   std::string bytes;
   std::string reason;
@@ -75,7 +69,7 @@ void CheckSession::check(const std::string& file, std::string bytes) {
   const std::size_t from = report_.findings.size();
   checkName(file);
   checkEncoding();
-  isXmlName(file) ? checkXml() : checkJson();
+  model::formatOfName(file) == JobFormat::Xml ? checkXml() : checkJson();
   const auto start = report_.findings.begin() + static_cast<std::ptrdiff_t>(from);
   std::stable_sort(start, report_.findings.end(), standsBefore);
   fold(report_.findings, from, rules::kAngle135);
@@ -92,7 +86,7 @@ void CheckSession::checkName(const std::string& file) {
     add(rules::kFileName, Severity::Error, {1, 0},
         "a name of fewer than 5 bytes makes getjson_Flash and getjson_uDisk raise "
         "\"basic_string::substr\"");
-  } else if (!isXmlName(name) && !endsWith(name, ".json")) {
+  } else if (!model::hasEnding(name, model::formatOfName(name))) {
     add(rules::kFileName, Severity::Warning, {1, 0},
         "the name ends neither in .json nor in .xml, in small letters: the panel tries it as JSON");
   }
@@ -128,7 +122,7 @@ void CheckSession::reportFault(int line, int byteColumn, const std::string& reas
   const std::string consequence =
       trailing ? "A panel may load what stands in front; cusdesk refuses the file"
                : std::string("Nothing is loaded: the panel answers -2 and keeps the ") +
-                     (isXmlName(source().name()) ? "XML" : "JSON") + " job before";
+                     model::rowOf(model::formatOfName(source().name())).name + " job before";
   add(trailing ? rules::kTrailingText : rules::kSyntax, Severity::Error, at,
       reason + end + consequence);
 }
@@ -143,7 +137,7 @@ void CheckSession::checkJson() {
   const JsonPositions text(source().bytes(), source().markSize());
   noteLeniencies(text);
   if (panel_->jsonWatcher.read(root, text, report_.sources, report_.findings) == 0) {
-    checkJob(json(), false);
+    checkJob(JobFormat::Json);
   }
 }
 
@@ -158,12 +152,12 @@ void CheckSession::checkXml() {
       panel_->xmlWatcher.read(*document.RootElement(), report_.sources, report_.findings);
   if (!thrown.empty()) return;
   checkZeroReferences();
-  checkJob(xml(), true);
+  checkJob(JobFormat::Xml);
   checkOtherReader();
 }
 
-void CheckSession::checkJob(const TracedJob& traced, bool isXml) {
-  const LoadedJob job{traced, file(), isXml};
+void CheckSession::checkJob(JobFormat format) {
+  const LoadedJob job{this->job(format), file(), format};
   checkVersion(job, report_.findings);
   checkDuplicates(job, report_.findings);
   checkNumbers(job, report_.findings);

@@ -8,6 +8,7 @@
 #include "desk/check/finding.h"
 #include "desk/check/json_watcher.h"
 #include "desk/check/xml_watcher.h"
+#include "model/job_format.h"
 
 namespace desk::check {
 
@@ -23,9 +24,6 @@ struct Report {
   Findings findings;                   ///< by file, then by place
   std::vector<Unreadable> unreadable;  ///< in order
 };
-
-/// Whether the panel reads a file of that name as XML. All others are read as JSON.
-bool isXmlName(const std::string& file);
 
 class CheckSession {
  public:
@@ -44,7 +42,10 @@ class CheckSession {
 
   const Report& report() const { return report_; }
 
-  /// What the readers hold after the last file. Good until the next one.
+  /// What the reader of a format holds after the last file. Good until the next one.
+  const TracedJob& job(model::JobFormat format) const {
+    return format == model::JobFormat::Xml ? xml() : json();
+  }
   const TracedJob& json() const { return panel_->jsonWatcher.traced(); }
   const TracedJob& xml() const { return panel_->xmlWatcher.traced(); }
 
@@ -53,7 +54,7 @@ class CheckSession {
   void checkEncoding();
   void checkJson();
   void checkXml();
-  void checkJob(const TracedJob& traced, bool isXml);
+  void checkJob(model::JobFormat format);
   void checkZeroReferences();
   void checkOtherReader();
   void reportFault(int line, int byteColumn, const std::string& reason);

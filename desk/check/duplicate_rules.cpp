@@ -90,7 +90,7 @@ void checkPieceNumbers(const LoadedJob& job, Findings& findings) {
 void checkDuplicates(const LoadedJob& job, Findings& findings) {
   checkBarCodes(job, findings);
   // The barcodes of an XML job's cuts come from the JSON reader, so there is nothing to mix up.
-  if (!job.isXml) checkPieceNumbers(job, findings);
+  if (job.format == model::JobFormat::Json) checkPieceNumbers(job, findings);
 }
 
 }  // namespace desk::check

@@ -47,7 +47,7 @@ bool numberOf(const std::string& text, double& number, bool& whole) {
 }
 
 void checkVersion(const LoadedJob& job, Findings& findings) {
-  if (!job.isXml || model::declaresVersion1(job.traced.job)) return;
+  if (job.format != model::JobFormat::Xml || model::declaresVersion1(job.traced.job)) return;
   const OriginId value = job.traced.header[fieldOf<DATA_T>(&DATA_T::Version)];
   const std::string& version = job.traced.job.Version;
   const std::string what = version.empty() ? "the job declares no \"Version\" of \"1.0\""
@@ -86,7 +86,7 @@ void checkLengths(const LoadedJob& job, Findings& findings) {
              (bar.piece.size() == 1 ? " long, the bar " : " long together, the bar ") +
              shortestText(length),
          here,
-         job.isXml ? "Length" : "length",
+         job.format == model::JobFormat::Xml ? "Length" : "length",
          {}});
   }
 }

@@ -5,6 +5,7 @@
 
 #include "desk/check/finding.h"
 #include "desk/job/traced_job.h"
+#include "model/job_format.h"
 
 namespace desk::check {
 
@@ -12,7 +13,7 @@ namespace desk::check {
 struct LoadedJob {
   const TracedJob& traced;
   int file;
-  bool isXml;
+  model::JobFormat format;
 };
 
 /// The place of a value: its own when it was read from this file, else that of the element which

@@ -73,11 +73,11 @@ void JsonWatcher::reportShadowed(const Json::Value& value, const Json::Value& wi
 
 void JsonWatcher::reportStrangers(const Json::Value& object, Level level) {
   if (!object.isObject()) return;
-  const std::vector<std::string>& known = jsonNames(level);
+  const std::vector<std::string>& known = namesAt(level, model::JobFormat::Json);
   for (auto entry = object.begin(); entry != object.end(); ++entry) {
     const std::string key = entry.name();
     if (std::find(known.begin(), known.end(), key) != known.end()) continue;
-    const Advice advice = adviceFor(key, level, false);
+    const Advice advice = adviceFor(key, level, model::JobFormat::Json);
     report(rules::kUnknownKey, advice.severity, placeOfKey(*entry),
            quoted(key) + " is no key of " + nameOf(level) + " and is ignored" + advice.text, key);
   }

@@ -29,7 +29,8 @@ bool converts(const std::string& text, Convert convert) {
 /// Collects the findings about the numbers of one job.
 class NumberCheck {
  public:
-  NumberCheck(const LoadedJob& job, Findings& findings) : job_(job), findings_(findings) {}
+  NumberCheck(const LoadedJob& job, Findings& findings)
+      : job_(job), isJson_(job.format == model::JobFormat::Json), findings_(findings) {}
 
   void run() {
     Element here;
@@ -49,11 +50,11 @@ class NumberCheck {
     const NumberText number{"BarNumber", bar.BarNumber,
                             trace.keys[fieldOf<BAR_T>(&BAR_T::BarNumber)]};
     const auto toInt = [](const std::string& text) { (void)std::stoi(text); };
-    if (!job_.isXml && !bar.piece.empty() && !converts(bar.BarNumber, toInt)) {
+    if (isJson_ && !bar.piece.empty() && !converts(bar.BarNumber, toInt)) {
       raise(number, Raises::GetCut, trace.place, here);
     }
     // JSON bars hold integers or nothing.
-    if (!job_.isXml) return;
+    if (isJson_) return;
     for (const NumberText& text : {length(bar, trace), maxY(bar, trace), maxZ(bar, trace)}) {
       if (!text.text.empty()) checkText(text, trace.place, here);
     }
@@ -65,7 +66,7 @@ class NumberCheck {
     const NumberText cut{"Length", piece.Length, trace.cut[0]};
     bool raises = false;
     for (const WORK_T& work : piece.work) {
-      if (job_.isXml || !holes_.insert(work.Name).second) continue;
+      if (!isJson_ || !holes_.insert(work.Name).second) continue;
       raises |= checkHole(cut, trace.place, here);
       const Element barElement{here.bar, 0, 0};
       checkHole(maxY(bar, barTrace), barTrace.place, barElement);
@@ -136,6 +137,7 @@ class NumberCheck {
   }
 
   const LoadedJob& job_;
+  bool isJson_;
   Findings& findings_;
   std::set<std::string> holes_;  ///< the work names that get_hole has met
   std::set<std::pair<std::pair<int, int>, std::string>> raised_;

@@ -102,8 +102,8 @@ void XmlWatcher::reportStrangers(const XMLElement& element, Level level) {
     }
     const XMLElement* inner = child->ToElement();
     if (inner == nullptr) continue;
-    if (!contains(xmlNames(level), inner->Name())) {
-      const Advice advice = adviceFor(inner->Name(), level, true);
+    if (!contains(namesAt(level, model::JobFormat::Xml), inner->Name())) {
+      const Advice advice = adviceFor(inner->Name(), level, model::JobFormat::Xml);
       report(rules::kUnknownKey, advice.severity, placeOf(*inner),
              quoted(inner->Name()) + " is no element of " + nameOf(level) + " and is ignored" +
                  advice.text,

@@ -7,7 +7,6 @@
 #include "desk/base/errors.h"
 #include "desk/base/log.h"
 #include "desk/base/stdout_redirect.h"
-#include "desk/check/check_session.h"
 #include "desk/commands/commands.h"
 #include "desk/draw/job_picture.h"
 #include "desk/draw/summary.h"
@@ -15,6 +14,7 @@
 #include "desk/panel/svg_file.h"
 #include "desk/show/formats.h"
 #include "json/json_analysis.h"
+#include "model/job_format.h"
 #include "xml/xml_analysis.h"
 
 namespace desk::commands {
@@ -43,21 +43,27 @@ Target targetOf(const Arguments& arguments) {
   return target;
 }
 
+template <class Reader, int (Reader::*read)(std::string)>
+int readWith(const std::string& path, DATA_T& job) {
+  Reader reader;
+  const int code = (reader.*read)(path);
+  job = std::move(reader.data);
+  return code;
+}
+
+// In the order of the formats.
+constexpr int (*kReaders[])(const std::string& path, DATA_T& job) = {
+    readWith<JsonAnalysis, &JsonAnalysis::jsonAnalysis>,
+    readWith<XmlAnalysis, &XmlAnalysis::xmlAnalysis>};
+static_assert(std::size(kReaders) == std::size(model::kJobFormats));
+
 /// What the machine's own reader makes of the file.
 DATA_T readJob(const std::string& file) {
   const std::string path = job::presentJob(file).controllerPath;
   int code = 0;
   DATA_T job;
   try {
-    if (check::isXmlName(path)) {
-      XmlAnalysis reader;
-      code = reader.xmlAnalysis(path);
-      job = std::move(reader.data);
-    } else {
-      JsonAnalysis reader;
-      code = reader.jsonAnalysis(path);
-      job = std::move(reader.data);
-    }
+    code = kReaders[static_cast<std::size_t>(model::formatOfName(path))](path, job);
   } catch (const std::logic_error& error) {
     throw Error(kExitCannot,
                 "cannot load " + file + ": " + error.what() + "; cusdesk check tells where");

@@ -70,9 +70,8 @@ Table answer(const Invocation& invocation, const std::string& file, const Questi
 void addWhere(Table& table, const Question& question, const std::string& file) {
   check::CheckSession session(check::CheckSession::Readers::Fresh);
   session.check(file);
-  const bool isXml = check::isXmlName(file);
-  const job::TracedJob& job = isXml ? session.xml() : session.json();
-  addOrigins(table, question, job, isXml);
+  const model::JobFormat format = model::formatOfName(file);
+  addOrigins(table, question, session.job(format), format);
 }
 
 Table tableFor(const Invocation& invocation, const std::string& file, const Question& question,

@@ -4,13 +4,14 @@
 #include <stdexcept>
 
 #include "json/json_keys.h"
+#include "model/job_format.h"
 #include "xml/xml_elements.h"
 
 namespace desk::editor {
 
 namespace {
 
-enum class JobFormat { Json, Xml };
+using model::JobFormat;
 
 /// Whether XML jobs reach this row value. get_hole answers for JSON jobs only, and get_cut takes
 /// three values from the JSON reader whatever the job.

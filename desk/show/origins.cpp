@@ -102,14 +102,14 @@ class TableSink {
 /// A job in a reader of its own, as after a load in a program that has just begun.
 class LoadedJob {
  public:
-  LoadedJob(const job::TracedJob& job, bool isXml)
-      : isXml_(isXml), origins_(job, take(job, isXml)) {}
+  LoadedJob(const job::TracedJob& job, model::JobFormat format)
+      : isJson_(format == model::JobFormat::Json), origins_(job, take(job)) {}
 
   Table rows(const Question& question) {
     Table table{keysOf(question), {}};
     TableSink sink(table, origins_);
     std::vector<model::HoleRow> holes;
-    const DATA_T& job = isXml_ ? xmlJob_ : json_.data;
+    const DATA_T& job = isJson_ ? json_.data : otherJob_;
     switch (question.subject) {
       case Subject::Bars:
         return barsOf(rows({Subject::Cuts, "", ""}), rows({Subject::Labels, "", ""}), question.bar);
@@ -120,7 +120,7 @@ class LoadedJob {
         job_rows::Cuts(&job, question.bar, json_).forEach(sink);
         break;
       case Subject::Holes:
-        if (!isXml_) model::collectHoles(json_.data, holes, json_.holeList);
+        if (isJson_) model::collectHoles(json_.data, holes, json_.holeList);
         model::forEachHole(holes, sink);
         break;
       case Subject::Labels:
@@ -134,13 +134,13 @@ class LoadedJob {
   }
 
  private:
-  const DATA_T& take(const job::TracedJob& job, bool isXml) {
-    return (isXml ? xmlJob_ : json_.data) = job.job;
+  const DATA_T& take(const job::TracedJob& job) {
+    return (isJson_ ? json_.data : otherJob_) = job.job;
   }
 
-  bool isXml_;
+  bool isJson_;
   JsonAnalysis json_;
-  DATA_T xmlJob_;
+  DATA_T otherJob_;  ///< of a format whose reader adds nothing to the rows
   Origins origins_;
 };
 
@@ -151,8 +151,9 @@ bool haveSameTexts(const std::vector<Cell>& a, const std::vector<Cell>& b) {
 
 }  // namespace
 
-void addOrigins(Table& table, const Question& question, const job::TracedJob& job, bool isXml) {
-  Table made = LoadedJob(job, isXml).rows(question);
+void addOrigins(Table& table, const Question& question, const job::TracedJob& job,
+                model::JobFormat format) {
+  Table made = LoadedJob(job, format).rows(question);
   if (!std::equal(made.rows.begin(), made.rows.end(), table.rows.begin(), table.rows.end(),
                   haveSameTexts)) {
     throw std::logic_error("show: the plug-in answers with other rows than this cusdesk knows");

@@ -3,6 +3,7 @@
 
 #include "desk/job/traced_job.h"
 #include "desk/show/table.h"
+#include "model/job_format.h"
 
 namespace desk::show {
 
@@ -10,6 +11,7 @@ namespace desk::show {
 /// views is looked up by its address.
 /// @param job what the reader holds that answered, read from the same file
 /// Throws std::logic_error when the plug-in that answered makes other rows.
-void addOrigins(Table& table, const Question& question, const job::TracedJob& job, bool isXml);
+void addOrigins(Table& table, const Question& question, const job::TracedJob& job,
+                model::JobFormat format);
 
 }  // namespace desk::show

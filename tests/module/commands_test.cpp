@@ -17,7 +17,7 @@ class CommandsTest : public test_support::LuaTest {
     testing::internal::CaptureStdout();
     reg_cus_ParseModule(L);
     testing::internal::GetCapturedStdout();
-    nFileType = kJsonJob;
+    nFileType = fileTypeOf(model::JobFormat::Json);
     json.data = DATA_T();
     json.data.Version = "1.0";
     json.materialList.clear();
@@ -56,7 +56,7 @@ TEST_F(CommandsTest, TextsEndAtAZeroByteOnTheWayToAndFromTheScript) {
 }
 
 TEST_F(CommandsTest, ArgumentsAreReadInOrderBeforeAnythingHappens) {
-  nFileType = kXmlJob;
+  nFileType = fileTypeOf(model::JobFormat::Xml);
   const struct {
     const char* call;
     const char* message;
@@ -77,7 +77,7 @@ TEST_F(CommandsTest, ArgumentsAreReadInOrderBeforeAnythingHappens) {
     EXPECT_THAT(run(std::string("local answer = cus_ParseModule.") + row.call),
                 testing::EndsWith(row.message));
   }
-  EXPECT_EQ(nFileType, kXmlJob);
+  EXPECT_EQ(nFileType, fileTypeOf(model::JobFormat::Xml));
 }
 
 TEST_F(CommandsTest, DimensionsShowOnlyTheRowsBehindTheLastWorkOfAnotherPiece) {
@@ -130,7 +130,7 @@ TEST_F(CommandsTest, CutsOfAnXmlJobTakeHeightAndCountFromTheJsonReader) {
   json.data.Bar[0].MaxZ = "70";
   json.data.Bar[0].BarNumber = "9";
   EXPECT_EQ(run("return cus_ParseModule.get_cut('')[1].MaterialCount"), "9");
-  nFileType = kXmlJob;
+  nFileType = fileTypeOf(model::JobFormat::Xml);
   xml.data.Version = "1.0";
   xml.data.Bar.push_back(barOf(1, 0, "xml"));
   xml.data.Bar[0].BarNumber = "9";

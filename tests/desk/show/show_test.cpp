@@ -87,8 +87,8 @@ class ShowTest : public testing::Test {
     tree.write(name, text);
     check::CheckSession session(check::CheckSession::Readers::Fresh);
     session.check(name, text);
-    const bool isXml = check::isXmlName(name);
-    const job::TracedJob& job = isXml ? session.xml() : session.json();
+    const model::JobFormat format = model::formatOfName(name);
+    const job::TracedJob& job = session.job(format);
 
     const bool isEmpty = job.bars.empty() || job.bars[0].pieces.empty();
     const std::string bar = isEmpty ? "1" : job.job.Bar[0].BarNumber;
@@ -117,7 +117,7 @@ class ShowTest : public testing::Test {
       if (!loads(engine, name)) return {0, 0};
       try {
         Table table = ask(engine, row.question);
-        addOrigins(table, row.question, job, isXml);
+        addOrigins(table, row.question, job, format);
         compared.first += static_cast<int>(table.rows.size());
         compared.second += compareOrigins(table, *session.report().sources[0]);
         if (row.command == nullptr) continue;
