@@ -6,7 +6,7 @@
 
 BarCodeRefill::BarCodeRefill(BarCodeMap& map) : map_(map), left_(std::exchange(map, {})) {}
 
-bool BarCodeRefill::add(const BAR_T& bar) {
+bool BarCodeRefill::tryAdd(const BAR_T& bar) {
   if (bar.piece.empty()) return true;
   BarCodeMap::node_type codes = left_.extract(bar.BarNumber);
   if (codes.empty() || codes.mapped().size() != bar.piece.size()) return false;

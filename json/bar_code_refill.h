@@ -9,15 +9,16 @@
 /// Bar number to piece number to barcode.
 using BarCodeMap = std::map<std::string, std::map<std::string, std::string>>;
 
-/// Fills a map anew bar by bar, without allocating, for as long as it had the job's keys before and
-/// no two pieces have the same numbers. Otherwise the map has to be built from nothing.
+/// Reuses the map's nodes, so that nothing is allocated. Works only if the map already has exactly
+/// the job's bar and piece numbers, each once; otherwise the map has to be built from nothing.
 class BarCodeRefill {
  public:
   /// Empties the map; the bars added fill it.
   explicit BarCodeRefill(BarCodeMap& map);
 
-  /// Fills in the pieces of the job's next bar. False: this map cannot be filled in place.
-  bool add(const BAR_T& bar);
+  /// Fills in the pieces of the next bar. Returns false when the map cannot be filled in place:
+  /// its content is then unspecified.
+  bool tryAdd(const BAR_T& bar);
 
  private:
   BarCodeMap& map_;

@@ -60,7 +60,7 @@ std::list<PRINT_T> JsonAnalysis::getPrint() {
 void JsonAnalysis::getAllBarCodeToMap() {
   BarCodeRefill refill(barCodeMap);
   if (std::all_of(data.Bar.begin(), data.Bar.end(),
-                  [&](const BAR_T& bar) { return refill.add(bar); })) {
+                  [&](const BAR_T& bar) { return refill.tryAdd(bar); })) {
     return;
   }
   barCodeMap.clear();

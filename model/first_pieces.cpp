@@ -18,7 +18,7 @@ std::size_t slotsFor(const JobView& job) {
 
 PieceTable::PieceTable(const JobView& job) : slots_(slotsFor(job)) {}
 
-PieceOnBar FirstPieces::meet(const PieceOnBar& piece) {
+PieceOnBar FirstPieces::firstWithBarCode(const PieceOnBar& piece) {
   const std::string& barCode = piece.piece->BarCode;
   const std::size_t hash = std::hash<std::string>()(barCode);
   PieceTable::Slot& slot =

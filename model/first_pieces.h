@@ -46,7 +46,7 @@ class FirstPieces {
   explicit FirstPieces(const JobView& job) : pieces_(job) {}
 
   /// The first piece met so far that bears the barcode of this one: itself, when it is the first.
-  PieceOnBar meet(const PieceOnBar& piece);
+  PieceOnBar firstWithBarCode(const PieceOnBar& piece);
 
  private:
   PieceTable pieces_;

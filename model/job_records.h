@@ -8,8 +8,7 @@
 #include <string>
 #include <vector>
 
-// --- names fixed by the job files: a field bears the name of the key that fills it
-// ----------------
+// --- names fixed by the job files: a field bears the name of the key that fills it ---------------
 
 /// The nineteen free label fields of a piece.
 struct FIELD_T {

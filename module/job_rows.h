@@ -39,7 +39,7 @@ void allWorks(const JobView& job, Sink&& sink) {
   model::FirstPieces firstPieces(job);
   script_rows::Work row;
   model::forEachPiece(job, [&](const BAR_T& bar, const PIECE_T& piece) {
-    const model::PieceOnBar first = firstPieces.meet({&bar, &piece});
+    const model::PieceOnBar first = firstPieces.firstWithBarCode({&bar, &piece});
     row.barCode = &piece.BarCode;
     if (job.isVersion1()) static_cast<Dimensions&>(row) = dimensionsOf(first);
     for (const WORK_T& work : piece.work) {
