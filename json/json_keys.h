@@ -87,6 +87,10 @@ struct LabelKey {
   std::string FIELD_T::*secondField;
 };
 
+constexpr bool fillSameField(const LabelKey& a, const LabelKey& b) {
+  return a.field == b.field;
+}
+
 // kept: lower-case label keys land in Field1, Field11 or Field15; label layouts in the field rely
 // on it. A piece without a text under either spelling of the first row has no label fields at all.
 inline constexpr LabelKey kLabelFields[] = {
@@ -136,6 +140,15 @@ static_assert(model::spellingsAreUnique(kHeader) && model::spellingsAreUnique(kB
                   model::spellingsAreUnique(kPiece) && model::spellingsAreUnique(kLabelFields) &&
                   model::spellingsAreUnique(kCut) && model::spellingsAreUnique(kWork),
               "a key must fill one field");
+static_assert(model::fieldsAreUnique(kHeader) && model::fieldsAreUnique(kBar) &&
+                  model::fieldsAreUnique(kPiece) && model::fieldsAreUnique(kLabelFields) &&
+                  model::fieldsAreUnique(kCut) && model::fieldsAreUnique(kWork),
+              "a field must have one key");
+static_assert(sizeof(DATA_T) - sizeof(DATA_T::Bar) - alignof(DATA_T) ==
+                  (std::size(kHeader) - 1) * sizeof(std::string),
+              "every text of the header and its flag have a key");
+static_assert(sizeof(WORK_T) - sizeof(WORK_T::Name) == (std::size(kWork) - 1) * sizeof(double),
+              "every number of a work has a key");
 static_assert(sizeof(FIELD_T) == std::size(kLabelFields) * sizeof(std::string),
               "every label field has a key");
 static_assert(sizeof(CUT_T) == std::size(kCut) * sizeof(std::string),

@@ -1,7 +1,9 @@
 // The form of the key tables: which key of a job file fills which field of a record, and how.
 //
 // There is one table per record and format. The readers loop over the tables, and everything else
-// that knows keys comes from them too or is tested against them.
+// that knows keys comes from them too or is tested against them. Each table checks itself when it
+// is compiled: no spelling and no field stands in it twice, and no field of its record is
+// forgotten.
 #pragma once
 
 #include <cstddef>
@@ -47,7 +49,33 @@ struct Key {
   FieldOf<Record> field;
 };
 
-/// Whether no spelling occurs twice in a table: the check that every table makes of itself.
+/// Whether two rows fill the same field.
+template <class Record>
+constexpr bool fillSameField(const Key<Record>& a, const Key<Record>& b) {
+  const auto isText = [](KeyKind kind) {
+    return kind == KeyKind::Text || kind == KeyKind::IntegerText;
+  };
+  const auto isNumber = [](KeyKind kind) {
+    return kind == KeyKind::Integer || kind == KeyKind::Number;
+  };
+  if (isText(a.kind) && isText(b.kind)) return a.field.text == b.field.text;
+  if (isNumber(a.kind) && isNumber(b.kind)) return a.field.number == b.field.number;
+  return a.kind == KeyKind::Flag && b.kind == KeyKind::Flag && a.field.flag == b.field.flag;
+}
+
+/// Whether no field is filled by two rows of a table. A table that has as many rows as its record
+/// has fields thus fills each of them.
+template <class Row, std::size_t count>
+constexpr bool fieldsAreUnique(const Row (&rows)[count]) {
+  for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t j = 0; j < i; ++j) {
+      if (fillSameField(rows[i], rows[j])) return false;
+    }
+  }
+  return true;
+}
+
+/// Whether no spelling occurs twice in a table.
 template <class Row, std::size_t count>
 constexpr bool spellingsAreUnique(const Row (&rows)[count]) {
   std::string_view seen[2 * count] = {};

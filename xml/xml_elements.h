@@ -80,5 +80,9 @@ static_assert(model::spellingsAreUnique(kHeader) && model::spellingsAreUnique(kB
                   model::spellingsAreUnique(kPiece) && model::spellingsAreUnique(kCut) &&
                   model::spellingsAreUnique(kWork),
               "an element must fill one field");
+static_assert(model::fieldsAreUnique(kHeader) && model::fieldsAreUnique(kBar) &&
+                  model::fieldsAreUnique(kPiece) && model::fieldsAreUnique(kCut) &&
+                  model::fieldsAreUnique(kWork),
+              "a field must have one element");
 
 }  // namespace xml_elements

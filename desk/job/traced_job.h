@@ -63,27 +63,12 @@ struct FieldsOf<WORK_T> {
 template <class Record>
 using Trace = std::array<OriginId, std::size(FieldsOf<Record>::keys)>;
 
-/// Whether two key rows fill the same field.
-template <class Record>
-constexpr bool fillSameField(const model::Key<Record>& a, const model::Key<Record>& b) {
-  using model::KeyKind;
-  const auto isText = [](KeyKind kind) {
-    return kind == KeyKind::Text || kind == KeyKind::IntegerText;
-  };
-  const auto isNumber = [](KeyKind kind) {
-    return kind == KeyKind::Integer || kind == KeyKind::Number;
-  };
-  if (isText(a.kind) && isText(b.kind)) return a.field.text == b.field.text;
-  if (isNumber(a.kind) && isNumber(b.kind)) return a.field.number == b.field.number;
-  return a.kind == KeyKind::Flag && b.kind == KeyKind::Flag && a.field.flag == b.field.flag;
-}
-
 /// The index of the field that a key fills; the number of fields for a key that fills none.
 template <class Record>
 constexpr std::size_t fieldOf(const model::Key<Record>& key) {
   const auto& keys = FieldsOf<Record>::keys;
   std::size_t i = 0;
-  while (i < std::size(keys) && !fillSameField(keys[i], key)) ++i;
+  while (i < std::size(keys) && !model::fillSameField(keys[i], key)) ++i;
   return i;
 }
 
