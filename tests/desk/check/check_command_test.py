@@ -95,6 +95,9 @@ class Check(Folder):
                           "length": ("6000", "clean.json", 1, "bar 1")})
         self.assertEqual((carried[0]["file"], carried[0]["line"], carried[0]["column"]),
                          ("next.json", 2, 10))
+        self.assertEqual([one["key"] for one in json.loads(
+            self.check("bad.json", "--format", "json").stdout)["findings"] if "key" in one],
+                         ["BarNumber"])
         self.assertEqual([one["file"] for one in answer["unreadable"]], ["no.json"])
         self.assertEqual(answer["summary"], {"files": 2, "errors": 1, "warnings": 0, "notes": 0})
 
@@ -167,10 +170,18 @@ TEN_PIECES = ", ".join(CUT.replace("1,", f"{number},") % 600.1 for number in ran
 XML = "<Job><Version>1.0</Version>%s</Job>"
 ROW = "<Bar><BarNumber>1</BarNumber>%s<Piece><CtrsZ>0</CtrsZ>%s</Piece></Bar>"
 
+WORK = ("<Work><Name>b</Name><ProfiLav>1</ProfiLav><PositionX>1</PositionX><PositionY>1</PositionY>"
+        "<PositionZ>1</PositionZ></Work>")
+
 # A job's name and bytes, and what check says of it behind "NAME:".
 ODDITIES = [
     ("gate.json", '{"Version": "2.0", "version": "1.0"}',
      '1:2: error: "Version" is "2.0" and wins over "version": with bars the panel would answer -4 [version]'),
+    ("both.json", '{"Version": "1.0", "version": "1.0"}',
+     '1:20: note: "version" is ignored because "Version" is there too, with the same value [shadowed-key]'),
+    ("alias.json", JOB % '{"BarNumber": 1, "MaxZ": 1, "piece": [{"PieceNumber": 1, "holing_type": "", "cut": {"Length": "1"}, '
+     '"work": [{"Name": "a"}, {"Name": "b"}]}]}', '1:28: error: bar 1 has no "MaxY": get_hole() raises "stod" [raises]\n'
+     '1:85: warning: "holing_type" is no key of a piece and is ignored; did you mean "Extra_Pie"? [unknown-key]'),
     ("first.json", JOB % "null",
      "1:28: error: bar 1 is null, not an object: it becomes a bar without a value of its own [not-an-object]"),
     ("negative.json", JOB % f'{{"BarNumber": 1, "length": 1000, "piece": [{CUT % 1500}, {CUT.replace("1,", "2,") % -900}]}}',
@@ -196,12 +207,14 @@ ODDITIES = [
      "2:28: error: the piece of bar 2 is 2000.1 long, the bar 2000 [does-not-fit]"),
     ("cut_off.json", JOB % f'{{"BarNumber": 1, "piece": [{CUT % "900.u0000x"}]}}'.replace(".u", "\\u"),
      '1:82: error: "Length" is "900\\x00x": scripts get "900" of it [zero-byte]'),
-    ("nan.xml", XML % ROW % ("", "<Cut><Length>9</Length></Cut><Work><ProfiLav>1</ProfiLav><PositionX>nan"
-                             "</PositionX><PositionY>-inf</PositionY><PositionZ>1,5</PositionZ></Work>"),
+    ("nan.xml", XML % ROW % ("<Length>inf</Length>", "<Cut><Length>9 </Length></Cut>"
+                             "<Work><ProfiLav>1</ProfiLav><PositionX>nan</PositionX><PositionY>-inf</PositionY>"
+                             "<PositionZ>1,5</PositionZ></Work>"),
+     '1: error: bar 1: "Length" is "inf", no number [not-a-number]\n'
      '1: error: "PositionX" is "nan" and read as nan [not-a-number]\n'
      '1: error: "PositionY" is "-inf" and read as -inf [not-a-number]\n'
      '1: warning: "PositionZ" is "1,5" and read as 1 [not-a-number]'),
-    ("same.xml", XML % ROW % ("<BarNumber>1</BarNumber><BarNumber>2</BarNumber>", "<Cut><Length>9</Length></Cut>"),
+    ("same.xml", XML % ROW % ("<BarNumber>1</BarNumber><BarNumber>2<b/></BarNumber>", "<Cut><Length>9</Length></Cut>"),
      '1: note: "BarNumber" is ignored because only the first one counts (line 1), which has the same text '
      "[repeated-element]\n"
      '1: error: "BarNumber" is ignored because only the first one counts (line 1) [repeated-element]'),
@@ -211,7 +224,8 @@ ODDITIES = [
     ("zero.xml", XML % "<Name>a&#x0;b<!-- &#0; --><![CDATA[&#0;]]></Name>",
      "1:35: warning: a text ends at this reference, and what follows in it is not read [zero-byte]\n"
      '1: warning: the text "&#0;" in "Name" is not read: a value ends where its first text ends [ignored-text]'),
-    ("around.xml", "loose" + XML % "", '1: warning: the text "loose" outside of the root is not read [ignored-text]'),
+    ("around.xml", "loose" + XML.replace("Job>", 'Job xmlns="u" xsi:type="v">', 1) % "",
+     '1: warning: the text "loose" outside of the root is not read [ignored-text]'),
     ("entity.xml", '<!DOCTYPE Job [<!ENTITY n "x">\n<!ENTITY m "y">]>\n' + XML % "<Name>&n;</Name>",
      "1: warning: declared entities are not read: a text keeps their names [ignored-text]\n"
      "2: warning: declared entities are not read: a text keeps their names [ignored-text]"),
@@ -229,6 +243,14 @@ class Oddities(Folder):
     def test_an_xml_job_without_pieces_has_no_cuts_to_mix_up(self):
         (self.folder / "bars.xml").write_text(XML % "<Bar/>", encoding="utf-8")
         self.assertEqual(self.check("--sequence", "clean.json", "bars.xml", code=0).stdout, "")
+
+    def test_what_a_broken_xml_job_leaves_is_told_of_the_next_one(self):
+        (self.folder / "a.xml").write_text(XML % ROW % ("", "<Cut><sxB>45</sxB></Cut>" + WORK.replace("1", "")),
+                                           encoding="utf-8")
+        (self.folder / "b.xml").write_text(XML % ("\n" + ROW % ("", "")), encoding="utf-8")
+        self.assertEqual(self.check("--sequence", "a.xml", "b.xml").stdout.splitlines()[1:], [
+            'b.xml:2: error: piece 1 of bar 1 has no "sxB" and keeps "45" of piece 1 of bar 1 (a.xml:1) [carried-over]',
+            'b.xml:2: error: piece 1 of bar 1 has no "Length" [not-a-number]'])
 
     def test_hostile_file_names_are_spelled_out(self):
         (self.folder / "a\x1b\n.json").write_text(CLEAN, encoding="utf-8")
@@ -249,7 +271,7 @@ class Oddities(Folder):
 class Terminals(Folder):
     def test_caret_stands_below_the_place_behind_wide_characters_and_tabs(self):
         (self.folder / "wide.json").write_text(
-            '{"Version": "1.0",\n\t"Name": "\u7a93\u67a0e\u0301", "Bar": 1}', encoding="utf-8")
+            '{"Version": "1.0",\n\t"Name": "\u7a93\u67a0e\u0301", "Bar": 1}\r\n', encoding="utf-8", newline="")
         text = self.on_terminal("check", "wide.json", NO_COLOR="1")
         self.assertEqual(text, (
             'wide.json:2:18: error: "Bar" must be an array, not the number 1: it is ignored '

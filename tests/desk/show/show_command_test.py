@@ -77,7 +77,7 @@ B (5)    drain (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
     def test_questions_narrow_the_answer(self):
         for words, count in [(["works", "--barcode", "B"], 1), (["works", "--barcode", "X"], 0),
                              (["cuts", "--bar", "1"], 2), (["cuts", "--bar", "2"], 0),
-                             (["bars", "--bar", "1"], 1), (["holes"], 1), (["labels"], 2),
+                             (["bars", "--bar", "1"], 1), (["bars", "--bar", "2"], 0), (["holes"], 1), (["labels"], 2),
                              (["dimensions", "--barcode", "B"], 1),
                              (["dimensions", "--barcode", "A"], 0)]:
             rows = json.loads(self.show("job.json", *words, "--format", "json")[0])

@@ -15,7 +15,7 @@ session.ask("get_cut", "8")
 session.ask("get_cut", "")
 
 session.part("holes need a cut length, MaxY and MaxZ that are numbers")
-for _, file in ipairs({"no_max_y.json", "letters.json", "out_of_range.json", "trailing_letters.json"}) do
+for _, file in ipairs({"no_max_y.json", "letters.json", "out_of_range.json", "too_small.json", "trailing_letters.json"}) do
   session.ask("getjson_Flash", file)
   session.ask("get_hole")
 end

@@ -11,6 +11,9 @@ end
 
 load("job.xml")
 session.ask("get_cut", "")
+load("no_numbers.json") -- of a bar without pieces no number is needed, and a piece without one has its barcode
+session.ask("get_cut", "5")
+session.ask("get_cut", "")
 load("small.json")
 session.ask("get_cut", "")
 load("job.xml")
