@@ -27,7 +27,7 @@ constexpr char kHint[] = "Try: job.getjson_Flash(\"window.json\")   job.get_cut(
 class PlainLines : public repl::LineSource {
  public:
   repl::Reading read(const std::string& /*prompt*/, std::string& line) override {
-    return std::getline(std::cin, line) ? repl::Reading::Line : repl::Reading::End;
+    return std::getline(std::cin, line) ? repl::Reading::Line : repl::Reading::Eof;
   }
 };
 
@@ -36,17 +36,18 @@ void shortenModule(lua_State* L) {
   lua_setglobal(L, kShortName);
 }
 
-int prompt(script::ScriptEngine& engine, const Arguments& arguments) {
+int prompt(script::ScriptEngine& engine, const repl::PromptCode& code, const Arguments& arguments) {
   if (isatty(STDIN_FILENO) == 0) {
     PlainLines lines;
-    return repl::Repl(engine, lines, repl::Repl::Manner::Silent).run() ? kExitFine : kExitFindings;
+    return repl::Repl(engine, code, lines, repl::Repl::Mode::Silent).run() ? kExitFine
+                                                                           : kExitFindings;
   }
   if (!arguments.has("quiet")) {
     std::fputs(kBanner, stdout);
     std::fputs(arguments.has("job") ? "" : kHint, stdout);
   }
-  repl::TerminalLines lines(engine.state());
-  repl::Repl(engine, lines, repl::Repl::Manner::Prompt).run();
+  repl::TerminalLines lines(code);
+  repl::Repl(engine, code, lines, repl::Repl::Mode::Prompt).run();
   return kExitFine;
 }
 
@@ -60,6 +61,7 @@ int run(const Invocation& invocation) {
                               raw       ? script::PluginLines::Kept
                               : verbose ? script::PluginLines::StandardError
                                         : script::PluginLines::Dropped);
+  const repl::PromptCode promptCode(engine.state());  // before a script can change what it keeps
   shortenModule(engine.state());
   if (arguments.has("job")) {
     show::loadJob(engine, job::presentJob(arguments.value("job")).name);
@@ -74,7 +76,7 @@ int run(const Invocation& invocation) {
     const int code = engine.run(script, words);
     if (code != kExitFine) return code;
   }
-  return prompt(engine, arguments);
+  return prompt(engine, promptCode, arguments);
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ Chunk compile(lua_State* L, const std::string& text) {
     status = load(L, text);
     if (status == LUA_OK) return Chunk::Ready;
   }
-  if (!isBegun && !endsTooEarly(L, status)) return Chunk::Wrong;
+  if (!isBegun && !endsTooEarly(L, status)) return Chunk::SyntaxError;
   lua_pop(L, 1);
   return Chunk::Incomplete;
 }

@@ -7,9 +7,9 @@
 namespace desk::repl {
 
 enum class Chunk {
-  Ready,       ///< a function lies on top of the stack
-  Incomplete,  ///< more lines may make it one; nothing lies on the stack
-  Wrong,       ///< the message lies on top of the stack
+  Ready,        ///< a function lies on top of the stack
+  Incomplete,   ///< more lines may make it one; nothing lies on the stack
+  SyntaxError,  ///< the message lies on top of the stack
 };
 
 /// Compiles `text`: an expression, whose value the function returns; the same behind a "="; or

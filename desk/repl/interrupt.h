@@ -18,7 +18,7 @@ class NotedInterrupt {
   /// Whether there was one.
   bool noted() const;
 
-  /// Waits until a read from `file` would not. Returns false for Ctrl-C.
+  /// Blocks until `file` is readable; false if Ctrl-C came first.
   bool waitForInput(int file) const;
 
  private:

@@ -7,7 +7,7 @@ namespace desk::repl {
 
 enum class Reading {
   Line,
-  End,          ///< no line is left, or Ctrl-D
+  Eof,          ///< no line is left, or Ctrl-D
   Interrupted,  ///< Ctrl-C: what was typed so far is to be forgotten
 };
 

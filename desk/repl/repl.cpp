@@ -6,21 +6,22 @@
 #include "desk/base/terminal.h"
 #include "desk/repl/chunk.h"
 #include "desk/repl/interrupt.h"
-#include "desk/repl/value_text.h"
 
 namespace desk::repl {
 
 namespace {
 
 /// Writes all arguments: texts and the like with tabs between them, tables on lines of their own.
+/// Upvalue 1 is the PromptCode.
 int writeValues(lua_State* L) {
+  const auto& code = *static_cast<const PromptCode*>(lua_touserdata(L, lua_upvalueindex(1)));
   Limits limits;
   const Terminal terminal = terminalOf(stdout);
-  if (terminal.isTerminal) limits.columns = terminal.columns;
+  if (terminal.isTerminal) limits.columns = static_cast<int>(terminal.columns);
   std::string all;
   const int count = lua_gettop(L);
   for (int i = 1; i <= count; ++i) {
-    const std::string text = valueText(L, i, limits);
+    const std::string text = code.valueText(i, limits);
     const bool apart = text.find('\n') != std::string::npos || all.find('\n') != std::string::npos;
     all += (i == 1 ? "" : apart ? "\n" : "\t") + text;
   }
@@ -31,8 +32,8 @@ int writeValues(lua_State* L) {
 
 }  // namespace
 
-Repl::Repl(script::ScriptEngine& engine, LineSource& lines, Manner manner)
-    : engine_(engine), lines_(lines), manner_(manner) {}
+Repl::Repl(script::ScriptEngine& engine, const PromptCode& code, LineSource& lines, Mode mode)
+    : engine_(engine), code_(code), lines_(lines), mode_(mode) {}
 
 bool Repl::run() {
   for (;;) {
@@ -40,7 +41,7 @@ bool Repl::run() {
     std::fflush(stdout);
     lua_settop(engine_.state(), 0);
     if (done == Step::End) return true;
-    if (done == Step::Failed && manner_ == Manner::Silent) return false;
+    if (done == Step::Failed && mode_ == Mode::Silent) return false;
   }
 }
 
@@ -55,7 +56,7 @@ Repl::Step Repl::step() {
 Repl::Step Repl::readChunk(std::string& text) {
   lua_State* L = engine_.state();
   Reading reading = lines_.read(prompt("_PROMPT", "> "), text);
-  if (reading == Reading::End) return Step::End;
+  if (reading == Reading::Eof) return Step::End;
   Chunk chunk = Chunk::Incomplete;
   while (reading == Reading::Line) {
     chunk = compile(L, text);
@@ -77,7 +78,7 @@ Repl::Step Repl::readChunk(std::string& text) {
 
 bool Repl::evaluate() {
   std::optional<ScriptInterrupt> interrupt;
-  if (manner_ == Manner::Prompt) interrupt.emplace(engine_.state());
+  if (mode_ == Mode::Prompt) interrupt.emplace(engine_.state());
   return engine_.call(0) && show(lua_gettop(engine_.state()));
 }
 
@@ -85,7 +86,8 @@ bool Repl::show(int count) {
   if (count == 0) return true;
   lua_State* L = engine_.state();
   luaL_checkstack(L, 2, "too many results");
-  lua_pushcfunction(L, writeValues);
+  lua_pushlightuserdata(L, const_cast<PromptCode*>(&code_));
+  lua_pushcclosure(L, writeValues, 1);
   lua_insert(L, 1);
   return engine_.call(count);
 }

@@ -4,19 +4,20 @@
 #include <string>
 
 #include "desk/repl/line_source.h"
+#include "desk/repl/prompt_code.h"
 #include "desk/script/script_engine.h"
 
 namespace desk::repl {
 
 class Repl {
  public:
-  enum class Manner {
+  enum class Mode {
     Prompt,  ///< goes on after errors, Ctrl-C raises one
     Silent,  ///< ends with the first error
   };
 
-  /// Engine and lines must outlive it.
-  Repl(script::ScriptEngine& engine, LineSource& lines, Manner manner);
+  /// What it is given must outlive it; `code` is of the engine's state.
+  Repl(script::ScriptEngine& engine, const PromptCode& code, LineSource& lines, Mode mode);
 
   /// Goes on until the lines end. Returns whether there was no error that ended it.
   bool run();
@@ -31,8 +32,9 @@ class Repl {
   std::string prompt(const char* global, const char* otherwise) const;
 
   script::ScriptEngine& engine_;
+  const PromptCode& code_;
   LineSource& lines_;
-  const Manner manner_;
+  const Mode mode_;
 };
 
 }  // namespace desk::repl

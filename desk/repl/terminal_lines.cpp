@@ -65,8 +65,8 @@ void list(const std::vector<std::string>& words) {
 /// The library's editor and its history.
 class TerminalLines::Editor {
  public:
-  explicit Editor(lua_State* L)
-      : L_(L), editor_(el_init("cusdesk", stdin, stdout, stderr)), history_(history_init()) {
+  explicit Editor(const PromptCode& code)
+      : code_(code), editor_(el_init("cusdesk", stdin, stdout, stderr)), history_(history_init()) {
     HistEvent event;
     history(history_, &event, H_SETSIZE, kHistoryLines);
     history(history_, &event, H_SETUNIQUE, 1);
@@ -104,7 +104,7 @@ class TerminalLines::Editor {
     const char* typed = el_gets(editor_, &size);
     if (interrupt.noted() || typed == nullptr || size <= 0) {
       std::fputs("\n", stdout);
-      return interrupt.noted() ? Reading::Interrupted : Reading::End;
+      return interrupt.noted() ? Reading::Interrupted : Reading::Eof;
     }
     line.assign(typed, static_cast<std::size_t>(size));
     while (!line.empty() && (line.back() == '\n' || line.back() == '\r')) line.pop_back();
@@ -174,7 +174,7 @@ class TerminalLines::Editor {
     const LineInfo* info = el_line(editor);
     const std::string before(info->buffer, info->cursor);
     if (isBlank(before)) return el_insertstr(editor, "  ") == 0 ? CC_REFRESH : CC_ERROR;
-    const Completions found = complete(of(editor).L_, before);
+    const Completions found = of(editor).code_.complete(before);
     if (found.words.empty()) return CC_ERROR;
     const std::string rest = found.common().substr(found.typed);
     if (!rest.empty()) return el_insertstr(editor, rest.c_str()) == 0 ? CC_REFRESH : CC_ERROR;
@@ -183,7 +183,7 @@ class TerminalLines::Editor {
     return CC_REDISPLAY;
   }
 
-  lua_State* L_;
+  const PromptCode& code_;
   EditLine* editor_;
   History* history_;
   fs::path file_;
@@ -191,9 +191,9 @@ class TerminalLines::Editor {
   const NotedInterrupt* interrupt_ = nullptr;  ///< of the read at hand
 };
 
-TerminalLines::TerminalLines(lua_State* L) {
+TerminalLines::TerminalLines(const PromptCode& code) {
   setCharacters();
-  editor_ = std::make_unique<Editor>(L);
+  editor_ = std::make_unique<Editor>(code);
 }
 
 TerminalLines::~TerminalLines() = default;

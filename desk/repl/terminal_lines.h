@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "desk/repl/completion.h"
 #include "desk/repl/line_source.h"
+#include "desk/repl/prompt_code.h"
 
 namespace desk::repl {
 
@@ -13,8 +13,8 @@ namespace desk::repl {
 /// process. A history that cannot be kept is no error: it ends with the program.
 class TerminalLines : public LineSource {
  public:
-  /// @param L for Tab; must outlive the editor
-  explicit TerminalLines(lua_State* L);
+  /// @param code for Tab; must outlive the editor
+  explicit TerminalLines(const PromptCode& code);
   ~TerminalLines() override;
   TerminalLines(const TerminalLines&) = delete;
   TerminalLines& operator=(const TerminalLines&) = delete;

@@ -5,19 +5,25 @@
 #include <memory>
 
 #include "desk/repl/chunk.h"
-#include "desk/repl/completion.h"
-#include "desk/repl/value_text.h"
+#include "desk/repl/prompt_code.h"
 
 namespace {
 
 using namespace desk::repl;
 using testing::ElementsAre;
 
+lua_State* stateWithLibraries() {
+  lua_State* L = luaL_newstate();
+  luaL_openlibs(L);
+  return L;
+}
+
 class ReplTest : public testing::Test {
  protected:
-  ReplTest() : state_(luaL_newstate(), lua_close) { luaL_openlibs(state_.get()); }
+  ReplTest() : state_(stateWithLibraries(), lua_close), code_(state_.get()) {}
   ~ReplTest() override { EXPECT_EQ(lua_gettop(state_.get()), 0); }
 
+  const PromptCode& code() { return code_; }
   lua_State* L() { return state_.get(); }
 
   void run(const std::string& text) {
@@ -26,7 +32,7 @@ class ReplTest : public testing::Test {
 
   std::string shown(const std::string& expression, const Limits& limits = {}) {
     run("return " + expression);
-    const std::string text = valueText(L(), -1, limits);
+    const std::string text = code().valueText(-1, limits);
     EXPECT_EQ(lua_gettop(L()), 1) << "the stack is level";
     lua_settop(L(), 0);
     return text;
@@ -34,6 +40,7 @@ class ReplTest : public testing::Test {
 
  private:
   std::unique_ptr<lua_State, void (*)(lua_State*)> state_;
+  PromptCode code_;
 };
 
 TEST_F(ReplTest, ValuesAreShownAsPeopleReadThem) {
@@ -86,6 +93,18 @@ TEST_F(ReplTest, AMillionEntriesDoNotTakeLong) {
   EXPECT_THAT(text, testing::EndsWith("… 999970 more,\n}"));
 }
 
+TEST_F(ReplTest, ScriptsThatChangeGlobalsOrSetHooksDoNotReachIt) {
+  run("string.format = nil string.sub = nil table.concat = nil next = nil type = nil debug = nil "
+      "getmetatable('').__index = nil shown = {text = 'a'}");
+  lua_getglobal(L(), "shown");
+  lua_sethook(
+      L(), [](lua_State* state, lua_Debug*) { luaL_error(state, "called"); }, LUA_MASKCALL, 0);
+  EXPECT_EQ(code().valueText(-1, {}), "{text = \"a\"}");
+  EXPECT_THAT(code().complete("string.le").words, ElementsAre("len"));
+  EXPECT_NE(lua_gethook(L()), nullptr) << "it is the script's";
+  lua_settop(L(), 0);
+}
+
 TEST_F(ReplTest, ChunksAreExpressionsStatementsOrNotYetComplete) {
   const struct {
     const char* text;
@@ -107,12 +126,12 @@ TEST_F(ReplTest, ChunksAreExpressionsStatementsOrNotYetComplete) {
       {"=1 +", Chunk::Incomplete},
       {"[[ab", Chunk::Incomplete},
       {"function f()\nreturn 1", Chunk::Incomplete},
-      {"x = = 2", Chunk::Wrong},
-      {"'ab\n", Chunk::Wrong},
-      {"1 1", Chunk::Wrong},
-      {"end", Chunk::Wrong},
-      {"=x = 1", Chunk::Wrong},
-      {"\x1bLua", Chunk::Wrong},
+      {"x = = 2", Chunk::SyntaxError},
+      {"'ab\n", Chunk::SyntaxError},
+      {"1 1", Chunk::SyntaxError},
+      {"end", Chunk::SyntaxError},
+      {"=x = 1", Chunk::SyntaxError},
+      {"\x1bLua", Chunk::SyntaxError},
   };
   for (const auto& row : kCases) {
     EXPECT_EQ(compile(L(), row.text), row.chunk) << row.text;
@@ -149,8 +168,9 @@ TEST_F(ReplTest, NamesAreCompletedFromTablesAndWhatStandsForThem) {
       {"1.", {}},
       {"::", {}},
   };
-  for (const auto& row : kCases) EXPECT_EQ(complete(L(), row.typed).words, row.words) << row.typed;
-  const Completions found = complete(L(), "job.g");
+  for (const auto& row : kCases)
+    EXPECT_EQ(code().complete(row.typed).words, row.words) << row.typed;
+  const Completions found = code().complete("job.g");
   EXPECT_EQ(found.typed, 1U);
   EXPECT_EQ(found.common(), "get");
 }

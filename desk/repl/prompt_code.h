@@ -1,0 +1,53 @@
+// The prompt's own Lua code: shows values and completes names.
+#pragma once
+
+#include <cstddef>
+#include <lua.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace desk::repl {
+
+/// How much of a table is shown.
+struct Limits {
+  int columns = 80;       ///< a table that fits into a line is written in one
+  int entries = 30;       ///< of one table; the others are counted
+  int depth = 4;          ///< of tables within tables
+  int values = 1000;      ///< altogether
+  int textColumns = 200;  ///< of one text in a table
+};
+
+struct Completions {
+  std::size_t typed = 0;           ///< how many bytes before the cursor they take the place of
+  std::vector<std::string> words;  ///< in order, without duplicates
+
+  /// What all words begin with.
+  std::string common() const;
+};
+
+/// The functions of values.lua and completion.lua in one script state. Scripts that change globals
+/// do not reach them, and their hooks do not see them.
+class PromptCode {
+ public:
+  /// Make it before scripts run: it keeps the standard functions that it finds. The state must
+  /// outlive it. Throws Error when memory is short.
+  explicit PromptCode(lua_State* L);
+
+  /// The value at `index`: a text as it is, a table with what it holds, everything else as
+  /// `tostring` has it. Sequences come first, then keys in order; a table within itself is shown as
+  /// a cycle. Metamethods other than __tostring and __name are not called. May raise a Lua error.
+  std::string valueText(int index, const Limits& limits) const;
+
+  /// Completes the name before the cursor: of a global or a word of the language, or behind "." and
+  /// ":" that of a field. Calls nothing of a script's; fields are looked for in tables and in the
+  /// tables that stand for them as __index. Nothing when memory is short.
+  Completions complete(std::string_view beforeCursor) const;
+
+ private:
+  lua_State* L_;
+  int valueText_ = LUA_NOREF;  ///< in the registry
+  int complete_ = LUA_NOREF;
+};
+
+}  // namespace desk::repl
