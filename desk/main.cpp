@@ -6,7 +6,7 @@
 #include <exception>
 
 #include "desk/base/errors.h"
-#include "desk/base/log.h"
+#include "desk/base/text.h"
 #include "desk/commands/commands.h"
 
 namespace {
@@ -29,7 +29,7 @@ std::string programHelp() {
     line.resize(22, ' ');
     text += line + command.help + "\n";
   }
-  return text + "\nOptions:\n" + describe(globalOptions()) + "\nExit codes: " + kExitCodesHelp +
+  return text + "\nOptions:\n" + optionsHelp(globalOptions()) + "\nExit codes: " + kExitCodesHelp +
          "\n";
 }
 
@@ -37,7 +37,7 @@ std::string commandHelp(const Command& command) {
   const std::string operands = *command.operands == '\0' ? "" : std::string(" ") + command.operands;
   return std::string("Examples:\n") + command.examples + "\nUsage: cusdesk [OPTION...] " +
          command.name + " [OPTION...]" + operands + "\n  " + command.help + "\n\nOptions:\n" +
-         describe(command.options);
+         optionsHelp(command.options);
 }
 
 const Command& find(const std::string& name) {
@@ -54,7 +54,7 @@ const Command& find(const std::string& name) {
 
 int show(const std::string& text) {
   std::fputs(text.c_str(), stdout);
-  return kExitFine;
+  return kExitOk;
 }
 
 int dispatch(const std::vector<std::string>& words) {
@@ -92,7 +92,7 @@ int report(const std::exception& error, ExitCode code) {
 void checkOutput() {
   if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return;
   std::fputs("cusdesk: standard output could not be written\n", stderr);
-  std::_Exit(kExitCannot);
+  std::_Exit(kExitIoError);
 }
 
 /// A caller may have closed a standard stream. Without this the next file that is opened would take
@@ -113,6 +113,6 @@ int main(int argc, char** argv) {
   } catch (const Error& error) {
     return report(error, error.code());
   } catch (const std::exception& error) {
-    return report(error, kExitCannot);
+    return report(error, kExitIoError);
   }
 }

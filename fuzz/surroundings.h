@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "desk/base/log.h"
+#include "desk/base/output.h"
 #include "desk/host/settings.h"
 #include "tests/support/temp_tree.h"
 

@@ -7,7 +7,7 @@
 
 #include <climits>
 
-#include "desk/base/utf8.h"
+#include "desk/base/text.h"
 #include "desk/host/tick_clock.h"
 #include "fuzz/lines.h"
 #include "fuzz/surroundings.h"

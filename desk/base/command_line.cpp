@@ -127,7 +127,7 @@ std::string nearest(std::string_view word, const std::vector<std::string>& candi
   return best;
 }
 
-std::string describe(const std::vector<Option>& options) {
+std::string optionsHelp(const std::vector<Option>& options) {
   constexpr std::size_t kHelpColumn = 22;
   std::string text;
   for (const Option& option : options) {

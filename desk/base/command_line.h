@@ -57,6 +57,6 @@ Arguments parseAnywhere(const std::vector<std::string>& words, const std::vector
 std::string nearest(std::string_view word, const std::vector<std::string>& candidates);
 
 /// The lines of a help text that tell the options.
-std::string describe(const std::vector<Option>& options);
+std::string optionsHelp(const std::vector<Option>& options);
 
 }  // namespace desk

@@ -7,10 +7,10 @@
 namespace desk {
 
 enum ExitCode {
-  kExitFine = 0,
+  kExitOk = 0,
   kExitFindings = 1,  ///< a script failed, or a command found something
   kExitUsage = 2,     ///< the command line makes no sense
-  kExitCannot = 3,    ///< something cannot be read, obtained or loaded
+  kExitIoError = 3,   ///< something cannot be read, obtained or loaded
 };
 
 /// The same in words, for help and manual.

@@ -2,13 +2,16 @@
 
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <utf8.h>
+#include <clocale>
+#include <cwchar>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <string_view>
 
-#include "desk/base/display_width.h"
+#include "desk/base/text.h"
 
 namespace desk {
 
@@ -36,6 +39,28 @@ std::size_t columnsOf(int device) {
   return ::ioctl(device, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
+/// The C library's table of widths, whatever locale the program runs in.
+int widthOf(char32_t character) {
+  static const locale_t kUtf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  if (kUtf8 == nullptr) return 1;
+  const locale_t before = uselocale(kUtf8);
+  const int width = wcwidth(static_cast<wchar_t>(character));
+  uselocale(before);
+  return width;
+}
+
+/// Goes past one character and returns how many columns it fills.
+std::size_t take(std::string_view text, std::size_t& at) {
+  const std::size_t size = utf8CharacterSize(text, at);
+  if (size < 2) {
+    const auto byte = static_cast<unsigned char>(text[at++]);
+    return byte < 0x20 || byte == 0x7F ? 0 : 1;
+  }
+  const char* place = text.data() + at;
+  at += size;
+  return static_cast<std::size_t>(std::max(widthOf(utf8::unchecked::next(place)), 0));
+}
+
 }  // namespace
 
 Terminal terminalOf(std::FILE* stream) {
@@ -47,6 +72,29 @@ Terminal terminalOf(std::FILE* stream) {
   const std::size_t columns = columnsOf(number);
   if (columns > 0) terminal.columns = std::max(columns, kLeastColumns);
   return terminal;
+}
+
+std::size_t displayWidth(std::string_view text) {
+  std::size_t columns = 0;
+  for (std::size_t at = 0; at < text.size();) columns += take(text, at);
+  return columns;
+}
+
+std::string truncatedToColumns(const std::string& text, std::size_t columns) {
+  if (displayWidth(text) <= columns) return text;
+  if (columns == 0) return "";
+  std::size_t end = 0;
+  std::size_t used = 0;
+  for (std::size_t at = 0; at < text.size(); end = at) {
+    used += take(text, at);
+    if (used > columns - 1) break;
+  }
+  return text.substr(0, end) + "…";
+}
+
+std::string padded(const std::string& text, std::size_t columns, bool toRight) {
+  const std::string blanks(columns - std::min(displayWidth(text), columns), ' ');
+  return toRight ? blanks + text : text + blanks;
 }
 
 Progress::Progress() {
@@ -77,7 +125,8 @@ void Progress::draw() {
   const auto seconds =
       std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start_).count();
   const std::string time = seconds == 0 ? "" : std::to_string(seconds) + " s: ";
-  std::fprintf(stderr, "\r%s\x1b[K", fitted(time + text_, terminal_.columns - 1).c_str());
+  std::fprintf(stderr, "\r%s\x1b[K",
+               truncatedToColumns(time + text_, terminal_.columns - 1).c_str());
   std::fflush(stderr);
   isDrawn_ = true;
 }

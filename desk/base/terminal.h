@@ -1,4 +1,4 @@
-// What the program writes to: a terminal or not, how wide, in colour or not.
+// The terminal: how wide it is, how much room text takes on it, what is going on.
 #pragma once
 
 #include <chrono>
@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <thread>
 
 namespace desk {
@@ -20,9 +21,19 @@ struct Terminal {
 /// What `stream` leads to.
 Terminal terminalOf(std::FILE* stream);
 
-/// One line on standard error that tells what is going on and for how long, while long work has no
-/// time to tell itself. Says nothing when standard error is no terminal, and nothing in the first
-/// 300 ms, or as many as CUSDESK_PROGRESS_AFTER in the environment says; at 0 every text is shown.
+/// Columns that UTF-8 text fills: two for each wide character, none for a combining mark, one for a
+/// byte that is no UTF-8. Control characters count as none: spell them out first.
+std::size_t displayWidth(std::string_view text);
+
+/// `text` when it fits into `columns`, else its beginning and an ellipsis.
+std::string truncatedToColumns(const std::string& text, std::size_t columns);
+
+/// `text` with blanks behind it, or in front of it, that fill it up to `columns`.
+std::string padded(const std::string& text, std::size_t columns, bool toRight = false);
+
+/// A progress line on standard error, shown after 0.3 s, or as many milliseconds as
+/// CUSDESK_PROGRESS_AFTER in the environment says, and removed when done; at 0 every text is shown.
+/// Not shown when standard error is no terminal.
 class Progress {
  public:
   Progress();

@@ -6,8 +6,7 @@
 #include <filesystem>
 #include <tuple>
 
-#include "desk/base/log.h"
-#include "desk/base/utf8.h"
+#include "desk/base/text.h"
 #include "desk/check/job_rules.h"
 #include "desk/check/rules.h"
 #include "desk/host/document_file.h"

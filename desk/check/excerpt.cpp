@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <deque>
 
-#include "desk/base/display_width.h"
-#include "desk/base/log.h"
-#include "desk/base/utf8.h"
+#include "desk/base/terminal.h"
+#include "desk/base/text.h"
 
 namespace desk::check {
 
@@ -53,7 +52,7 @@ Excerpt excerptOf(const SourceText& source, const Position& place, std::size_t c
     used += displayWidth(character);
     excerpt.text += character;
   }
-  excerpt.text = fitted(excerpt.text, columns);
+  excerpt.text = truncatedToColumns(excerpt.text, columns);
   return excerpt;
 }
 

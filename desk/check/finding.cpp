@@ -1,7 +1,6 @@
 #include "desk/check/finding.h"
 
-#include "desk/base/log.h"
-#include "desk/base/utf8.h"
+#include "desk/base/text.h"
 
 namespace desk::check {
 

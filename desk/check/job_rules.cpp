@@ -1,12 +1,9 @@
 #include "desk/check/job_rules.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 
-#include "desk/base/number_text.h"
+#include "desk/base/numbers.h"
 #include "desk/check/rules.h"
 #include "model/job_walks.h"
 
@@ -34,16 +31,6 @@ std::string sumText(double sum) {
 Place placeOfValue(const LoadedJob& job, OriginId value, const Place& element) {
   const Place& place = job.traced.origins[value].place;
   return value != 0 && place.file == element.file ? place : element;
-}
-
-bool numberOf(const std::string& text, double& number, bool& whole) {
-  // Scripts get what stands in front of a zero byte.
-  const char* const start = text.c_str();
-  char* end = nullptr;
-  number = std::strtod(start, &end);
-  if (end == start || !std::isfinite(number)) return false;
-  whole = end[std::strspn(end, " \t\r\n")] == '\0';
-  return true;
 }
 
 void checkVersion(const LoadedJob& job, Findings& findings) {

@@ -32,9 +32,4 @@ void checkNumbers(const LoadedJob& job, Findings& findings);
 /// Pieces that are longer than their bar.
 void checkLengths(const LoadedJob& job, Findings& findings);
 
-/// The number at the start of a text, as the standard conversions take it.
-/// @param whole set to whether nothing but blanks follows the number
-/// @return false when there is none, or one out of range
-bool numberOf(const std::string& text, double& number, bool& whole);
-
 }  // namespace desk::check

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "desk/base/number_text.h"
+#include "desk/base/numbers.h"
 #include "desk/check/finding.h"
 
 namespace desk::check {

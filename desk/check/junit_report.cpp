@@ -1,22 +1,15 @@
 #include <tinyxml2.h>
 
-#include "desk/base/log.h"
+#include "desk/base/text.h"
 #include "desk/check/reports.h"
 
 namespace desk::check {
 
 namespace {
 
-/// `text` as XML can hold it: controls are spelled out, and two code points of its own are
-/// forbidden even there.
+/// Controls are spelled out, so that a message keeps its one line.
 std::string asXmlText(const std::string& text) {
-  std::string out = escapeControls(text);
-  for (const char* forbidden : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
-    for (std::size_t at = 0; (at = out.find(forbidden, at)) != std::string::npos;) {
-      out.replace(at, 3, "\xEF\xBF\xBD");
-    }
-  }
-  return out;
+  return xmlText(escapeControls(text));
 }
 
 class JunitReport {

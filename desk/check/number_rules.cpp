@@ -1,7 +1,7 @@
 #include <set>
 #include <stdexcept>
 
-#include "desk/base/number_text.h"
+#include "desk/base/numbers.h"
 #include "desk/check/job_rules.h"
 #include "desk/check/rules.h"
 

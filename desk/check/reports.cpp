@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "desk/base/utf8.h"
-
 namespace desk::check {
 
 bool fails(const Finding& finding, FailOn failOn) {
@@ -28,16 +26,6 @@ std::size_t countOf(const Report& report, Severity severity) {
   const auto& all = report.findings;
   return static_cast<std::size_t>(std::count_if(
       all.begin(), all.end(), [&](const Finding& one) { return one.severity == severity; }));
-}
-
-std::string asUtf8(const std::string& text) {
-  std::string out;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t size = utf8CharacterSize(text, at);
-    out += size == 0 ? "\xEF\xBF\xBD" : text.substr(at, size);
-    at += std::max<std::size_t>(size, 1);
-  }
-  return out;
 }
 
 }  // namespace desk::check

@@ -33,7 +33,4 @@ const std::string& fileOf(const Report& report, const Place& place);
 /// How many findings there are of a severity.
 std::size_t countOf(const Report& report, Severity severity);
 
-/// `text` with every byte that is no UTF-8 replaced, as JSON and XML documents need it.
-std::string asUtf8(const std::string& text);
-
 }  // namespace desk::check

@@ -1,4 +1,5 @@
-#include "desk/base/json_output.h"
+#include "desk/base/numbers.h"
+#include "desk/base/text.h"
 #include "desk/check/reports.h"
 #include "desk/check/rules.h"
 

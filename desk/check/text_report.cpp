@@ -3,7 +3,7 @@
 #include <set>
 #include <tuple>
 
-#include "desk/base/log.h"
+#include "desk/base/text.h"
 #include "desk/check/excerpt.h"
 #include "desk/check/reports.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "desk/base/log.h"
+#include "desk/base/text.h"
 #include "desk/check/rules.h"
 
 namespace desk::check {

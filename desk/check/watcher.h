@@ -10,7 +10,7 @@
 #include <tuple>
 #include <vector>
 
-#include "desk/base/number_text.h"
+#include "desk/base/numbers.h"
 #include "desk/check/advice.h"
 #include "desk/check/finding.h"
 #include "desk/job/source_text.h"

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "desk/base/numbers.h"
 #include "desk/check/job_rules.h"
 #include "desk/check/rules.h"
 #include "desk/check/xml_watcher.h"

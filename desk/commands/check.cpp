@@ -4,7 +4,8 @@
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
-#include "desk/base/log.h"
+#include "desk/base/output.h"
+#include "desk/base/text.h"
 #include "desk/check/check_session.h"
 #include "desk/check/reports.h"
 #include "desk/commands/commands.h"
@@ -61,11 +62,11 @@ int run(const Invocation& invocation) {
   const Report& report = session.report();
   std::fputs(format.write(report, failOn, arguments.has("all")).c_str(), stdout);
   for (const check::Unreadable& file : report.unreadable) log(file.reason);
-  if (!report.unreadable.empty()) return kExitCannot;
+  if (!report.unreadable.empty()) return kExitIoError;
   const bool failed =
       std::any_of(report.findings.begin(), report.findings.end(),
                   [&](const check::Finding& finding) { return fails(finding, failOn); });
-  return failed ? kExitFindings : kExitFine;
+  return failed ? kExitFindings : kExitOk;
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "desk/base/errors.h"
-#include "desk/base/locations.h"
+#include "desk/base/files.h"
 #include "desk/host/settings.h"
 
 namespace desk::commands {
@@ -37,7 +37,7 @@ std::string rootDirectory(const Arguments& global) {
   if (root.empty()) throw Error(kExitUsage, "option '--root' needs a directory");
   std::error_code reason;
   if (!std::filesystem::is_directory(root, reason)) {
-    throw Error(kExitCannot,
+    throw Error(kExitIoError,
                 "the root " + root + " is no directory" + (reason ? ": " + reason.message() : ""));
   }
   return root;

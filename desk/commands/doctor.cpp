@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "desk/base/errors.h"
-#include "desk/base/log.h"
+#include "desk/base/text.h"
 #include "desk/commands/commands.h"
 #include "desk/doctor/examination.h"
 
@@ -40,7 +40,7 @@ int run(const Invocation& invocation) {
     std::puts(target ? "It will load on this target."
               : host ? "With this host it will load on every known controller."
                      : "It will load on every known controller.");
-    return kExitFine;
+    return kExitOk;
   }
   std::printf("%d problem%s.\n", problems, problems == 1 ? "" : "s");
   return kExitFindings;

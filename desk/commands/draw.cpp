@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "desk/base/errors.h"
-#include "desk/base/log.h"
-#include "desk/base/stdout_redirect.h"
+#include "desk/base/output.h"
+#include "desk/base/text.h"
 #include "desk/commands/commands.h"
 #include "desk/draw/job_picture.h"
 #include "desk/draw/summary.h"
@@ -65,12 +65,12 @@ DATA_T readJob(const std::string& file) {
   try {
     code = kReaders[static_cast<std::size_t>(model::formatOfName(path))](path, job);
   } catch (const std::logic_error& error) {
-    throw Error(kExitCannot,
+    throw Error(kExitIoError,
                 "cannot load " + file + ": " + error.what() + "; cusdesk check tells where");
   }
   if (code == 0) return job;
-  throw Error(kExitCannot, "cannot load " + file + ": errorCode " + std::to_string(code) +
-                               "; cusdesk check tells why");
+  throw Error(kExitIoError, "cannot load " + file + ": errorCode " + std::to_string(code) +
+                                "; cusdesk check tells why");
 }
 
 std::vector<draw::BarPlace> layOutBars(const DATA_T& job, const Arguments& arguments) {
@@ -80,7 +80,7 @@ std::vector<draw::BarPlace> layOutBars(const DATA_T& job, const Arguments& argum
     if (!arguments.has("bar") || bar.BarNumber == wanted) bars.push_back(draw::layOut(bar));
   }
   if (arguments.has("bar") && bars.empty()) {
-    throw Error(kExitCannot, "draw: the job has no bar " + wanted);
+    throw Error(kExitIoError, "draw: the job has no bar " + wanted);
   }
   return bars;
 }
@@ -93,7 +93,7 @@ int dotsPerInch(double height) {
   constexpr double kCoarsest = 72.0;
   const double dots = std::min(kFinest, kMostLines * kInch / height);
   if (dots >= kCoarsest) return static_cast<int>(dots);
-  throw Error(kExitCannot, "draw: too many bars for a PNG; draw an SVG, or some bars with --bar");
+  throw Error(kExitIoError, "draw: too many bars for a PNG; draw an SVG, or some bars with --bar");
 }
 
 void write(const draw::JobPicture& picture, const Target& target) {
@@ -132,7 +132,7 @@ int run(const Invocation& invocation) {
   write(draw::drawJob({job.Name, source, job.Unit}, bars), target);
   progress.reset();
   if (target.file != "-" && !arguments.has("quiet")) printSummary(bars);
-  return kExitFine;
+  return kExitOk;
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ void writeFile(const std::string& path, const std::string& text) {
   std::ofstream file(path, std::ios::binary);
   file << text;
   file.close();
-  if (!file) throw Error(kExitCannot, "cannot write " + path);
+  if (!file) throw Error(kExitIoError, "cannot write " + path);
 }
 
 int writeEditorFiles(const std::string& folder) {
@@ -43,7 +43,7 @@ int writeEditorFiles(const std::string& folder) {
     writeFile(path, document.make());
     std::puts(path.c_str());
   }
-  return kExitFine;
+  return kExitOk;
 }
 
 int run(const Invocation& invocation) {
@@ -55,7 +55,7 @@ int run(const Invocation& invocation) {
   }
   const std::string text = choice(operands.front(), "export: what to export", kDocuments).make();
   std::fputs(text.c_str(), stdout);
-  return kExitFine;
+  return kExitOk;
 }
 
 }  // namespace

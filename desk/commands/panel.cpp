@@ -4,7 +4,7 @@
 #include <fstream>
 
 #include "desk/base/errors.h"
-#include "desk/base/locations.h"
+#include "desk/base/files.h"
 #include "desk/commands/commands.h"
 #include "desk/job/job_file.h"
 #include "desk/panel/sessions.h"
@@ -67,7 +67,7 @@ PanelSetup setupOf(const Invocation& invocation) {
   setup.facts.script = arguments.value("script");
   if (setup.facts.script.empty()) setup.facts.script = shippedExamples() + "/panel.lua";
   if (!std::ifstream(setup.facts.script)) {
-    throw Error(kExitCannot, "cannot open " + setup.facts.script);
+    throw Error(kExitIoError, "cannot open " + setup.facts.script);
   }
   if (arguments.has("job")) setup.facts.job = job::presentJob(arguments.value("job")).name;
   return setup;

@@ -39,7 +39,7 @@ void shortenModule(lua_State* L) {
 int prompt(script::ScriptEngine& engine, const repl::PromptCode& code, const Arguments& arguments) {
   if (isatty(STDIN_FILENO) == 0) {
     PlainLines lines;
-    return repl::Repl(engine, code, lines, repl::Repl::Mode::Silent).run() ? kExitFine
+    return repl::Repl(engine, code, lines, repl::Repl::Mode::Silent).run() ? kExitOk
                                                                            : kExitFindings;
   }
   if (!arguments.has("quiet")) {
@@ -48,7 +48,7 @@ int prompt(script::ScriptEngine& engine, const repl::PromptCode& code, const Arg
   }
   repl::TerminalLines lines(code);
   repl::Repl(engine, code, lines, repl::Repl::Mode::Prompt).run();
-  return kExitFine;
+  return kExitOk;
 }
 
 int run(const Invocation& invocation) {
@@ -74,7 +74,7 @@ int run(const Invocation& invocation) {
     const std::string script = words.front();
     words.erase(words.begin());
     const int code = engine.run(script, words);
-    if (code != kExitFine) return code;
+    if (code != kExitOk) return code;
   }
   return prompt(engine, promptCode, arguments);
 }

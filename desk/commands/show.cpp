@@ -3,8 +3,8 @@
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
-#include "desk/base/log.h"
-#include "desk/base/stdout_redirect.h"
+#include "desk/base/output.h"
+#include "desk/base/text.h"
 #include "desk/check/check_session.h"
 #include "desk/commands/commands.h"
 #include "desk/job/job_file.h"
@@ -95,7 +95,7 @@ int run(const Invocation& invocation) {
   const Format& format = choice(arguments.value("format", "table"), "show: --format", kFormats);
   const bool where = arguments.has("where");
   std::fputs(format.write(tableFor(invocation, file, question, where), where).c_str(), stdout);
-  return kExitFine;
+  return kExitOk;
 }
 
 }  // namespace

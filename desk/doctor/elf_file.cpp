@@ -175,16 +175,16 @@ LoaderFlags readDynamicEntries(const ElfImage& image, ElfFile& file) {
 /// Throws Error where a part is missing: the file would pass for one that needs and offers nothing.
 void requireContents(const ElfImage& image, const std::string& path) {
   if (image.size() < image.expectedSize()) {
-    throw Error(kExitCannot, path + " is cut short: it has " + std::to_string(image.size()) +
-                                 " of " + std::to_string(image.expectedSize()) + " bytes");
+    throw Error(kExitIoError, path + " is cut short: it has " + std::to_string(image.size()) +
+                                  " of " + std::to_string(image.expectedSize()) + " bytes");
   }
   bool linked = false;
   image.forEachSegment(
       [&](const GElf_Phdr& segment) { linked = linked || segment.p_type == PT_DYNAMIC; });
   if (linked && !image.section(SHT_DYNAMIC)) {
-    throw Error(kExitCannot, path +
-                                 " lacks the sections that say what it needs and offers: they "
-                                 "were removed, or it holds debugging information only");
+    throw Error(kExitIoError, path +
+                                  " lacks the sections that say what it needs and offers: they "
+                                  "were removed, or it holds debugging information only");
   }
 }
 

@@ -41,13 +41,13 @@ bool isLittleEndian(const GElf_Ehdr& header) {
 ElfImage::ElfImage(const std::string& path)
     // Without O_NONBLOCK a pipe would be waited for.
     : path_(path), file_(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
-  if (file_ < 0) throw Error(kExitCannot, "cannot read " + path + ": " + std::strerror(errno));
+  if (file_ < 0) throw Error(kExitIoError, "cannot read " + path + ": " + std::strerror(errno));
   elf_version(EV_CURRENT);
   elf_ = elf_begin(file_, ELF_C_READ, nullptr);
   if (elf_ == nullptr || elf_kind(elf_) != ELF_K_ELF || gelf_getehdr(elf_, &header_) == nullptr) {
     elf_end(elf_);
     ::close(file_);
-    throw Error(kExitCannot, path + " is neither a library nor a program for Linux (no ELF file)");
+    throw Error(kExitIoError, path + " is neither a library nor a program for Linux (no ELF file)");
   }
 }
 

@@ -33,7 +33,7 @@ std::vector<std::string> split(const std::string& paths) {
   std::istringstream parts(paths);
   for (std::string path; std::getline(parts, path, ':');) {
     if (path.empty()) continue;
-    if (!fs::exists(path)) throw Error(kExitCannot, "there is no " + path);
+    if (!fs::exists(path)) throw Error(kExitIoError, "there is no " + path);
     result.push_back(path);
   }
   return result;

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <map>
 
-#include "desk/check/job_rules.h"
+#include "desk/base/numbers.h"
 
 namespace desk::draw {
 
@@ -57,7 +57,7 @@ class Layout {
     double value = 0.0;
     bool whole = false;
     number = 0.0;
-    if (!check::numberOf(text, value, whole) || !(value > 0.0) || value > most) return false;
+    if (!numberOf(text, value, whole) || !(value > 0.0) || value > most) return false;
     if (!whole) note(Oddity::TrailingText);
     number = value;
     return true;

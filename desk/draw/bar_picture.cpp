@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "desk/base/xml_text.h"
+#include "desk/base/numbers.h"
+#include "desk/base/text.h"
 #include "desk/draw/lettering.h"
 #include "desk/draw/pages.h"
 #include "desk/draw/summary.h"
@@ -30,9 +31,9 @@ std::string titleOf(const BAR_T& bar) {
 std::string pieceTip(const PiecePlace& place, const std::string& name) {
   std::string tip = lineOf(place, name);
   for (const WorkPlace& work : place.works) {
-    tip += "; " + work.work->Name + ": side " + numberText(work.work->ProfiLav) + ", X " +
-           numberText(work.work->PositionX) + ", Y " + numberText(work.work->PositionY) + ", Z " +
-           numberText(work.work->PositionZ);
+    tip += "; " + work.work->Name + ": side " + hundredthsText(work.work->ProfiLav) + ", X " +
+           hundredthsText(work.work->PositionX) + ", Y " + hundredthsText(work.work->PositionY) +
+           ", Z " + hundredthsText(work.work->PositionZ);
   }
   return tip;
 }
@@ -96,7 +97,7 @@ void BarPicture::drawStock(SvgCanvas& canvas, double bottom) const {
   canvas.rectangle(kMargin, bottom - band(), length(known ? bar_.length : bar_.used), band(),
                    known ? "bar" : "open");
   if (!known || bar_.leftOver() <= 0.0) return;
-  const std::string rest = numberText(bar_.leftOver());
+  const std::string rest = hundredthsText(bar_.leftOver());
   if (widthOf(rest, kLabel) > length(bar_.leftOver())) return;
   const double middle = kMargin + length(bar_.used + bar_.leftOver() / 2.0);
   canvas.text({middle, bottom - band() / 2.0 + 0.36 * kLabel.size}, rest, "rest");

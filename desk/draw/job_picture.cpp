@@ -1,6 +1,7 @@
 #include "desk/draw/job_picture.h"
 
-#include "desk/base/xml_text.h"
+#include "desk/base/numbers.h"
+#include "desk/base/text.h"
 #include "desk/draw/bar_picture.h"
 #include "desk/draw/legend.h"
 #include "desk/draw/lettering.h"
@@ -45,8 +46,9 @@ bool isMetric(const std::string& unit) {
 }
 
 std::string scaleText(const Scale& scale) {
-  if (scale.along == scale.across) return "1:" + numberText(scale.along);
-  return "1:" + numberText(scale.along) + " along, 1:" + numberText(scale.across) + " across";
+  if (scale.along == scale.across) return "1:" + hundredthsText(scale.along);
+  return "1:" + hundredthsText(scale.along) + " along, 1:" + hundredthsText(scale.across) +
+         " across";
 }
 
 /// Puts the parts of a job's picture together.

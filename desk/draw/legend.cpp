@@ -1,6 +1,6 @@
 #include "desk/draw/legend.h"
 
-#include "desk/base/xml_text.h"
+#include "desk/base/text.h"
 #include "desk/draw/lettering.h"
 #include "desk/draw/pages.h"
 

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "desk/base/xml_text.h"
+#include "desk/base/numbers.h"
+#include "desk/base/text.h"
 #include "desk/draw/lettering.h"
 #include "desk/draw/summary.h"
 
@@ -14,7 +15,7 @@ namespace {
 constexpr double kLeastOfBarCode = 8.0;
 
 std::string angleText(double angle) {
-  return angle == 90.0 ? "" : numberText(angle) + "°";
+  return angle == 90.0 ? "" : hundredthsText(angle) + "°";
 }
 
 }  // namespace
@@ -25,7 +26,7 @@ PieceLabel labelOf(const PiecePlace& piece, const std::string& name, double leng
   const std::string barCode = xmlText(piece.piece->BarCode);
   const std::string left = angleText(piece.leftAngle);
   const std::string right = angleText(piece.rightAngle);
-  const std::string lengthText = numberText(piece.length);
+  const std::string lengthText = hundredthsText(piece.length);
   const double room = length - kBetweenLabels;
   const double numberRoom = widthOf(number, kNumber);
   const double angleRoom =
@@ -47,9 +48,9 @@ PieceLabel labelOf(const PiecePlace& piece, const std::string& name, double leng
 
 std::string lineOf(const PiecePlace& piece, const std::string& name) {
   std::string line = xmlText(name) + ": ";
-  line += piece.length > 0.0 ? numberText(piece.length) : "no length";
+  line += piece.length > 0.0 ? hundredthsText(piece.length) : "no length";
   if (piece.leftAngle != 90.0 || piece.rightAngle != 90.0) {
-    line += ", " + numberText(piece.leftAngle) + "°/" + numberText(piece.rightAngle) + "°";
+    line += ", " + hundredthsText(piece.leftAngle) + "°/" + hundredthsText(piece.rightAngle) + "°";
   }
   const std::string barCode = xmlText(piece.piece->BarCode);
   return barCode.empty() ? line : line + ", " + barCode;

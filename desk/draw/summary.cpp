@@ -1,12 +1,11 @@
 #include "desk/draw/summary.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 
-#include "desk/base/display_width.h"
-#include "desk/base/log.h"
-#include "desk/base/number_text.h"
+#include "desk/base/numbers.h"
+#include "desk/base/terminal.h"
+#include "desk/base/text.h"
 
 namespace desk::draw {
 
@@ -63,34 +62,25 @@ std::string percentText(double part) {
   return text;
 }
 
-std::string countText(std::size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 /// What the job says is left over, where that is something else than what the lengths say.
 std::string statedText(const BarPlace& bar) {
   const std::string& stated = bar.bar->BarLeftLength;
-  return stated.empty() || stated == numberText(bar.leftOver()) ? "" : stated;
+  return stated.empty() || stated == hundredthsText(bar.leftOver()) ? "" : stated;
 }
 
 }  // namespace
-
-std::string numberText(double number) {
-  const double rounded = std::round(number * 100.0) / 100.0;
-  return rounded == 0.0 ? "0" : shortestText(rounded);
-}
 
 std::string yieldText(const BarPlace& bar) {
   return hasYield(bar) ? percentText(bar.used / bar.length) : "";
 }
 
 std::string summaryText(const BarPlace& bar) {
-  std::string text = countText(bar.pieces.size(), "piece") + ", " + numberText(bar.used);
-  if (bar.length > 0.0) text += " of " + numberText(bar.length);
+  std::string text = countText(bar.pieces.size(), "piece") + ", " + hundredthsText(bar.used);
+  if (bar.length > 0.0) text += " of " + hundredthsText(bar.length);
   text += " used";
   if (!hasYield(bar)) return text;
   const std::string stated = statedText(bar);
-  text += ", " + numberText(bar.leftOver()) + " left over";
+  text += ", " + hundredthsText(bar.leftOver()) + " left over";
   if (!stated.empty()) text += " (the job says " + stated + ")";
   return text + ", yield " + yieldText(bar);
 }
@@ -104,7 +94,7 @@ std::vector<std::string> remarkTexts(const BarPlace& bar) {
   std::vector<std::string> texts;
   for (const Remark& remark : bar.remarks) {
     std::string text = wordsOf(remark.oddity);
-    if (remark.oddity == Oddity::TooLong) text += numberText(-bar.leftOver());
+    if (remark.oddity == Oddity::TooLong) text += hundredthsText(-bar.leftOver());
     if (!remark.pieces.empty()) text.insert(0, piecesText(*bar.bar, remark.pieces) + ": ");
     texts.push_back(text);
   }
@@ -131,11 +121,11 @@ show::Table summaryTable(const std::vector<BarPlace>& bars) {
   for (const BarPlace& bar : bars) {
     const std::vector<std::string> texts = {
         bar.bar->BarNumber,
-        fitted(escapeControls(bar.bar->BarName), kLongestName),
+        truncatedToColumns(escapeControls(bar.bar->BarName), kLongestName),
         std::to_string(bar.pieces.size()),
-        bar.length > 0.0 ? numberText(bar.length) : "",
-        numberText(bar.used),
-        bar.length > 0.0 ? numberText(bar.leftOver()) : "",
+        bar.length > 0.0 ? hundredthsText(bar.length) : "",
+        hundredthsText(bar.used),
+        bar.length > 0.0 ? hundredthsText(bar.leftOver()) : "",
         bar.bar->BarLeftLength,
         yieldText(bar),
     };

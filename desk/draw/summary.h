@@ -9,9 +9,6 @@
 
 namespace desk::draw {
 
-/// A length or an angle in as few digits as a hundredth needs.
-std::string numberText(double number);
-
 /// How much of the bar the pieces take: "95.4 %". Empty where the bar is too short or has no
 /// length.
 std::string yieldText(const BarPlace& bar);

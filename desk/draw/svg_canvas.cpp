@@ -1,9 +1,7 @@
 #include "desk/draw/svg_canvas.h"
 
-#include <cmath>
-
-#include "desk/base/number_text.h"
-#include "desk/base/xml_text.h"
+#include "desk/base/numbers.h"
+#include "desk/base/text.h"
 
 namespace desk::draw {
 
@@ -11,8 +9,7 @@ namespace {
 
 /// A hundredth of a millimetre is finer than any printer.
 std::string number(double value) {
-  const double rounded = std::round(value * 100.0) / 100.0;
-  return rounded == 0.0 ? "0" : shortestText(rounded);  // no "-0"
+  return hundredthsText(value);
 }
 
 std::string pair(const Point& point) {

@@ -40,7 +40,7 @@ void WorkMarks::draw(SvgCanvas& canvas, const Point& at, const std::string& name
   const auto found = signs_.find(name);
   const std::size_t sign = found == signs_.end() ? kSigns : found->second;
   if (sign >= kSigns) return canvas.path(at, kShapes[0], "w other");
-  // No two of the numbers of shapes and colours go into each other: every pair comes once.
+  // 6 and 5 are coprime, so each pair of shape and colour occurs once.
   canvas.path(at, kShapes[sign % std::size(kShapes)], "w w" + std::to_string(sign % kColours));
 }
 

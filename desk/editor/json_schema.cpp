@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "desk/base/json_output.h"
+#include "desk/base/numbers.h"
 #include "desk/editor/editor_files.h"
 #include "desk/editor/job_levels.h"
 #include "json/json_keys.h"

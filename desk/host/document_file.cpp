@@ -6,33 +6,19 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <system_error>
 
+#include "desk/base/files.h"
 #include "desk/host/settings.h"
 
 namespace deskhost {
 namespace {
 
+using desk::Descriptor;
+using desk::systemReason;
+
 constexpr std::size_t kChunkBytes = std::size_t{64} << 10;
 
-class Descriptor {
- public:
-  explicit Descriptor(const std::string& file)
-      : number_(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)) {}
-  ~Descriptor() {
-    if (number_ >= 0) ::close(number_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  int number() const { return number_; }
-
- private:
-  int number_;
-};
-
-std::string systemReason(int error) {
-  return std::generic_category().message(error);
-}
+constexpr int kOpenFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 
 std::string sizeReason() {
   return "larger than " + std::to_string(settings().maxDocumentBytes) + " bytes";
@@ -69,10 +55,10 @@ std::string readAll(int number, std::size_t expected, std::string& text) {
 }  // namespace
 
 bool readDocumentFile(const std::string& file, std::string& text, std::string& reason) {
-  const Descriptor descriptor(file);
+  const Descriptor descriptor(::open(file.c_str(), kOpenFlags));
   std::size_t size = 0;
   std::string fault =
-      descriptor.number() < 0 ? systemReason(errno) : fileFault(descriptor.number(), size);
+      descriptor.isOpen() ? fileFault(descriptor.number(), size) : systemReason(errno);
   if (fault.empty()) fault = readAll(descriptor.number(), size, text);
   if (!fault.empty()) reason = file + ": " + fault;
   return fault.empty();

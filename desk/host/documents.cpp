@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "desk/base/log.h"
+#include "desk/base/output.h"
 #include "desk/host/document_file.h"
 #include "desk/host/paths.h"
 #include "desk/host/settings.h"

@@ -6,8 +6,9 @@
 #include <algorithm>
 #include <exception>
 
-#include "desk/base/log.h"
-#include "desk/base/temporary_file.h"
+#include "desk/base/files.h"
+#include "desk/base/output.h"
+#include "desk/base/text.h"
 #include "desk/host/document_file.h"
 #include "desk/host/documents.h"
 #include "desk/host/download_codes.h"
@@ -18,14 +19,10 @@
 namespace deskhost {
 namespace {
 
-bool endsWith(const std::string& text, const std::string& end) {
-  return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
-}
-
 /// A job that does not load must not take the place of one that does.
 bool loadsAsItsTarget(const std::string& target, const std::string& file, std::string& reason) {
-  const bool isJson = endsWith(target, ".json");
-  const bool isXml = endsWith(target, ".xml");
+  const bool isJson = desk::endsWith(target, ".json");
+  const bool isXml = desk::endsWith(target, ".xml");
   std::string text;
   if (!isJson && !isXml) return true;
   if (!readDocumentFile(file, text, reason)) return false;

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "desk/base/temporary_file.h"
+#include "desk/base/files.h"
 #include "desk/host/download_codes.h"
 
 namespace deskhost {

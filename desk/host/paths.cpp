@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <sstream>
 
-#include "desk/base/utf8.h"
+#include "desk/base/text.h"
 #include "desk/host/settings.h"
 
 namespace deskhost {
@@ -13,10 +13,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kNoUsbMount[] = "/no-usb-disk/";
-
-bool startsWith(const std::string& text, const std::string& start) {
-  return text.compare(0, start.size(), start) == 0;
-}
 
 /// What is wrong with the name as a text, or nothing.
 const char* nameFault(const std::string& name) {
@@ -62,7 +58,7 @@ bool resolveBelow(const std::string& directory, const std::string& below, std::s
   const std::string prefix = base == base.root_path() ? base.string() : base.string() + "/";
   if (error) {
     reason = error.message();
-  } else if (!startsWith(path.string(), prefix)) {
+  } else if (!desk::startsWith(path.string(), prefix)) {
     reason = "a symbolic link leads outside of " + base.string();
   } else if (passesBrokenLink(path, base)) {
     reason = "a symbolic link leads nowhere";
@@ -90,7 +86,7 @@ std::string usbMount() {
 bool resolvePath(const std::string& name, std::string& file, std::string& reason) {
   const std::string mount = usbMount();
   const char* fault = nameFault(name);
-  const bool onUsb = fault == nullptr && startsWith(name, mount);
+  const bool onUsb = fault == nullptr && desk::startsWith(name, mount);
   const std::string below = withoutLeadingSlashes(onUsb ? name.substr(mount.size()) : name);
   if (fault == nullptr) fault = componentFault(below);
   if (fault == nullptr && isPresented(name)) {

@@ -20,11 +20,11 @@ PresentedJob presentJob(const std::string& file) {
   std::error_code error;
   if (!fs::exists(file, error)) {
     const std::string reason = error ? error.message() : "no such file";
-    throw Error(kExitCannot, "cannot read " + file + ": " + reason);
+    throw Error(kExitIoError, "cannot read " + file + ": " + reason);
   }
   PresentedJob job;
   job.name = fs::path(file).filename().string();
-  if (job.name.empty()) throw Error(kExitCannot, "cannot read " + file + ": it is a directory");
+  if (job.name.empty()) throw Error(kExitIoError, "cannot read " + file + ": it is a directory");
   if (job.name.size() < kShortestName) job.name = "job-" + job.name;
   job.controllerPath = model::rowOf(model::formatOfName(job.name)).flashDirectory + job.name;
   deskhost::settings().presented[job.controllerPath] = fs::absolute(file).string();

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "desk/base/utf8.h"
+#include "desk/base/text.h"
 
 namespace desk::job {
 

@@ -1,4 +1,5 @@
 #include "desk/job/zero_references.h"
+#include "desk/base/text.h"
 
 #include <algorithm>
 
@@ -11,10 +12,6 @@ struct Section {
   std::string_view start, end;
 };
 constexpr Section kSections[] = {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
-
-bool startsWith(std::string_view text, std::string_view start) {
-  return text.substr(0, start.size()) == start;
-}
 
 /// "&#0;", "&#x00;", ...
 bool isZeroReference(std::string_view text) {

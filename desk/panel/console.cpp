@@ -8,7 +8,8 @@
 #include <utility>
 
 #include "desk/base/errors.h"
-#include "desk/base/log.h"
+#include "desk/base/output.h"
+#include "desk/base/text.h"
 
 namespace desk {
 
@@ -40,7 +41,7 @@ Console::Console(ConsoleSink sink)
   std::fflush(stdout);
   if (caught_ >= 0) real_ = dup(STDOUT_FILENO);
   if (real_ < 0 || dup2(caught_, STDOUT_FILENO) < 0) {
-    throw Error(kExitCannot, "cannot catch the scripts' output");
+    throw Error(kExitIoError, "cannot catch the scripts' output");
   }
   setLogSink([this](const std::string& text) { say(Speaker::Desk, text); });
 }
@@ -78,7 +79,7 @@ Console::Voice::~Voice() {
 void Console::answer(std::string_view text) const {
   while (!text.empty()) {
     const ssize_t written = ::write(real_, text.data(), text.size());
-    if (written <= 0) throw Error(kExitCannot, "cannot write to standard output");
+    if (written <= 0) throw Error(kExitIoError, "cannot write to standard output");
     text.remove_prefix(static_cast<std::size_t>(written));
   }
 }

@@ -37,9 +37,9 @@ bool take(Panel& panel, const PictureOrder& order) {
   for (int page = 1; fine && page < order.page; ++page) step([&] { panel.turn(Turn::Down); });
   const Page reached = panel.view().page;
   if (fine && reached.current != order.page) {
-    throw Error(kExitCannot, "there is no page " + std::to_string(order.page) + ": " +
-                                 std::to_string(reached.current) + " of " +
-                                 std::to_string(reached.count) + " is the last one reached");
+    throw Error(kExitIoError, "there is no page " + std::to_string(order.page) + ": " +
+                                  std::to_string(reached.current) + " of " +
+                                  std::to_string(reached.count) + " is the last one reached");
   }
   if (fine && order.click) step([&] { panel.click(*order.click); });
   return fine;
@@ -62,7 +62,7 @@ int drawPanel(const PanelSetup& setup, const PictureOrder& order) {
   if (!fine) return kExitFindings;
   if (!order.svg.empty()) writeSvg(view.svg, order.svg);
   if (!order.png.empty()) writePng(view.svg, order.png);
-  return kExitFine;
+  return kExitOk;
 }
 
 }  // namespace desk

@@ -5,7 +5,7 @@
 namespace desk {
 
 int servePanel(const PanelSetup&, int, bool) {
-  throw Error(kExitCannot, "built without the page; --svg and --png draw the panel");
+  throw Error(kExitIoError, "built without the page; --svg and --png draw the panel");
 }
 
 }  // namespace desk

@@ -72,7 +72,7 @@ PanelServer::PanelServer(Board& board, PanelActions actions, int port)
   addEvents();
   const bool bound = port == 0 ? (port_ = server_.bind_to_any_port(kAddress)) > 0
                                : server_.bind_to_port(kAddress, port);
-  if (!bound) throw Error(kExitCannot, "port " + std::to_string(port) + " is taken");
+  if (!bound) throw Error(kExitIoError, "port " + std::to_string(port) + " is taken");
 }
 
 PanelServer::~PanelServer() {

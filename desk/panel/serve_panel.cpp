@@ -118,7 +118,7 @@ int servePanel(const PanelSetup& setup, int port, bool open) {
     std::this_thread::sleep_for(milliseconds(50));
     browser.look();
   }
-  return kExitFine;
+  return kExitOk;
 }
 
 }  // namespace desk

@@ -3,7 +3,7 @@
 #include <exception>
 #include <utility>
 
-#include "desk/base/log.h"
+#include "desk/base/output.h"
 
 namespace desk {
 

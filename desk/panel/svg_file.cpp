@@ -24,7 +24,7 @@ class MemoryFile {
     const auto size = static_cast<ssize_t>(bytes.size());
     if (number_ < 0 || ::write(number_, bytes.data(), bytes.size()) != size ||
         lseek(number_, 0, SEEK_SET) != 0) {
-      throw Error(kExitCannot, "cannot hand the picture to " + std::string(kConverter));
+      throw Error(kExitIoError, "cannot hand the picture to " + std::string(kConverter));
     }
   }
   ~MemoryFile() { close(number_); }
@@ -43,7 +43,7 @@ void writeSvg(const std::string& svg, const std::string& file) {
   if (file != "-") opened.open(file, std::ios::binary);
   std::ostream& out = file == "-" ? std::cout : opened;
   out << svg << std::flush;
-  if (!out) throw Error(kExitCannot, "cannot write " + file);
+  if (!out) throw Error(kExitIoError, "cannot write " + file);
 }
 
 void writePng(const std::string& svg, const std::string& file, int dotsPerInch) {
@@ -53,14 +53,14 @@ void writePng(const std::string& svg, const std::string& file, int dotsPerInch) 
       {kConverter, "--format=png", "--dpi-x=" + dots, "--dpi-y=" + dots, "--output=" + file},
       input.number());
   if (child < 0) {
-    throw Error(kExitCannot, std::string("cannot write ") + file + ": PNG needs the program " +
-                                 kConverter + " (package librsvg2-bin)");
+    throw Error(kExitIoError, std::string("cannot write ") + file + ": PNG needs the program " +
+                                  kConverter + " (package librsvg2-bin)");
   }
   int status = 0;
   while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
   }
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-    throw Error(kExitCannot, "cannot write " + file + ": " + kConverter + " failed");
+    throw Error(kExitIoError, "cannot write " + file + ": " + kConverter + " failed");
   }
 }
 

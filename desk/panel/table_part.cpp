@@ -44,7 +44,7 @@ TablePart::TablePart(const script::Plugin& plugin, tagRECT area) : members_(plug
   tagPARTINFO info{area};
   if (part_ == nullptr || !callbacks_.init(part_, &info)) {
     callbacks_.destroy(part_);
-    throw Error(kExitCannot, "the plug-in made no table part");
+    throw Error(kExitIoError, "the plug-in made no table part");
   }
 }
 

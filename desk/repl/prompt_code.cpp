@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "desk/base/display_width.h"
+#include "desk/base/terminal.h"
 #include "desk/base/errors.h"
-#include "desk/base/utf8.h"
+#include "desk/base/text.h"
 #include "desk/repl/completion.lua.h"
 #include "desk/repl/values.lua.h"
 
@@ -28,7 +28,7 @@ int characterSize(lua_State* L) {
 
 int fittedText(lua_State* L) {
   const auto columns = static_cast<std::size_t>(luaL_checkinteger(L, 2));
-  const std::string text = fitted(textAt(L, 1), columns);
+  const std::string text = truncatedToColumns(textAt(L, 1), columns);
   lua_pushlstring(L, text.data(), text.size());
   return 1;
 }
@@ -128,7 +128,7 @@ std::string Completions::common() const {
 
 PromptCode::PromptCode(lua_State* L) : L_(L) {
   lua_pushcfunction(L, load);
-  if (lua_pcall(L, 0, 2, 0) != LUA_OK) throw Error(kExitCannot, lua_tostring(L, -1));
+  if (lua_pcall(L, 0, 2, 0) != LUA_OK) throw Error(kExitIoError, lua_tostring(L, -1));
   valueText_ = luaL_ref(L, LUA_REGISTRYINDEX);
   complete_ = luaL_ref(L, LUA_REGISTRYINDEX);
 }

@@ -10,8 +10,7 @@
 #include <cwchar>
 #include <filesystem>
 
-#include "desk/base/display_width.h"
-#include "desk/base/temporary_file.h"
+#include "desk/base/files.h"
 #include "desk/base/terminal.h"
 #include "desk/repl/interrupt.h"
 

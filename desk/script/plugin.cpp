@@ -18,7 +18,7 @@ std::string asPath(const std::string& name) {
 Plugin::Plugin(const std::string& path)
     : path_(path), handle_(dlopen(asPath(path).c_str(), RTLD_NOW | RTLD_LOCAL)) {
   if (handle_ == nullptr) {
-    throw Error(kExitCannot, std::string("cannot load the plug-in: ") + dlerror());
+    throw Error(kExitIoError, std::string("cannot load the plug-in: ") + dlerror());
   }
 }
 
@@ -29,7 +29,7 @@ Plugin::~Plugin() {
 void* Plugin::symbol(const char* name) const {
   void* address = dlsym(handle_, name);
   if (address == nullptr) {
-    throw Error(kExitCannot, "not a plug-in of this kind: " + path_ + " has no " + name);
+    throw Error(kExitIoError, "not a plug-in of this kind: " + path_ + " has no " + name);
   }
   return address;
 }

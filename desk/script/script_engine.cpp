@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "desk/base/errors.h"
-#include "desk/base/stdout_redirect.h"
+#include "desk/base/output.h"
 
 namespace desk::script {
 
@@ -85,7 +85,7 @@ int reportFailure(lua_State* L, int status) {
 
 ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLines lines)
     : state_(luaL_newstate()) {
-  if (state_ == nullptr) throw Error(kExitCannot, "not enough memory for a Lua state");
+  if (state_ == nullptr) throw Error(kExitIoError, "not enough memory for a Lua state");
   lua_State* L = state();
   luaL_openlibs(L);
   {
@@ -96,7 +96,7 @@ ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLine
   lua_pushcfunction(L, guardModule);
   lua_pushinteger(L, static_cast<int>(lines));
   if (lua_pcall(L, 1, 0, 0) != LUA_OK) {
-    throw Error(kExitCannot, "the plug-in registered no module " + std::string(kModule));
+    throw Error(kExitIoError, "the plug-in registered no module " + std::string(kModule));
   }
 }
 
@@ -104,13 +104,13 @@ int ScriptEngine::run(const std::string& script, const std::vector<std::string>&
   lua_State* L = state();
   setArguments(script, arguments);
   const int loaded = luaL_loadfile(L, script == "-" ? nullptr : script.c_str());
-  if (loaded == LUA_ERRFILE) throw Error(kExitCannot, lua_tostring(L, -1));
+  if (loaded == LUA_ERRFILE) throw Error(kExitIoError, lua_tostring(L, -1));
   if (loaded != LUA_OK) return reportFailure(L, loaded);
   luaL_checkstack(L, static_cast<int>(arguments.size()) + 1, "too many arguments");
   for (const std::string& argument : arguments) lua_pushstring(L, argument.c_str());
   if (!call(static_cast<int>(arguments.size()))) return kExitFindings;
   lua_settop(L, 0);
-  return kExitFine;
+  return kExitOk;
 }
 
 void ScriptEngine::setArguments(const std::string& script,

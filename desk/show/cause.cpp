@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "desk/base/log.h"
+#include "desk/base/text.h"
 #include "desk/check/check_session.h"
 
 namespace desk::show {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "desk/base/display_width.h"
-#include "desk/base/json_output.h"
-#include "desk/base/log.h"
+#include "desk/base/numbers.h"
+#include "desk/base/terminal.h"
+#include "desk/base/text.h"
 #include "desk/check/reports.h"
 
 namespace desk::show {
@@ -35,7 +35,8 @@ std::string shown(const Cell& cell, bool where) {
 /// The same in so many columns. What does not fit is cut from the value, not from its line.
 std::string shown(const Cell& cell, bool where, std::size_t columns) {
   const std::string line = where ? lineOf(cell) : "";
-  return fitted(escapeControls(cell.text), columns - std::min(line.size(), columns)) + line;
+  return truncatedToColumns(escapeControls(cell.text), columns - std::min(line.size(), columns)) +
+         line;
 }
 
 /// How the columns of a table are laid out.
@@ -73,7 +74,8 @@ std::string line(const Layout& layout, TextOf textOf) {
   std::string text;
   for (std::size_t i = 0; i < layout.widths.size(); ++i) {
     const std::size_t width = layout.widths[i];
-    text += padded(fitted(textOf(i), width), width, layout.toRight[i]) + std::string(kGap, ' ');
+    text += padded(truncatedToColumns(textOf(i), width), width, layout.toRight[i]) +
+            std::string(kGap, ' ');
   }
   text.erase(text.find_last_not_of(' ') + 1);
   return text + "\n";
@@ -167,8 +169,7 @@ std::string jsonText(const Table& table, bool where) {
     Json::Value object(Json::objectValue);
     for (std::size_t i = 0; i < row.size(); ++i) {
       const Cell& cell = row[i];
-      Json::Value value =
-          cell.isNumber ? Json::Value(cell.number) : Json::Value(check::asUtf8(cell.text));
+      Json::Value value = cell.isNumber ? Json::Value(cell.number) : Json::Value(asUtf8(cell.text));
       Json::Value& member = object[table.keys[i]];
       if (!where) {
         member = value;

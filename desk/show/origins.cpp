@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <unordered_map>
 
-#include "desk/base/number_text.h"
+#include "desk/base/numbers.h"
 #include "desk/show/script_answers.h"
 #include "module/job_rows.h"
 

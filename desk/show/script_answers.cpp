@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "desk/base/errors.h"
-#include "desk/base/number_text.h"
+#include "desk/base/numbers.h"
 #include "module/script_rows.h"
 
 namespace desk::show {
@@ -102,8 +102,8 @@ void loadJob(script::ScriptEngine& engine, const std::string& name) {
   lua_getfield(L, -2, "info");
   const lua_Integer code = lua_tointeger(L, -2);
   if (code == 0) return;
-  throw Error(kExitCannot, "cannot load " + name + ": " + lua_tostring(L, -1) + " (errorCode " +
-                               std::to_string(code) + ")");
+  throw Error(kExitIoError, "cannot load " + name + ": " + lua_tostring(L, -1) + " (errorCode " +
+                                std::to_string(code) + ")");
 }
 
 Table ask(script::ScriptEngine& engine, const Question& question) {

@@ -11,7 +11,7 @@
 #include <fstream>
 #include <string>
 
-#include "desk/base/log.h"
+#include "desk/base/output.h"
 #include "desk/host/settings.h"
 #include "desk/script/plugin.h"
 #include "desk/script/script_engine.h"

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "desk/base/xml_text.h"
+#include "desk/base/text.h"
 #include "host/utility.h"
 
 namespace UTILITY {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "desk/base/log.h"
+#include "desk/base/output.h"
 #include "desk/host/settings.h"
 #include "tests/support/temp_tree.h"
 

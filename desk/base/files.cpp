@@ -1,4 +1,4 @@
-#include "desk/base/temporary_file.h"
+#include "desk/base/files.h"
 
 #include <fcntl.h>
 #include <sys/random.h>
@@ -8,18 +8,20 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <system_error>
 #include <utility>
 
+#include "desk/base/errors.h"
+
 namespace desk {
+
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr int kMaxNames = 16;
 constexpr int kCreateFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-
-std::string systemReason(int error) {
-  return std::generic_category().message(error);
-}
 
 std::string directoryOf(const std::string& file) {
   return file.substr(0, file.rfind('/') + 1);
@@ -38,16 +40,35 @@ bool randomName(std::string& name) {
 /// The rename is not safe from a power cut before the directory is on the disk too. Some file
 /// systems cannot do this; the document is in place either way.
 void syncDirectory(const std::string& directory) {
-  const int descriptor = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0) return;
-  ::fsync(descriptor);
-  ::close(descriptor);
+  const Descriptor opened(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (opened.isOpen()) ::fsync(opened.number());
+}
+
+/// The first of the two that exists: as built, or as installed. Both count from the program.
+std::string firstThatExists(const char* what, const char* built, const char* installed) {
+  std::error_code ignored;
+  const fs::path program = fs::read_symlink("/proc/self/exe", ignored).parent_path();
+  for (const char* place : {built, installed}) {
+    const fs::path candidate = (program / place).lexically_normal();
+    if (fs::exists(candidate, ignored)) return candidate.string();
+  }
+  throw Error(kExitIoError, std::string("cannot find ") + what + " (" + built +
+                                ") beside the program; name it on the command line");
 }
 
 }  // namespace
 
+std::string systemReason(int error) {
+  return std::generic_category().message(error);
+}
+
+bool Descriptor::close() {
+  const int number = std::exchange(number_, -1);
+  return number < 0 || ::close(number) == 0;
+}
+
 TemporaryFile::~TemporaryFile() {
-  close();
+  descriptor_.close();
   if (!path_.empty()) ::unlink(path_.c_str());
 }
 
@@ -58,8 +79,8 @@ bool TemporaryFile::create(const std::string& target, std::string& reason) {
   for (int i = 0; i < kMaxNames && error == EEXIST; ++i) {
     const bool named = randomName(name);
     std::string path = directory + name;
-    if (named) descriptor_ = ::open(path.c_str(), kCreateFlags, 0666);
-    error = descriptor_ < 0 ? errno : 0;
+    if (named) descriptor_ = Descriptor(::open(path.c_str(), kCreateFlags, 0666));
+    error = descriptor_.isOpen() ? 0 : errno;
     if (error == 0) path_ = std::move(path);  // takes no memory: the file is never lost sight of
   }
   target_ = target;
@@ -70,7 +91,7 @@ bool TemporaryFile::create(const std::string& target, std::string& reason) {
 
 bool TemporaryFile::write(const char* data, std::size_t size) noexcept {
   while (size > 0) {
-    const ssize_t written = ::write(descriptor_, data, size);
+    const ssize_t written = ::write(descriptor_.number(), data, size);
     if (written < 0 && errno == EINTR) continue;
     if (written <= 0) {
       error_ = written < 0 ? errno : EIO;
@@ -87,8 +108,9 @@ bool TemporaryFile::commit(std::string& reason) {
   const std::string directory = directoryOf(target_);
   struct stat status {};
   // Not every file system has permissions to take over; the document counts.
-  if (::stat(target_.c_str(), &status) == 0) ::fchmod(descriptor_, status.st_mode & 0777);
-  if (::fsync(descriptor_) != 0 || !close() || std::rename(path_.c_str(), target_.c_str()) != 0) {
+  if (::stat(target_.c_str(), &status) == 0) ::fchmod(descriptor_.number(), status.st_mode & 0777);
+  if (::fsync(descriptor_.number()) != 0 || !descriptor_.close() ||
+      std::rename(path_.c_str(), target_.c_str()) != 0) {
     reason = target_ + ": " + systemReason(errno);
     return false;
   }
@@ -97,11 +119,13 @@ bool TemporaryFile::commit(std::string& reason) {
   return true;
 }
 
-bool TemporaryFile::close() {
-  if (descriptor_ < 0) return true;
-  const int result = ::close(descriptor_);
-  descriptor_ = -1;
-  return result == 0;
+std::string shippedPlugin() {
+  return firstThatExists("the plug-in", "libCustom_LuaParseModule.so",
+                         "../lib/cusdesk/libCustom_LuaParseModule.so");
+}
+
+std::string shippedExamples() {
+  return firstThatExists("the example tree", "share/cusdesk/examples", "../share/cusdesk/examples");
 }
 
 }  // namespace desk

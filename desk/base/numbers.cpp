@@ -1,0 +1,68 @@
+#include "desk/base/numbers.h"
+
+#include <json/writer.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace desk {
+
+namespace {
+
+constexpr int kFewestDigits = 15;  ///< every number of so many digits reads back
+constexpr int kMostDigits = 17;    ///< enough for all numbers
+
+/// Writes the number in the fewest digits that it reads back from, and returns how many these are.
+int writeShortest(double number, char (&text)[32]) {
+  for (int digits = kFewestDigits;; ++digits) {
+    std::snprintf(text, sizeof text, "%.*g", digits, number);
+    if (digits == kMostDigits || std::strtod(text, nullptr) == number) return digits;
+  }
+}
+
+/// The digits that every number of the document needs to read back as it is.
+int digitsFor(const Json::Value& value) {
+  char ignored[32];
+  if (value.type() == Json::realValue) return writeShortest(value.asDouble(), ignored);
+  int digits = kFewestDigits;
+  if (!value.isArray() && !value.isObject()) return digits;
+  for (const Json::Value& child : value) digits = std::max(digits, digitsFor(child));
+  return digits;
+}
+
+}  // namespace
+
+std::string shortestText(double number) {
+  char text[32];
+  writeShortest(number, text);
+  return text;
+}
+
+std::string hundredthsText(double number) {
+  const double rounded = std::round(number * 100.0) / 100.0;
+  return rounded == 0.0 ? "0" : shortestText(rounded);
+}
+
+bool numberOf(const std::string& text, double& number, bool& whole) {
+  // Scripts get what stands in front of a zero byte.
+  const char* const start = text.c_str();
+  char* end = nullptr;
+  number = std::strtod(start, &end);
+  if (end == start || !std::isfinite(number)) return false;
+  whole = end[std::strspn(end, " \t\r\n")] == '\0';
+  return true;
+}
+
+std::string jsonDocument(const Json::Value& root) {
+  Json::StreamWriterBuilder builder;
+  builder["indentation"] = "  ";
+  builder["emitUTF8"] = true;
+  builder["enableYAMLCompatibility"] = true;
+  builder["precision"] = digitsFor(root);
+  return Json::writeString(builder, root) + "\n";
+}
+
+}  // namespace desk

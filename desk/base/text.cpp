@@ -1,0 +1,121 @@
+#include "desk/base/text.h"
+
+#include <utf8.h>
+
+#include <cstdint>
+#include <iterator>
+
+namespace desk {
+
+namespace {
+
+constexpr std::uint32_t kReplacement = 0xFFFD;
+
+/// U+0080 to U+009F among them: terminals take them as escape sequences too.
+bool isControl(std::uint32_t codePoint) {
+  return codePoint < 0x20 || (codePoint >= 0x7F && codePoint <= 0x9F);
+}
+
+void spellOut(std::string& out, char byte) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  const auto value = static_cast<unsigned char>(byte);
+  switch (byte) {
+    case '\n':
+      out += "\\n";
+      return;
+    case '\r':
+      out += "\\r";
+      return;
+    case '\t':
+      out += "\\t";
+      return;
+    default:
+      break;
+  }
+  out += "\\x";
+  out += kDigits[value >> 4];
+  out += kDigits[value & 0xF];
+}
+
+/// What a first byte says; 0 for one that no character starts with.
+std::size_t announcedSize(char first) {
+  const auto byte = static_cast<unsigned char>(first);
+  if (byte < 0x80) return 1;
+  return byte < 0xC0 ? 0 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : byte < 0xF8 ? 4 : 0;
+}
+
+}  // namespace
+
+std::size_t utf8CharacterSize(std::string_view text, std::size_t at) {
+  const std::size_t size = announcedSize(text[at]);
+  if (size == 0 || text.size() - at < size) return 0;
+  const char* const start = text.data() + at;
+  return utf8::find_invalid(start, start + size) == start + size ? size : 0;
+}
+
+bool isUtf8(std::string_view text) {
+  return utf8::is_valid(text.begin(), text.end());
+}
+
+std::string asUtf8(std::string_view text) {
+  std::string valid;
+  valid.reserve(text.size());
+  utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid), kReplacement);
+  return valid;
+}
+
+std::string escapeControls(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t size = utf8CharacterSize(text, at);
+    const std::string_view character = text.substr(at, std::max<std::size_t>(size, 1));
+    const char* start = character.data();
+    if (size != 0 && !isControl(utf8::unchecked::next(start))) {
+      out += character;
+    } else {
+      for (const char byte : character) spellOut(out, byte);
+    }
+    at += character.size();
+  }
+  return out;
+}
+
+std::string xmlText(std::string_view text) {
+  const std::string valid = asUtf8(text);
+  std::string clean;
+  for (auto at = valid.cbegin(); at != valid.cend();) {
+    std::uint32_t codePoint = utf8::unchecked::next(at);
+    if (isControl(codePoint)) codePoint = ' ';
+    if (codePoint == 0xFFFE || codePoint == 0xFFFF) codePoint = kReplacement;
+    utf8::unchecked::append(codePoint, std::back_inserter(clean));
+  }
+  return clean;
+}
+
+bool startsWith(std::string_view text, std::string_view start) {
+  return text.substr(0, start.size()) == start;
+}
+
+bool endsWith(std::string_view text, std::string_view end) {
+  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
+
+bool isBlank(std::string_view text) {
+  return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+std::string joined(const std::vector<std::string>& texts, std::string_view between) {
+  std::string all;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (i > 0) all += between;
+    all += texts[i];
+  }
+  return all;
+}
+
+std::string countText(std::size_t count, const std::string& word) {
+  return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
+}
+
+}  // namespace desk

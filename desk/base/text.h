@@ -1,0 +1,49 @@
+// Text: UTF-8, what may be shown, and small questions.
+//
+// A job file may hold any bytes. Well-formed UTF-8 is told from the rest in one place: overlong
+// forms, surrogates and values past U+10FFFF are not well formed, zero bytes are.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace desk {
+
+/// Bytes of the character that starts at `at`, 1 to 4; 0 when no well-formed one does. `at` lies
+/// inside `text`.
+std::size_t utf8CharacterSize(std::string_view text, std::size_t at);
+
+bool isUtf8(std::string_view text);
+
+/// `text` with one U+FFFD for each sequence that is not well formed.
+std::string asUtf8(std::string_view text);
+
+/// `text` with control characters and bytes that are no UTF-8 spelled out, as in "\n" or "\x1b".
+/// A backslash stays as it is.
+std::string escapeControls(std::string_view text);
+
+/// `text` as UTF-8 that an XML document may hold and a line of text can show: control characters
+/// become blanks, everything else that has no place there U+FFFD. Escaping is left to the writer.
+std::string xmlText(std::string_view text);
+
+bool startsWith(std::string_view text, std::string_view start);
+bool endsWith(std::string_view text, std::string_view end);
+
+/// Whether there are only spaces, tabs and line ends in it.
+bool isBlank(std::string_view text);
+
+/// The texts one behind the other with `between` between them.
+std::string joined(const std::vector<std::string>& texts, std::string_view between);
+
+/// "1 piece", "2 pieces"
+std::string countText(std::size_t count, const std::string& word);
+
+template <class Texts>
+bool contains(const Texts& texts, std::string_view text) {
+  return std::find(std::begin(texts), std::end(texts), text) != std::end(texts);
+}
+
+}  // namespace desk
