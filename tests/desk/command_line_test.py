@@ -4,17 +4,10 @@ Usage: command_line_test.py CUSDESK
 """
 
 import os
-import pathlib
 import subprocess
-import sys
-import tempfile
 import unittest
 
-CUSDESK = sys.argv.pop()
-
-
-def run(*words, **options):
-    return subprocess.run([CUSDESK, *words], capture_output=True, text=True, timeout=60, **options)
+from cusdesk import CUSDESK, Folder, run
 
 
 class CommandLine(unittest.TestCase):
@@ -67,19 +60,17 @@ class CommandLine(unittest.TestCase):
         for words, script in ([["--help"], ""], [["run", "-"], "print(1)"],
                               [["run", "-"], "print(1) os.exit(0)"]):
             with open("/dev/full", "w", encoding="utf-8") as full:
-                answer = subprocess.run([CUSDESK, *words], stdout=full, stderr=subprocess.PIPE,
-                                        input=script, text=True, check=False)
+                answer = run(*words, input=script, capture_output=False, stdout=full,
+                             stderr=subprocess.PIPE)
             self.assertEqual(answer.returncode, 3, script)
             self.assertEqual(answer.stderr, "cusdesk: standard output could not be written\n")
 
 
-class Scripts(unittest.TestCase):
+class Scripts(Folder):
     def run_script(self, text, *arguments, options=()):
-        with tempfile.TemporaryDirectory() as folder:
-            script = pathlib.Path(folder, "script.lua")
-            script.write_text(text, encoding="utf-8")
-            answer = run("--root", folder, "run", *options, str(script), *arguments)
-            return answer, folder
+        script = self.write("script.lua", text)
+        answer = run("--root", self.folder, "run", *options, script, *arguments)
+        return answer, self.folder
 
     def test_arguments_are_those_of_the_stock_interpreter(self):
         answer, folder = self.run_script("io.write(arg[0], '|', #arg, '|', arg[2], '|', ...)",
@@ -116,21 +107,15 @@ class Scripts(unittest.TestCase):
 
     def test_progress_goes_below_the_root_unless_the_environment_says_otherwise(self):
         text = "print(cus_ParseModule.save_cutCurIndex('3', '7'))"
-        with tempfile.TemporaryDirectory() as folder:
-            script = pathlib.Path(folder, "s.lua")
-            script.write_text(text, encoding="utf-8")
-            target = pathlib.Path(folder, "mnt/data/CustomFileDir/cutCurIndex.txt")
-            answer = run("--root", folder, "run", str(script))
-            self.assertEqual(answer.stdout.splitlines()[2:], ["无法打开文件！", "7"])
-            target.parent.mkdir(parents=True)
-            target.write_text("old and longer than the new\n")
-            answer = run("--root", folder, "run", str(script))
+        answer, folder = self.run_script(text)
+        self.assertEqual(answer.stdout.splitlines()[2:], ["无法打开文件！", "7"])
+        target = self.write("mnt/data/CustomFileDir/cutCurIndex.txt", "old and longer than the new\n")
+        other = folder / "other.txt"
+        for chosen, written in (("", target), (str(other), other)):
+            answer = run("--root", folder, "run", folder / "script.lua",
+                         env={**os.environ, "CUS_CUTCURINDEX_FILE": chosen})
             self.assertEqual(answer.stdout.splitlines()[2:], ["数据已写入文件！", "7"])
-            self.assertEqual(target.read_text(), "3\n7\n")
-            other = pathlib.Path(folder, "other.txt")
-            run("--root", folder, "run", str(script),
-                env={**os.environ, "CUS_CUTCURINDEX_FILE": str(other)})
-            self.assertEqual(other.read_text(), "3\n7\n")
+            self.assertEqual(written.read_text(), "3\n7\n")
 
 
 unittest.main()

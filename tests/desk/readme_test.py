@@ -5,21 +5,16 @@ Usage: readme_test.py CUSDESK README
 
 import pathlib
 import re
-import subprocess
 import sys
-import tempfile
 import unittest
 
+import cusdesk
+
 README = pathlib.Path(sys.argv.pop()).read_text(encoding="utf-8")
-CUSDESK = sys.argv.pop()
 
 
 def output_of(script):
-    with tempfile.NamedTemporaryFile("w", suffix=".lua", encoding="utf-8") as file:
-        file.write(script)
-        file.flush()
-        return subprocess.run([CUSDESK, "run", file.name], check=True, capture_output=True,
-                              text=True, timeout=60).stdout.splitlines()
+    return cusdesk.run("run", "-", input=script).stdout.splitlines()
 
 
 class Readme(unittest.TestCase):
@@ -38,8 +33,7 @@ class Readme(unittest.TestCase):
 
     def test_command_table_names_the_commands_of_cusdesk(self):
         table = re.search(r"\| Command.*?\n\n", README, re.S).group(0)
-        help_text = subprocess.run([CUSDESK, "--help"], check=True, capture_output=True, text=True,
-                                   timeout=60).stdout
+        help_text = cusdesk.run("--help").stdout
         listed = re.search(r"Commands:\n(.*?)\n\n", help_text, re.S).group(1)
         self.assertEqual(re.findall(r"`cusdesk (\w+)", table), re.findall(r"^  (\w+)", listed, re.M))
 

@@ -4,7 +4,6 @@ A server on loopback takes the download as its proxy, so that the fixed address 
 Usage: smoke_main_test.py CALL_PLUGIN_MAIN PLUGIN
 """
 
-import http.server
 import os
 import pathlib
 import subprocess
@@ -12,20 +11,10 @@ import sys
 import tempfile
 import threading
 
+from http_server import HttpServer
+
 ANSWER = b'{"Version": "1.0"}'
-requested = []
-
-
-class OrderService(http.server.BaseHTTPRequestHandler):
-    def do_GET(self):
-        requested.append(self.path)
-        self.send_response(200)
-        self.send_header("Content-Length", str(len(ANSWER)))
-        self.end_headers()
-        self.wfile.write(ANSWER)
-
-    def log_message(self, *_):
-        pass
+ADDRESS = "api/order_bom/third/getCuttingBoms"
 
 
 def lines_of_smoke_test(program, plugin, root, port):
@@ -44,20 +33,21 @@ def lines_of_smoke_test(program, plugin, root, port):
 
 def main():
     program, plugin = sys.argv[1:]
-    server = http.server.HTTPServer(("127.0.0.1", 0), OrderService)
-    threading.Thread(target=server.serve_forever, daemon=True).start()
     with tempfile.TemporaryDirectory() as root:
+        answer = pathlib.Path(root, "web", ADDRESS)
         directory = pathlib.Path(root, "mnt/data/CustomFileDir/JsonFile")
-        directory.mkdir(parents=True)
-        lines, exit_code = lines_of_smoke_test(program, plugin, root, server.server_port)
+        for folder in (answer.parent, directory):
+            folder.mkdir(parents=True)
+        answer.write_bytes(ANSWER)
+        with HttpServer(f"{root}/web") as server:
+            lines, exit_code = lines_of_smoke_test(program, plugin, root, server.port)
         kept = {path.name: path.read_bytes() for path in directory.iterdir()}
-    server.shutdown()
 
     assert exit_code is None, f"the smoke test ended with {exit_code}"
     assert lines[:2] == ["the program's own main\n", "1122211\n"], lines
     assert set(lines[2:]) == {"11333111\n"}, lines
-    assert len(requested) == 1, requested
-    assert requested[0].endswith("/api/order_bom/third/getCuttingBoms?id=706"), requested
+    assert len(server.requests) == 1, server.requests
+    assert server.requests[0].endswith(f"/{ADDRESS}?id=706"), server.requests
     assert kept == {".json": ANSWER}, kept
 
 

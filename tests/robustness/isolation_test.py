@@ -6,14 +6,12 @@ Usage: isolation_test.py CUSDESK
 Canaries are jobs that would load: were one read, its mark would show in a label.
 """
 
-import http.server
 import os
-import pathlib
 import socket
-import subprocess
-import sys
-import tempfile
-import threading
+import unittest
+
+import cusdesk
+from http_server import HttpServer
 
 CANARY = b'{"Version":"1.0","Bar":[{"piece":[{"mark":"CANARY"}]}]}'
 LONG = b"a" * 300 + b".json"
@@ -96,20 +94,6 @@ def lua(text):
     return '"' + "".join(f"\\{byte:03d}" for byte in text) + '"'
 
 
-class Canaries(http.server.BaseHTTPRequestHandler):
-    requests = []
-
-    def do_GET(self):
-        self.requests.append((self.path, dict(self.headers)))
-        self.send_response(200)
-        self.send_header("Content-Length", str(len(CANARY)))
-        self.end_headers()
-        self.wfile.write(CANARY)
-
-    def log_message(self, *_):
-        pass
-
-
 def make_tree(base):
     flash = base / FLASH
     for folder in (flash, base / "usb/json", base / "usb/xml", base / "outside"):
@@ -143,68 +127,48 @@ def snapshot(base):
     return files
 
 
-def calls(base, port):
-    fill = {b"{outside}": bytes(base / "outside"), b"{server}": b"127.0.0.1:%d" % port}
+def calls(base, server):
+    """(call, what it is, reason in the log) of every hostile call."""
+    fill = {b"{outside}": bytes(base / "outside"), b"{server}": b"127.0.0.1:%d" % server.port}
+    of_the_tree = ("not a regular file", "Is a directory", "Permission denied",
+                   "No such device or address", "larger than 67108864 bytes")
     for kind, rows in (("getjson_Flash", NAMES), ("getjson_uDisk", NAMES), ("url", URLS),
                        ("target", TARGETS)):
         for text, reason in rows:
             for mark, value in fill.items():
                 text = text.replace(mark, value)
-            if kind == "getjson_uDisk" and (b"link" in text or reason in (
-                    "not a regular file", "Is a directory", "Permission denied",
-                    "No such device or address", "larger than 67108864 bytes")):
+            if kind == "getjson_uDisk" and (b"link" in text or reason in of_the_tree):
                 continue  # the disk has none of these
             if kind == "getjson_Flash" and reason == "Permission denied" and os.geteuid() == 0:
                 continue  # nothing is denied to root
-            arguments = lua(text)
-            if kind == "url":
-                arguments += ", 'download'"
-            if kind == "target":
-                arguments = f"'http://127.0.0.1:{port}/good', {lua(text)}"
+            arguments = {"url": f"{lua(text)}, 'download'",
+                         "target": f"'{server.url('canary.json')}', {lua(text)}"}.get(kind, lua(text))
             function = kind if kind.startswith("get") else "getjson_url"
             yield f"try(job.{function}, {arguments})\n", f"{kind} {text[:80]!r}", reason
 
 
-def faults(cusdesk, base, server):
-    rows = list(calls(base, server.server_port))
-    script = base / "script.lua"
-    script.write_text(SCRIPT + "".join(call for call, _, _ in rows))
-    before = snapshot(base)
-    environment = {name: value for name, value in os.environ.items() if "proxy" not in name.lower()}
-    done = subprocess.run([cusdesk, "--root", base / "root", "--usb", base / "usb", "run", script],
-                          capture_output=True, timeout=120, env=environment)
-    answers = [line for line in done.stdout.decode().splitlines() if line.startswith("#\t")]
-    lines = done.stderr.decode().split("#\n")[1:]
-    if done.returncode != 0 or len(answers) != len(rows) or len(lines) != len(rows):
-        yield f"the script ended with {done.returncode}: {done.stderr.decode()[-500:]}"
-        return
-    for (_, what, reason), answer, line in zip(rows, answers, lines):
-        if reason not in line or line.count("\n") != 1 or "\x1b" in line:
-            yield f"{what}: expected one line with {reason!r}, got {line!r}"
-        if answer.split("\t")[1] == "0" or not answer.endswith("nothing"):
-            yield f"{what}: answered {answer!r}"
-    after = snapshot(base)
-    for path in before.keys() | after.keys():
-        if before.get(path) != after.get(path):
-            yield f"{path} is not what it was"
-    if Canaries.requests:
-        yield f"the server was asked: {Canaries.requests}"
-    print(f"isolation: {len(rows)} hostile calls refused")
+class Isolation(cusdesk.Folder):
+    def test_hostile_calls_are_refused_with_one_line_and_change_nothing(self):
+        make_tree(self.folder)
+        self.addCleanup(os.chdir, "/")
+        with HttpServer(self.folder) as server:
+            rows = list(calls(self.folder, server))
+            script = self.write("script.lua", SCRIPT + "".join(call for call, _, _ in rows))
+            before = snapshot(self.folder)
+            environment = {name: value for name, value in os.environ.items()
+                           if "proxy" not in name.lower()}
+            done = self.run_here("--root", "root", "--usb", "usb", "run", script, code=0,
+                                 env=environment)
+        answers = [line for line in done.stdout.splitlines() if line.startswith("#\t")]
+        lines = done.stderr.split("#\n")[1:]
+        self.assertEqual((len(answers), len(lines)), (len(rows), len(rows)))
+        for (_, what, reason), answer, line in zip(rows, answers, lines):
+            self.assertTrue(reason in line and line.count("\n") == 1 and "\x1b" not in line,
+                            f"{what}: expected one line with {reason!r}, got {line!r}")
+            self.assertTrue(answer.split("\t")[1] != "0" and answer.endswith("nothing"),
+                            f"{what}: answered {answer!r}")
+        self.assertEqual(snapshot(self.folder), before)
+        self.assertEqual(server.requests, [])
 
 
-def main():
-    cusdesk = pathlib.Path(sys.argv[1]).resolve()
-    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Canaries)
-    threading.Thread(target=server.serve_forever, daemon=True).start()
-    with tempfile.TemporaryDirectory(prefix="cus-isolation-") as folder:
-        base = pathlib.Path(folder).resolve()
-        make_tree(base)
-        found = list(faults(cusdesk, base, server))
-        os.chdir("/")
-    server.shutdown()
-    for fault in found:
-        print(fault)
-    sys.exit(1 if found else 0)
-
-
-main()
+unittest.main()

@@ -5,10 +5,10 @@ Usage: locale_test.py CUSDESK
 """
 
 import os
-import pathlib
 import subprocess
-import sys
-import tempfile
+import unittest
+
+import cusdesk
 
 JSON = """{"Version":"1.0","Bar":[{"BarNumber":7,"MaxY":60,"MaxZ":70,"piece":[
   {"BarCode":"j","cut":{"Length":"900.5"},"work":[{"Name":"drain","PositionX":12.5}]}]}]}"""
@@ -34,36 +34,22 @@ POINT = ["JSON position 1250", "hole length 90050", "XML positions 1250 100"]
 COMMA = ["JSON position 1250", "hole length 90000", "XML positions 1200 150"]
 
 
-def answers(cusdesk, base, locale, *arguments):
-    environment = {**os.environ, "LOCPATH": str(base / "locales"), "LC_ALL": locale}
-    done = subprocess.run([cusdesk, "--root", base, "run", base / "script.lua", *arguments],
-                          capture_output=True, text=True, timeout=60, env=environment)
-    lines = [line for line in done.stdout.splitlines() if line.startswith("#")]
-    return [line[1:].replace("\t", " ").strip() for line in lines] or [done.stderr]
+class Locale(cusdesk.Folder):
+    def answers(self, locale, *arguments):
+        environment = {**os.environ, "LOCPATH": str(self.folder / "locales"), "LC_ALL": locale}
+        done = self.run_here("--root", ".", "run", "-", *arguments, input=SCRIPT, env=environment)
+        lines = [line for line in done.stdout.splitlines() if line.startswith("#")]
+        return [line[1:].replace("\t", " ").strip() for line in lines] or [done.stderr]
 
-
-def main():
-    cusdesk = pathlib.Path(sys.argv[1]).resolve()
-    with tempfile.TemporaryDirectory(prefix="cus-locale-") as folder:
-        base = pathlib.Path(folder)
-        for name, text in (("JsonFile/a.json", JSON), ("XmlFile/a.xml", XML)):
-            file = base / "mnt/data/CustomFileDir" / name
-            file.parent.mkdir(parents=True)
-            file.write_text(text)
-        (base / "script.lua").write_text(SCRIPT)
-        (base / "locales").mkdir()
-        subprocess.run(["localedef", "-i", "de_DE", "-f", "UTF-8", base / "locales/comma"],
+    def test_only_a_host_that_changes_its_locale_gets_other_numbers(self):
+        self.write("mnt/data/CustomFileDir/JsonFile/a.json", JSON)
+        self.write("mnt/data/CustomFileDir/XmlFile/a.xml", XML)
+        (self.folder / "locales").mkdir()
+        subprocess.run(["localedef", "-i", "de_DE", "-f", "UTF-8", self.folder / "locales/comma"],
                        check=True)
-        rows = [("under the C locale", answers(cusdesk, base, "C"), POINT),
-                ("under a decimal comma", answers(cusdesk, base, "comma"), POINT),
-                ("after setlocale", answers(cusdesk, base, "comma", "comma"), COMMA)]
-    failed = False
-    for what, got, expected in rows:
-        print(f"locale: {what}: {'; '.join(got)}")
-        if got != expected:
-            print(f"  expected {expected}")
-            failed = True
-    sys.exit(1 if failed else 0)
+        self.assertEqual(self.answers("C"), POINT)
+        self.assertEqual(self.answers("comma"), POINT)
+        self.assertEqual(self.answers("comma", "comma"), COMMA)
 
 
-main()
+unittest.main()

@@ -8,6 +8,7 @@ import http.server
 import os
 import socket
 import threading
+import urllib.parse
 
 
 class _Handler(http.server.BaseHTTPRequestHandler):
@@ -21,7 +22,7 @@ class _Handler(http.server.BaseHTTPRequestHandler):
     timeout = 10  # seconds without a request end the connection
 
     def do_GET(self):
-        path = self.path.split("?")[0]
+        path = urllib.parse.urlsplit(self.path).path  # a proxy is asked for the whole address
         self.server.requests.append(self.path)
         kind, _, rest = path.lstrip("/").partition("/")
         if kind == "loop":

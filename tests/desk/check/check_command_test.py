@@ -3,20 +3,12 @@
 Usage: check_command_test.py CUSDESK
 """
 
-import fcntl
 import json
-import os
-import pathlib
-import pty
 import re
-import struct
 import subprocess
-import sys
-import tempfile
-import termios
 import unittest
 
-CUSDESK = str(pathlib.Path(sys.argv.pop()).resolve())
+import cusdesk
 
 CLEAN = ('{"Version": "1.0", "Bar": [{"BarNumber": 1, "MaxY": 60, "MaxZ": 70, "length": 6000, "piece": ['
          '{"PieceNumber": 1, "BarCode": "A", "cut": {"Length": "900", "sxB": "45", "dxB": "90"}, '
@@ -25,44 +17,14 @@ ODD = '{"Version": "1.0", "Bar": [], // note\n "Name": "<\u7a93&\ufffe\\uffff>",
 BAD = '{"Version": "1.0", "Bar": [{"BarNumber": "1"}]}'
 
 
-class Folder(unittest.TestCase):
+class Folder(cusdesk.Folder):
     def setUp(self):
-        self.keep = tempfile.TemporaryDirectory()
-        self.folder = pathlib.Path(self.keep.name)
-        self.addCleanup(self.keep.cleanup)
+        super().setUp()
         for name, text in [("clean.json", CLEAN), ("odd.json", ODD), ("bad.json", BAD)]:
-            (self.folder / name).write_text(text, encoding="utf-8")
+            self.write(name, text)
 
     def check(self, *words, code=None):
-        done = subprocess.run([CUSDESK, "check", *words], cwd=self.folder, capture_output=True,
-                              encoding="utf-8", timeout=60, check=False)
-        if code is not None:
-            self.assertEqual(done.returncode, code, (words, done.stderr))
-        return done
-
-    def on_terminal(self, *words, columns=80, stderr=subprocess.PIPE, **environment):
-        """What a command writes to a terminal."""
-        leader, follower = pty.openpty()
-        fcntl.ioctl(follower, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
-        process = subprocess.Popen(
-            [CUSDESK, *words], cwd=self.folder, stdin=subprocess.DEVNULL, stdout=follower,
-            stderr=follower if stderr is None else stderr,
-            env={"PATH": os.environ["PATH"], "TERM": "xterm", **environment})
-        os.close(follower)
-        output = b""
-        while True:
-            try:
-                chunk = os.read(leader, 4096)
-            except OSError:
-                break
-            if not chunk:
-                break
-            output += chunk
-        os.close(leader)
-        if process.stderr:
-            process.stderr.close()
-        process.wait(timeout=60)
-        return output.decode("utf-8").replace("\r\n", "\n")
+        return self.run_here("check", *words, code=code)
 
 
 class Check(Folder):
@@ -82,7 +44,7 @@ class Check(Folder):
                          "cusdesk: .: Is a directory\n")
 
     def test_json_tells_every_value_of_a_carried_finding(self):
-        (self.folder / "next.json").write_text('{"Version": "1.0",\n "Bar": [{}]}', encoding="utf-8")
+        self.write("next.json", '{"Version": "1.0",\n "Bar": [{}]}')
         answer = json.loads(self.check("--sequence", "--format", "json", "clean.json", "next.json",
                                        "no.json", code=3).stdout)
         carried = [one for one in answer["findings"] if one["rule"] == "carried-over"]
@@ -102,7 +64,7 @@ class Check(Folder):
         self.assertEqual(answer["summary"], {"files": 2, "errors": 1, "warnings": 0, "notes": 0})
 
     def test_sarif_has_the_shape_that_build_servers_want(self):
-        (self.folder / "\u7a93 1%.json").write_text(BAD, encoding="utf-8")
+        self.write("\u7a93 1%.json", BAD)
         answer = json.loads(self.check("--format", "sarif", "\u7a93 1%.json", "odd.json").stdout)
         self.assertEqual(answer["version"], "2.1.0")
         (run,) = answer["runs"]
@@ -130,9 +92,8 @@ class Check(Folder):
     def test_many_alike_are_shown_three_times_and_counted(self):
         pieces = ",\n".join('{"PieceNumber": %d, "note": 1, "cut": {"Length": "1"}}' % n
                             for n in range(9))
-        (self.folder / "many.json").write_text(
-            '{"Version": "1.0", "Bar": [{"BarNumber": 1, "piece": [%s]}]}' % pieces,
-            encoding="utf-8")
+        self.write("many.json", 
+            '{"Version": "1.0", "Bar": [{"BarNumber": 1, "piece": [%s]}]}' % pieces)
         lines = self.check("many.json").stdout.splitlines()
         self.assertEqual(len(lines), 4)
         self.assertEqual(lines[3], "many.json: 6 more like this; --all shows them [unknown-key]")
@@ -142,9 +103,8 @@ class Check(Folder):
         values = ["null"] * 4 + ["900"]
         pieces = ",\n".join('{"PieceNumber": %d, "Num": 1, "cut": {"Length": %s}}' % pair
                             for pair in enumerate(values))
-        (self.folder / "grave.json").write_text(
-            '{"Version": "1.0", "Bar": [{"BarNumber": 1, "Num": 1, "piece": [%s]}]}' % pieces,
-            encoding="utf-8")
+        self.write("grave.json", 
+            '{"Version": "1.0", "Bar": [{"BarNumber": 1, "Num": 1, "piece": [%s]}]}' % pieces)
         told = self.check("grave.json").stdout
         self.assertIn("1 more like this; --all shows them [wrong-type]", told)
         self.assertIn('"Length" must be a text, not the number 900', told)
@@ -153,8 +113,8 @@ class Check(Folder):
         # To walk the line for each of them would take minutes.
         cut = '{"cut":{"Length":"1","SxB":"\u7a93"}}'
         start = '{"Version":"1.0","message":"' + "x" * 8000000 + '","Bar":[{"BarNumber":1,"piece":['
-        (self.folder / "line.json").write_text(
-            start + ",".join([cut] * 500) + "]}]}", encoding="utf-8")
+        self.write("line.json", 
+            start + ",".join([cut] * 500) + "]}]}")
         lines = self.on_terminal("check", "--all", "line.json", NO_COLOR="1", columns=60).splitlines()
         column = len(start) + 499 * (len(cut) + 1) + cut.index('"SxB"') + 1
         self.assertIn(f"line.json:1:{column}: error:", lines[-4])
@@ -235,43 +195,40 @@ ODDITIES = [
 class Oddities(Folder):
     def test_each_is_told_as_it_is(self):
         for name, content, findings in ODDITIES:
-            content = content if isinstance(content, bytes) else content.encode()
-            (self.folder / name).write_bytes(content)
+            self.write(name, content)
             lines = self.check(name, "--all").stdout.splitlines()
             self.assertEqual(sorted(lines), sorted(f"{name}:{one}" for one in findings.split("\n")))
 
     def test_an_xml_job_without_pieces_has_no_cuts_to_mix_up(self):
-        (self.folder / "bars.xml").write_text(XML % "<Bar/>", encoding="utf-8")
+        self.write("bars.xml", XML % "<Bar/>")
         self.assertEqual(self.check("--sequence", "clean.json", "bars.xml", code=0).stdout, "")
 
     def test_what_a_broken_xml_job_leaves_is_told_of_the_next_one(self):
-        (self.folder / "a.xml").write_text(XML % ROW % ("", "<Cut><sxB>45</sxB></Cut>" + WORK.replace("1", "")),
-                                           encoding="utf-8")
-        (self.folder / "b.xml").write_text(XML % ("\n" + ROW % ("", "")), encoding="utf-8")
+        self.write("a.xml", XML % ROW % ("", "<Cut><sxB>45</sxB></Cut>" + WORK.replace("1", "")))
+        self.write("b.xml", XML % ("\n" + ROW % ("", "")))
         self.assertEqual(self.check("--sequence", "a.xml", "b.xml").stdout.splitlines()[1:], [
             'b.xml:2: error: piece 1 of bar 1 has no "sxB" and keeps "45" of piece 1 of bar 1 (a.xml:1) [carried-over]',
             'b.xml:2: error: piece 1 of bar 1 has no "Length" [not-a-number]'])
 
     def test_hostile_file_names_are_spelled_out(self):
-        (self.folder / "a\x1b\n.json").write_text(CLEAN, encoding="utf-8")
-        (self.folder / "next.json").write_text(JOB % "{}", encoding="utf-8")
+        self.write("a\x1b\n.json", CLEAN)
+        self.write("next.json", JOB % "{}")
         words = ["--sequence", "a\x1b\n.json", "next.json"]
         self.assertIn("BarNumber \"1\" (a\\x1b\\n.json:1)", self.check(*words, code=1).stdout)
         junit = self.check(*words, "b\x01.json", "--format", "junit", code=3).stdout
         subprocess.run(["xmllint", "--noout", "-"], input=junit, encoding="utf-8", check=True)
 
     def test_only_findings_that_differ_in_their_place_only_are_folded(self):
-        (self.folder / "lenient.json").write_text('{"Version": "1.0", /**/ "Bar": [{"MaxY": -, "MaxZ": 01,},]}',
-                                                  encoding="utf-8-sig")
+        self.write("lenient.json", "\ufeff" + '{"Version": "1.0", /**/ "Bar": [{"MaxY": -, "MaxZ": 01,},]}')
         self.assertEqual(self.check("lenient.json").stdout.count("is not standard JSON"), 5)
-        (self.folder / "nulls.json").write_text(JOB % ", ".join(["null"] * 9), encoding="utf-8")
+        self.write("nulls.json", JOB % ", ".join(["null"] * 9))
         self.assertIn("6 more like this", self.check("nulls.json").stdout)
 
 
 class Terminals(Folder):
     def test_caret_stands_below_the_place_behind_wide_characters_and_tabs(self):
-        (self.folder / "wide.json").write_text(
-            '{"Version": "1.0",\n\t"Name": "\u7a93\u67a0e\u0301", "Bar": 1}\r\n', encoding="utf-8", newline="")
+        self.write("wide.json", 
+            '{"Version": "1.0",\n\t"Name": "\u7a93\u67a0e\u0301", "Bar": 1}\r\n')
         text = self.on_terminal("check", "wide.json", NO_COLOR="1")
         self.assertEqual(text, (
             'wide.json:2:18: error: "Bar" must be an array, not the number 1: it is ignored '
@@ -281,9 +238,8 @@ class Terminals(Folder):
             '1 error, 0 warnings, 0 notes in 1 file\n'))
 
     def test_long_lines_are_cut_around_the_place(self):
-        (self.folder / "long.json").write_text(
-            '{"Version": "1.0", "Name": "%s", "Bar": 1, "Unit": "%s"}' % ("\u7a93" * 500, "x" * 500),
-            encoding="utf-8")
+        self.write("long.json", 
+            '{"Version": "1.0", "Name": "%s", "Bar": 1, "Unit": "%s"}' % ("\u7a93" * 500, "x" * 500))
         for columns in (20, 41, 80):
             text = self.on_terminal("check", "long.json", columns=columns, NO_COLOR="1")
             _, source, caret, _ = text.splitlines()
@@ -299,12 +255,11 @@ class Terminals(Folder):
         self.assertNotIn("\x1b", self.check("bad.json").stdout)
 
     def test_work_shows_how_far_it_has_come_and_leaves_no_trace(self):
-        text = self.on_terminal("check", *["clean.json"] * 2, stderr=None,
-                                CUSDESK_PROGRESS_AFTER="0")
+        text = self.on_terminal("check", *["clean.json"] * 2, CUSDESK_PROGRESS_AFTER="0")
         for count in "12":
             self.assertRegex(text, rf"\r(\d+ s: )?checking {count} of 2: clean\.json\x1b\[K")
         self.assertTrue(text.endswith("\r\x1b[K"), repr(text))
-        quiet = self.on_terminal("check", "clean.json", stderr=None, CUSDESK_PROGRESS_AFTER="3600000")
+        quiet = self.on_terminal("check", "clean.json", CUSDESK_PROGRESS_AFTER="3600000")
         self.assertEqual(quiet, "")
 
 

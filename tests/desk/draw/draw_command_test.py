@@ -7,12 +7,11 @@ import json
 import os
 import pathlib
 import subprocess
-import sys
-import tempfile
 import unittest
 import xml.etree.ElementTree as ElementTree
 
-CUSDESK = sys.argv.pop()
+from cusdesk import CUSDESK, Folder
+
 EXPECTED = pathlib.Path(__file__).with_name("expected")
 SVG = "{http://www.w3.org/2000/svg}"
 
@@ -60,21 +59,13 @@ bar 3: piece 4: works beside the piece, left out
 """
 
 
-class Draw(unittest.TestCase):
-    maxDiff = None
-
-    def setUp(self):
-        temporary = tempfile.TemporaryDirectory()
-        self.addCleanup(temporary.cleanup)
-        self.folder = pathlib.Path(temporary.name)
-
-    def run_draw(self, *words, **options):
-        return subprocess.run([CUSDESK, "draw", *words], capture_output=True, text=True,
-                              timeout=120, check=False, cwd=self.folder, **options)
+class Draw(Folder):
+    def run_draw(self, *words):
+        return self.run_here("draw", *words)
 
     def job(self, bars, name="job.json", **header):
         text = json.dumps({"Version": "1.0", "Name": "试 <&> 样", "Bar": bars, **header})
-        (self.folder / name).write_text(text, encoding="utf-8")
+        self.write(name, text)
         return name
 
     def draw(self, *words):
@@ -139,8 +130,8 @@ class Draw(unittest.TestCase):
 
     def test_what_cannot_be_drawn_is_answered_with_one_line(self):
         good = self.job(MITRES)
-        (self.folder / "broken.json").write_text("{")
-        (self.folder / "letters.xml").write_text(
+        self.write("broken.json", "{")
+        self.write("letters.xml", 
             "<J><Bar><Piece><CtrsZ>1</CtrsZ><Work><ProfiLav>x</ProfiLav></Work></Piece></Bar></J>")
         for words, code, line in [
             (["-o", "a.svg"], 2, "draw: which file?"),
@@ -160,8 +151,8 @@ class Draw(unittest.TestCase):
 
     def test_a_place_is_given_in_the_file_that_the_caller_knows(self):
         for name, text, place in [("broken.json", "{\n\n!", ":3:1: "), ("empty.xml", "", ": the ")]:
-            (self.folder / name).write_text(text)
-            self.assertIn(f"cusdesk: {self.folder.resolve()}/{name}{place}",
+            self.write(name, text)
+            self.assertIn(f"cusdesk: {self.folder}/{name}{place}",
                           self.run_draw(name, "-o", "a.svg").stderr)
 
     def test_a_closed_standard_output_is_a_failure(self):

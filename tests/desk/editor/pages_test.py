@@ -3,15 +3,14 @@
 Usage: pages_test.py CUSDESK SOURCE_DIR
 """
 
-import pathlib
 import re
 import subprocess
 import sys
-import tempfile
 import unittest
 
+import cusdesk
+
 sys.argv.pop()
-CUSDESK = str(pathlib.Path(sys.argv.pop()).resolve())
 
 
 def run(*words, **options):
@@ -20,29 +19,26 @@ def run(*words, **options):
 
 
 def export(what):
-    return run(CUSDESK, "export", what).stdout
+    return cusdesk.run("export", what).stdout
 
 
 def commands():
-    listed = re.search(r"Commands:\n(.*?)\n\n", run(CUSDESK, "--help").stdout, re.S).group(1)
+    listed = re.search(r"Commands:\n(.*?)\n\n", cusdesk.run("--help").stdout, re.S).group(1)
     return re.findall(r"^  (\w+)", listed, re.M)
 
 
 def options_of(*command):
-    listed = run(CUSDESK, *command, "--help").stdout.partition("\nOptions:\n")[2]
+    listed = cusdesk.run(*command, "--help").stdout.partition("\nOptions:\n")[2]
     return re.findall(r"^  (?:-\w, )?(--[\w-]+)", listed, re.M)
 
 
-class Completion(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.scratch = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(cls.scratch.cleanup)
-        cls.folder = pathlib.Path(cls.scratch.name)
+class Completion(cusdesk.Folder):
+    def setUp(self):
+        super().setUp()
         for name in ("a job.json", "other.txt"):
-            (cls.folder / name).touch()
-        (cls.folder / "folder").mkdir()
-        (cls.folder / "completion").write_text(export("completion"), encoding="utf-8")
+            self.write(name, "")
+        (self.folder / "folder").mkdir()
+        self.write("completion", export("completion"))
 
     def offered(self, *words):
         """What bash offers at the end of a command line; the last word is the one at the cursor."""
@@ -94,7 +90,7 @@ class ManualPage(unittest.TestCase):
             section = re.search(rf"\n   {command}\n(.*?)(\n   \w|\n\w)", text, re.S).group(1)
             self.assertEqual(re.findall(r"^ +(?:-\w, )?(--[\w-]+)(?: [\w,]+)?\b", section, re.M)
                              [:len(options_of(command))], options_of(command))
-            example = re.search(r"^  (cusdesk .*)$", run(CUSDESK, command, "--help").stdout, re.M)
+            example = re.search(r"^  (cusdesk .*)$", cusdesk.run(command, "--help").stdout, re.M)
             self.assertIn(example.group(1), section)
 
 

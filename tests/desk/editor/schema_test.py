@@ -9,14 +9,14 @@ import pathlib
 import re
 import subprocess
 import sys
-import tempfile
 import unittest
 import xml.etree.ElementTree as ElementTree
 
 import jsonschema
 
+from cusdesk import Folder, run
+
 SOURCE = pathlib.Path(sys.argv.pop())
-CUSDESK = str(pathlib.Path(sys.argv.pop()).resolve())
 SCHEMA = json.loads((SOURCE / "schema/cutting-job.schema.json").read_text(encoding="utf-8"))
 XSD = SOURCE / "schema/cutting-job.xsd"
 JSON_JOB = json.loads((SOURCE / "examples/mnt/usb/json/recut.json").read_text(encoding="utf-8"))
@@ -31,9 +31,7 @@ OF_THE_JOB = {"angle-135", "never-stored", "duplicate-barcode", "duplicate-numbe
 def rules_by_file(folder, good, files):
     """What check says of each file when it is loaded after `good`, as rules without OF_THE_JOB."""
     words = [word for name in files for word in (good, name)]
-    answer = subprocess.run([CUSDESK, "check", "--sequence", "--format", "json", *words],
-                            cwd=folder, capture_output=True, encoding="utf-8", timeout=120,
-                            check=False)
+    answer = run("check", "--sequence", "--format", "json", *words, cwd=folder)
     rules = {name: set() for name in files}
     for finding in json.loads(answer.stdout)["findings"]:
         if finding["file"] in rules and finding["rule"] not in OF_THE_JOB:
@@ -89,7 +87,7 @@ def sound_json_jobs():
         yield f"{key} missing", job
 
 
-class JsonSchema(unittest.TestCase):
+class JsonSchema(Folder):
     def test_the_schema_itself_is_one(self):
         jsonschema.Draft7Validator.check_schema(SCHEMA)
 
@@ -103,12 +101,10 @@ class JsonSchema(unittest.TestCase):
         sound = list(sound_json_jobs())
         damaged = list(damaged_json_jobs())
         self.assertGreater(len(damaged), 400)
-        with tempfile.TemporaryDirectory() as folder:
-            pathlib.Path(folder, "good.json").write_text(json.dumps(JSON_JOB), encoding="utf-8")
-            for i, (_, job) in enumerate(sound + damaged):
-                pathlib.Path(folder, f"job{i}.json").write_text(json.dumps(job), encoding="utf-8")
-            rules = rules_by_file(folder, "good.json",
-                                  [f"job{i}.json" for i in range(len(sound + damaged))])
+        self.write("good.json", json.dumps(JSON_JOB))
+        names = [self.write(f"job{i}.json", json.dumps(job)).name
+                 for i, (_, job) in enumerate(sound + damaged)]
+        rules = rules_by_file(self.folder, "good.json", names)
         for i, (what, job) in enumerate(sound + damaged):
             self.assertEqual(VALIDATOR.is_valid(job), i < len(sound), what)
             self.assertEqual(rules[f"job{i}.json"] == set(), i < len(sound), what)
@@ -191,7 +187,7 @@ LENIENT_XML = [(WORK + "PositionX", "12.5mm"), (WORK + "ProfiLav", "front"),
                lambda root: root.find("Bar").insert(0, root.find("Bar/BarName"))]
 
 
-class XmlSchema(unittest.TestCase):
+class XmlSchema(Folder):
     def test_every_shipped_job_is_valid(self):
         jobs = [str(path.resolve()) for path in (SOURCE / "examples").rglob("*.xml")]
         self.assertGreaterEqual(len(jobs), 2)
@@ -201,27 +197,23 @@ class XmlSchema(unittest.TestCase):
         sound = list(xml_jobs(SOUND_XML))
         jobs = sound + list(damaged_xml_jobs())
         self.assertGreater(len(jobs), 80)
-        with tempfile.TemporaryDirectory() as folder:
-            names = write(folder, [root for _, root in jobs])
-            valid = valid_xml(folder, names)
-            rules = rules_by_file(folder, str(XML_JOB.resolve()), names)
+        names = write(self.folder, [root for _, root in jobs])
+        valid = valid_xml(self.folder, names)
+        rules = rules_by_file(self.folder, str(XML_JOB.resolve()), names)
         for i, (what, _) in enumerate(jobs):
             self.assertEqual(names[i] in valid, i < len(sound), what)
             self.assertEqual(rules[names[i]] == set(), i < len(sound), (what, rules[names[i]]))
 
     def test_writers_keep_to_the_form_where_readers_are_lenient(self):
         jobs = list(xml_jobs(LENIENT_XML))
-        with tempfile.TemporaryDirectory() as folder:
-            self.assertEqual(valid_xml(folder, write(folder, [root for _, root in jobs])), set())
+        names = write(self.folder, [root for _, root in jobs])
+        self.assertEqual(valid_xml(self.folder, names), set())
 
 
-class Drift(unittest.TestCase):
+class Drift(Folder):
     def test_the_kept_files_are_what_cusdesk_writes(self):
-        with tempfile.TemporaryDirectory() as folder:
-            subprocess.run([CUSDESK, "export", "--into", folder], check=True, capture_output=True,
-                           timeout=60)
-            written = {path.name: path.read_text(encoding="utf-8")
-                       for path in pathlib.Path(folder).iterdir()}
+        run("export", "--into", self.folder, check=True)
+        written = {path.name: path.read_text(encoding="utf-8") for path in self.folder.iterdir()}
         for name, text in written.items():
             kept = (SOURCE / "schema" / name).read_text(encoding="utf-8")
             self.assertEqual(kept, text, f"schema/{name}: write it anew with export --into")

@@ -8,12 +8,12 @@ import pathlib
 import re
 import subprocess
 import sys
-import tempfile
 import unittest
 import xml.etree.ElementTree as ElementTree
 
+from cusdesk import Folder, run
+
 SOURCE = pathlib.Path(sys.argv.pop()).resolve()
-CUSDESK = str(pathlib.Path(sys.argv.pop()).resolve())
 STUB = SOURCE / "schema/cus_ParseModule.lua"
 LUACHECKRC = SOURCE / "schema/cus_ParseModule.luacheckrc"
 
@@ -39,12 +39,8 @@ rows("get_print", job.get_print())
 
 
 def run_lua(script, *words, root=None):
-    with tempfile.TemporaryDirectory() as folder:
-        path = pathlib.Path(folder, "script.lua")
-        path.write_text(script, encoding="utf-8")
-        options = ["--root", root] if root else []
-        return subprocess.run([CUSDESK, *options, "run", path, *words], check=True, timeout=60,
-                              capture_output=True, encoding="utf-8").stdout
+    options = ["--root", root] if root else []
+    return run(*options, "run", "-", *words, input=script, check=True).stdout
 
 
 def answers(name, root=None):
@@ -134,14 +130,13 @@ def rows_holding(value, rows):
     return {(function, key) for function, key, _, text in rows if same(text)}
 
 
-class Descriptions(unittest.TestCase):
+class Descriptions(Folder):
     """Every key gets a value of its own, which must turn up in the rows that its words name."""
 
-    def put(self, folder, name, text):
+    def answers_to(self, name, text):
         kind = "JsonFile" if name.endswith(".json") else "XmlFile"
-        target = pathlib.Path(folder, "mnt/data/CustomFileDir", kind, name)
-        target.parent.mkdir(parents=True, exist_ok=True)
-        target.write_text(text, encoding="utf-8")
+        self.write(f"mnt/data/CustomFileDir/{kind}/{name}", text)
+        return answers(name, self.folder)
 
     def test_of_json_keys(self):
         schema = json.loads((SOURCE / "schema/cutting-job.schema.json").read_text(encoding="utf-8"))
@@ -165,9 +160,7 @@ class Descriptions(unittest.TestCase):
             return result
 
         job = made(schema)
-        with tempfile.TemporaryDirectory() as folder:
-            self.put(folder, "job.json", json.dumps(job))
-            rows = answers("job.json", folder)
+        rows = self.answers_to("job.json", json.dumps(job))
         self.assertGreater(len(meant), 60)
         for key, value, description in meant:
             self.assertEqual(rows_holding(value, rows), said_of(description), key)
@@ -192,9 +185,7 @@ class Descriptions(unittest.TestCase):
                 value = next(values)
                 parent.find(element.get("name")).text = str(value)
                 meant.append((element.get("name"), value, words))
-        with tempfile.TemporaryDirectory() as folder:
-            self.put(folder, "job.xml", ElementTree.tostring(job, encoding="unicode"))
-            rows = answers("job.xml", folder)
+        rows = self.answers_to("job.xml", ElementTree.tostring(job, encoding="unicode"))
         self.assertEqual(len(meant), 3 + 8 + 11 + 3 + 5)
         for key, value, words in meant:
             self.assertEqual(rows_holding(value, rows), said_of(words), key)

@@ -4,20 +4,11 @@ Usage: show_command_test.py CUSDESK
 """
 
 import csv
-import fcntl
 import io
 import json
-import os
-import pathlib
-import pty
-import struct
-import subprocess
-import sys
-import tempfile
-import termios
 import unittest
 
-CUSDESK = str(pathlib.Path(sys.argv.pop()).resolve())
+from cusdesk import Folder
 
 JOB = """{"Version": "1.0", "Bar": [
  {"BarNumber": 1, "MaxY": 60, "MaxZ": 70, "length": 6000, "BarName": "\u7a93, \\"A\\"\\n", "piece": [
@@ -29,18 +20,14 @@ JOB = """{"Version": "1.0", "Bar": [
 """
 
 
-class Show(unittest.TestCase):
+class Show(Folder):
     def setUp(self):
-        keep = tempfile.TemporaryDirectory()
-        self.addCleanup(keep.cleanup)
-        self.folder = pathlib.Path(keep.name)
-        (self.folder / "job.json").write_text(JOB, encoding="utf-8")
+        super().setUp()
+        self.write("job.json", JOB)
 
     def show(self, *words, code=0):
-        done = subprocess.run([CUSDESK, "show", *words], cwd=self.folder, capture_output=True,
-                              timeout=60, check=False)
-        self.assertEqual(done.returncode, code, (words, done.stderr))
-        return done.stdout.decode("utf-8"), done.stderr.decode("utf-8")
+        done = self.run_here("show", *words, code=code, encoding=None)
+        return done.stdout.decode(), done.stderr.decode()
 
     def test_where_tells_the_line_of_each_value_and_marks_carried_ones(self):
         self.assertEqual(self.show("job.json", "works", "--where")[0], """\
@@ -89,7 +76,7 @@ B (5)    drain (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
                            ("length.json", '{"Version":"1.0","Bar":[{"MaxY":1,"MaxZ":1,"piece":[{"cut":{\n"Length": "x"},'
                                            '"work":[{}]}]}]}'),
                            ("raises.xml", "<Job><Bar>\n<Piece/></Bar></Job>")]:
-            (self.folder / name).write_text(text, encoding="utf-8")
+            self.write(name, text)
         for words, code, part in [
             (["job.json"], 2, "which file, and what of it?"),
             (["job.json", "hole"], 2, "what to show is one of bars, works,"),
@@ -115,30 +102,16 @@ B (5)    drain (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
         self.assertNotIn("The string ends", output)
         self.assertIn("The string ends with .json\n", error)
 
-    def on_terminal(self, *words, columns=80, **environment):
-        leader, follower = pty.openpty()
-        fcntl.ioctl(follower, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
-        process = subprocess.Popen([CUSDESK, "show", *words], cwd=self.folder, stdout=follower,
-                                   stderr=follower, env={**os.environ, "CUSDESK_PROGRESS_AFTER": "3600000",
-                                                        **environment})
-        os.close(follower)
-        output = b""
-        while chunk := read(leader):
-            output += chunk
-        os.close(leader)
-        self.assertEqual(process.wait(timeout=60), 0)
-        return output.decode("utf-8").replace("\r\n", "\n")
-
     def test_table_fits_a_narrow_terminal(self):
         for columns, environment in [(70, {}), (20, {"COLUMNS": "60"})]:
-            lines = self.on_terminal("job.json", "bars", columns=columns, **environment).splitlines()
+            lines = self.on_terminal("show", "job.json", "bars", columns=columns, **environment).splitlines()
             self.assertEqual(len(lines), 3)
             for line in lines:
                 self.assertLessEqual(len(line.replace("\u7a93", "xx")), columns if columns > 20 else 60)
             self.assertIn("…", lines[0])
 
     def test_each_value_has_a_line_where_the_terminal_is_too_narrow_for_a_table(self):
-        self.assertEqual(self.on_terminal("job.json", "bars", "--where", columns=40), """\
+        self.assertEqual(self.on_terminal("show", "job.json", "bars", "--where", columns=40), """\
 row 1
   BarNumber       1 (2)
   BarName         \u7a93, "A"\\n (2)
@@ -152,23 +125,15 @@ row 1
 """)
 
     def test_a_cut_value_keeps_its_line(self):
-        (self.folder / "job.json").write_text(JOB.replace("drain", "d" * 60), encoding="utf-8")
-        text = self.on_terminal("job.json", "works", "--where", columns=110)
+        self.write("job.json", JOB.replace("drain", "d" * 60))
+        text = self.on_terminal("show", "job.json", "works", "--where", columns=110)
         self.assertIn("ddd… (4)", text)
         self.assertIn("dd… (4*)", text)
 
     def test_work_tells_that_it_goes_on(self):
-        text = self.on_terminal("job.json", "works", "--where", CUSDESK_PROGRESS_AFTER="0")
+        text = self.on_terminal("show", "job.json", "works", "--where", CUSDESK_PROGRESS_AFTER="0")
         self.assertRegex(text, r"^\r(\d+ s: )?loading job\.json\x1b\[K")
         self.assertNotIn("loading", text.split("\r\x1b[K")[-1])
-
-
-def read(leader):
-    """What is there of a terminal's output; nothing at its end."""
-    try:
-        return os.read(leader, 65536)
-    except OSError:
-        return b""
 
 
 unittest.main()
