@@ -69,8 +69,7 @@ fuzz: setup
 threads: setup
 	cmake --preset threads
 	cmake --build --preset threads -j $(JOBS)
-	TSAN_OPTIONS=suppressions=$(CURDIR)/tests/desk/panel/tsan.supp \
-	  python3 tests/desk/panel/threads_test.py build/threads/cusdesk $(THREAD_SECONDS)
+	python3 tests/desk/panel/threads_test.py build/threads/cusdesk $(THREAD_SECONDS)
 
 soak: build
 	tests/robustness/run_valgrind.sh build

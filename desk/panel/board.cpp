@@ -54,7 +54,7 @@ void Board::publish(const View& view) {
   if (sameView(view_, view)) return;
   view_ = view;
   ++version_;
-  changed_.notify_all();
+  note();
 }
 
 void Board::say(Speaker speaker, const std::string& line) {
@@ -65,16 +65,23 @@ void Board::say(Speaker speaker, const std::string& line) {
     ++firstLine_;
   }
   ++version_;
-  changed_.notify_all();
+  note();
 }
 
-bool Board::wait(const Cursor& cursor, std::chrono::milliseconds timeout) {
+void Board::stir() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  note();
+}
+
+std::uint64_t Board::wait(std::uint64_t seen, std::chrono::milliseconds timeout) {
   std::unique_lock<std::mutex> lock(mutex_);
-  return changed_.wait_for(lock, timeout, [&] { return closed_ || version_ != cursor.version; });
+  changed_.wait_for(lock, timeout, [&] { return changes_ != seen; });
+  return changes_;
 }
 
 std::string Board::news(Cursor& cursor) {
   const std::lock_guard<std::mutex> lock(mutex_);
+  if (cursor.version == version_) return {};
   Json::Value json = toJson(facts_, view_);
   json["isFirst"] = cursor.version == 0;
   json["lines"] = Json::arrayValue;
@@ -101,6 +108,12 @@ std::string Board::picture() {
 void Board::close() {
   const std::lock_guard<std::mutex> lock(mutex_);
   closed_ = true;
+  note();
+}
+
+/// Call it with the mutex locked.
+void Board::note() {
+  ++changes_;
   changed_.notify_all();
 }
 

@@ -27,10 +27,14 @@ class Board {
   void publish(const View& view);
   void say(Speaker speaker, const std::string& line);
 
-  /// Waits until there is something that the reader has not seen, or the board is closed.
-  bool wait(const Cursor& cursor, std::chrono::milliseconds timeout);
+  /// Tells those who wait that something else than the view may have changed.
+  void stir();
 
-  /// What is new to the reader, as one JSON object without line ends, and moves the cursor on.
+  /// Waits until there was a change after the first `seen` ones. @return how many there were
+  std::uint64_t wait(std::uint64_t seen, std::chrono::milliseconds timeout);
+
+  /// What is new to the reader, as one JSON object without line ends, and moves the cursor on; ""
+  /// when nothing is.
   std::string news(Cursor& cursor);
 
   std::string picture();
@@ -40,6 +44,8 @@ class Board {
   bool isClosed();
 
  private:
+  void note();
+
   const PanelFacts facts_;
   std::mutex mutex_;
   std::condition_variable changed_;
@@ -47,6 +53,7 @@ class Board {
   std::deque<std::pair<Speaker, std::string>> lines_;
   std::uint64_t firstLine_ = 0;  ///< number of the oldest line kept
   std::uint64_t version_ = 1;
+  std::uint64_t changes_ = 1;  ///< of the version and of anything else
   bool closed_ = false;
 };
 

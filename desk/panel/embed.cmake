@@ -1,21 +1,28 @@
-# Writes OUTPUT, the C++ source of the page's files: cmake -DOUTPUT=... -DFOLDER=... -P embed.cmake
-set(files
-  "index.html|/|text/html\; charset=utf-8"
-  "panel.css|/panel\\\\.css|text/css\; charset=utf-8"
-  "panel.js|/panel\\\\.js|text/javascript\; charset=utf-8"
-  "icon.svg|/icon\\\\.svg|image/svg+xml")
+# Writes OUTPUT, the C++ source of the page's files, which are all that FOLDER holds:
+# cmake -DOUTPUT=... -DFOLDER=... -P embed.cmake
+set(type_css "text/css; charset=utf-8")
+set(type_html "text/html; charset=utf-8")
+set(type_js "text/javascript; charset=utf-8")
+set(type_svg "image/svg+xml")
 set(arrays "")
 set(rows "")
-foreach(file IN LISTS files)
-  string(REGEX MATCH "^([^|]*)\\|([^|]*)\\|(.*)$" ignored "${file}")
-  set(name ${CMAKE_MATCH_1})
-  set(path ${CMAKE_MATCH_2})
-  set(type ${CMAKE_MATCH_3})
+file(GLOB names RELATIVE ${FOLDER} ${FOLDER}/*)
+foreach(name IN LISTS names)
+  cmake_path(GET name EXTENSION LAST_ONLY ending)
+  string(SUBSTRING "${ending}" 1 -1 ending)
+  if(NOT DEFINED type_${ending})
+    message(FATAL_ERROR "what media type has ${name}? Add it to embed.cmake")
+  endif()
+  set(path /${name})
+  if(name STREQUAL index.html)
+    set(path /)
+  endif()
   file(READ ${FOLDER}/${name} bytes HEX)
   string(REGEX REPLACE "(..)" "\\\\x\\1" bytes "${bytes}")
   string(MAKE_C_IDENTIFIER ${name} identifier)
   string(APPEND arrays "constexpr char ${identifier}[] = \"${bytes}\";\n")
-  string(APPEND rows "      {\"${path}\", \"${type}\", ${identifier}, sizeof ${identifier} - 1},\n")
+  string(APPEND rows
+    "      {\"${path}\", \"${type_${ending}}\", ${identifier}, sizeof ${identifier} - 1},\n")
 endforeach()
 file(WRITE ${OUTPUT}
 "// Written by desk/panel/embed.cmake.

@@ -1,23 +1,134 @@
-// The HTTP library's server with bounds on what one connection may cost.
+// A small HTTP server on 127.0.0.1 that nobody can keep busy by asking slowly.
 #pragma once
 
-#include <httplib.h>
+#include <chrono>
+#include <functional>
+#include <list>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+struct MHD_Connection;
+struct MHD_Daemon;
+struct MHD_Response;
 
 namespace desk {
 
-/// Serves one request per connection. A request, headers and body together, may take 16 KiB and
-/// five seconds; then the connection ends. Answers may take longer, each write five seconds.
-class HttpServer : public httplib::Server {
+/// A request. Its form fields are there once its body has been read.
+class HttpRequest {
  public:
-  HttpServer();
+  HttpRequest(MHD_Connection* connection, std::string method, std::string path);
 
-  /// Ends connections that wait for a request. Call it before `stop`.
-  void refuseRequests() { refusing_ = true; }
+  const std::string& method() const { return method_; }
+  const std::string& path() const { return path_; }  ///< decoded, without the query
+
+  /// The first header of that name; "" without one.
+  std::string header(const char* name) const;
+  int headerCount(const char* name) const;
+
+  /// The value of a field of the query or else of the form in the body; "" without one.
+  std::string field(const char* name) const;
 
  private:
-  bool process_and_close_socket(socket_t socket) override;
+  friend class HttpServer;
+  MHD_Connection* const connection_;
+  const std::string method_;
+  const std::string path_;
+  std::map<std::string, std::string> form_;
+};
 
-  std::atomic<bool> refusing_{false};
+struct HttpAnswer {
+  unsigned status;
+  std::string body;
+  std::string type;  ///< media type; empty: none is sent
+};
+
+/// An answer that is not there yet: asked again at each `HttpServer::look` until it is.
+using LaterAnswer = std::function<std::optional<HttpAnswer>()>;
+
+/// An answer that goes on, with status 200. `next` is asked at each `look` for what is to be sent:
+/// "" for nothing now, nothing for the end.
+struct AnswerStream {
+  std::string type;
+  std::function<std::optional<std::string>()> next;
+};
+
+using HttpReply = std::variant<HttpAnswer, LaterAnswer, AnswerStream>;
+
+/// What the server answers. All are called on one thread or under one lock, and must not block. An
+/// exception is answered with status 500.
+struct HttpHandlers {
+  /// Called when the head has come; an answer refuses the request before its body is read.
+  std::function<std::optional<HttpAnswer>(const HttpRequest&)> refuse;
+  std::function<HttpReply(const HttpRequest&)> answer;
+};
+
+/// Serves one request per connection, all on one thread. A request may take 16 KiB and five
+/// seconds, its body 1024 bytes. Beyond 64 connections that ask or read, the oldest is closed;
+/// answers that come later, and streams, do not count there.
+class HttpServer {
+ public:
+  using Headers = std::vector<std::pair<const char*, const char*>>;
+
+  /// Takes the port, 0 for a free one. Throws Error when it is taken. Nothing is answered before
+  /// `start`.
+  /// @param headers sent with each answer
+  HttpServer(int port, Headers headers, HttpHandlers handlers);
+
+  /// Stops. By then the replies that wait must end when they are asked.
+  ~HttpServer();
+  HttpServer(const HttpServer&) = delete;
+  HttpServer& operator=(const HttpServer&) = delete;
+
+  void start();
+  int port() const { return port_; }
+
+  /// Asks all replies that wait, and ends requests that take too long. To be called when there may
+  /// be something for one of them, and twice a second. Safe on any thread.
+  void look();
+
+ private:
+  struct Callbacks;
+  struct Exchange;
+  struct Stream;
+
+  /// A connection, from its beginning to its end.
+  struct Peer {
+    int socket;
+    std::chrono::steady_clock::time_point since;
+    bool hasAsked = false;  ///< its request is complete
+    bool waits = false;     ///< for an answer that comes later, or in a stream
+    bool leaves = false;    ///< told to go
+  };
+
+  Peer& greet(int socket);
+  void part(Peer& peer);
+  static void dismiss(Peer& peer);
+  static Peer& peerOf(MHD_Connection* connection);
+
+  int receiveHead(Exchange& exchange);
+  int receiveBody(Exchange& exchange, const char* bytes, std::size_t size);
+  int reply(Exchange& exchange);
+  int replyLater(Exchange& exchange);
+  int send(MHD_Connection* connection, const HttpAnswer& answer);
+  int send(MHD_Connection* connection, AnswerStream stream);
+  int send(MHD_Connection* connection, unsigned status, const std::string& type,
+           MHD_Response* response);
+  std::ptrdiff_t read(Stream& stream, char* bytes, std::size_t size);
+  void suspend(MHD_Connection* connection);
+  bool anyoneWaits();
+
+  const Headers headers_;
+  const HttpHandlers handlers_;
+  int port_ = 0;
+  const int listener_;  ///< the daemon's once that runs
+  std::mutex mutex_;
+  std::list<Peer> peers_;                   ///< the oldest first
+  std::vector<MHD_Connection*> suspended_;  ///< of those that wait
+  MHD_Daemon* daemon_ = nullptr;
 };
 
 }  // namespace desk

@@ -7,7 +7,7 @@
 namespace desk {
 
 struct PageFile {
-  const char* path;  ///< a regular expression for the path of its address
+  const char* path;  ///< of its address
   const char* type;  ///< its media type
   const char* bytes;
   std::size_t size;

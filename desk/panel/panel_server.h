@@ -1,6 +1,10 @@
 // The page: what it is made of, what it may ask for, and who may ask.
 #pragma once
 
+#include <atomic>
+#include <functional>
+#include <future>
+#include <optional>
 #include <string>
 #include <thread>
 
@@ -9,11 +13,12 @@
 
 namespace desk {
 
-/// What the page lets the operator do. Each call returns once that is done, and whether it was;
-/// false when the panel is too busy. Comes from the server's threads.
+/// What the page lets the operator do. Each call begins that and returns its end, a future that is
+/// not valid when the panel is too busy. They come from the server's thread and must not block;
+/// `Board::stir` tells that something has ended.
 struct PanelActions {
-  std::function<bool(tagPOINT)> click;
-  std::function<bool(Turn)> turn;
+  std::function<std::future<void>(tagPOINT)> click;
+  std::function<std::future<void>(Turn)> turn;
 };
 
 /// Serves the page on 127.0.0.1, to this machine's own pages and programs only: requests for
@@ -32,17 +37,20 @@ class PanelServer {
   std::string address() const;
 
  private:
-  void addPage();
-  void addActions();
-  void addEvents();
-  bool mayAsk(const httplib::Request& request) const;
+  std::optional<HttpAnswer> refusal(const HttpRequest& request) const;
+  HttpReply answer(const HttpRequest& request);
+  HttpReply click(const HttpRequest& request) const;
+  HttpReply turn(const HttpRequest& request) const;
+  HttpReply events(const HttpRequest& request);
+  LaterAnswer answerAtEnd(std::future<void> end) const;
+  bool mayAsk(const HttpRequest& request) const;
+  void followBoard();
 
   Board& board_;
   const PanelActions actions_;
-  HttpServer server_;
-  int port_;
   std::atomic<int> streams_{0};
-  std::thread thread_;
+  HttpServer server_;
+  std::thread follower_;
 };
 
 }  // namespace desk

@@ -3,6 +3,8 @@
 #include <sys/wait.h>
 
 #include <cstdio>
+#include <future>
+#include <memory>
 #include <thread>
 
 #include "desk/base/errors.h"
@@ -19,7 +21,6 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds kCycle{50};  ///< the panel's own
 constexpr int kCyclesPerLook = 4;   ///< at the files
-constexpr milliseconds kPatience{5000};
 
 std::atomic<bool> told{false};  ///< to end; set by a signal
 static_assert(std::atomic<bool>::is_always_lock_free);
@@ -36,8 +37,8 @@ class LivePanel {
  public:
   LivePanel(const PanelSetup& setup, Console& console, Board& board)
       : board_(board), strand_([this] { idle(); }, kCycle) {
-    strand_.post([&] { panel_.emplace(setup.plugin, setup.facts, console, told); }).get();
-    strand_.post([this] {
+    begin([&] { panel_.emplace(setup.plugin, setup.facts, console, told); }).get();
+    begin([this] {
       panel_->start();
       publish();
     });
@@ -47,19 +48,26 @@ class LivePanel {
   LivePanel(const LivePanel&) = delete;
   LivePanel& operator=(const LivePanel&) = delete;
 
-  /// Does something to the panel and waits for the end of that. @return false when it is too busy
+  /// Begins something with the panel. @return its end; not valid when the panel is too busy
   template <class Action>
-  bool act(Action action) {
-    std::future<void> end = strand_.post([this, action] {
+  std::future<void> act(Action action) {
+    return begin([this, action] {
       action(*panel_);
       publish();
     });
-    if (!end.valid() || end.wait_for(kPatience) != std::future_status::ready) return false;
-    end.get();
-    return true;
   }
 
  private:
+  std::future<void> begin(Strand::Job job) {
+    const auto task = std::make_shared<std::packaged_task<void()>>(std::move(job));
+    std::future<void> end = task->get_future();
+    const bool taken = strand_.post([this, task] {
+      (*task)();
+      board_.stir();
+    });
+    return taken ? std::move(end) : std::future<void>();
+  }
+
   void idle() {
     if (!panel_) return;
     if (++cycles_ % kCyclesPerLook == 0) panel_->followFiles();

@@ -26,34 +26,32 @@ Strand::~Strand() {
   thread_.join();
 }
 
-std::future<void> Strand::post(Job job) {
-  std::packaged_task<void()> task(std::move(job));
-  std::future<void> end = task.get_future();
+bool Strand::post(Job job) {
   {
     const std::lock_guard<std::mutex> lock(mutex_);
-    if (stopping_ || jobs_.size() >= kMostWaiting) return {};
-    jobs_.push_back(std::move(task));
+    if (stopping_ || jobs_.size() >= kMostWaiting) return false;
+    jobs_.push_back(std::move(job));
   }
   wake_.notify_one();
-  return end;
+  return true;
 }
 
 void Strand::work() {
   std::unique_lock<std::mutex> lock(mutex_);
   while (!stopping_) {
-    std::packaged_task<void()> task;
+    Job job = idle_;
     if (wake_.wait_for(lock, period_, [this] { return stopping_ || !jobs_.empty(); })) {
       if (stopping_) break;
-      task = std::move(jobs_.front());
+      job = std::move(jobs_.front());
       jobs_.pop_front();
     }
     lock.unlock();
     try {
-      task.valid() ? task() : idle_();
+      job();
     } catch (const std::exception& error) {
       log(error.what());
     }
-    task = {};
+    job = {};
     lock.lock();
   }
 }

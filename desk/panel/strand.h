@@ -5,7 +5,6 @@
 #include <condition_variable>
 #include <deque>
 #include <functional>
-#include <future>
 #include <mutex>
 #include <thread>
 
@@ -22,8 +21,8 @@ class Strand {
   Strand(const Strand&) = delete;
   Strand& operator=(const Strand&) = delete;
 
-  /// Takes a job. @return its end, or an exception of its own; invalid when too many jobs wait
-  std::future<void> post(Job job);
+  /// Takes a job. @return false when too many jobs wait
+  bool post(Job job);
 
  private:
   void work();
@@ -32,7 +31,7 @@ class Strand {
   const std::chrono::milliseconds period_;
   std::mutex mutex_;
   std::condition_variable wake_;
-  std::deque<std::packaged_task<void()>> jobs_;
+  std::deque<Job> jobs_;
   bool stopping_ = false;
   std::thread thread_;
 };
