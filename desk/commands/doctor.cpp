@@ -11,7 +11,7 @@ namespace desk::commands {
 
 namespace {
 
-void print(const Remark& remark) {
+void print(const doctor::Remark& remark) {
   std::printf("  %-8s %-13s %s\n", remark.problem ? "PROBLEM" : "ok", remark.subject.c_str(),
               escapeControls(remark.text).c_str());
 }
@@ -21,18 +21,16 @@ int run(const Invocation& invocation) {
   if (operands.size() != 1) throw Error(kExitUsage, "doctor: which plug-in? Name one file");
   const std::string against = invocation.command.value("against");
   const std::string panel = invocation.command.value("host");
-  std::optional<Target> target;
-  std::optional<Target> host;
+  std::optional<doctor::Sysroot> target;
+  std::optional<doctor::Sysroot> host;
   if (!against.empty()) target.emplace(against);
   if (!panel.empty()) host.emplace(panel, against);
-  std::vector<std::string> texts = contract().commands;
-  texts.push_back(contract().module);
-  const ElfFile plugin = readElf(operands.front(), texts);
+  const doctor::ElfFile plugin = doctor::readElf(operands.front(), doctor::soughtTexts());
 
   std::printf("%s\n", escapeControls(plugin.path).c_str());
   int problems = 0;
-  for (const Remark& remark :
-       examine(plugin, target ? &*target : nullptr, host ? &*host : nullptr)) {
+  for (const doctor::Remark& remark :
+       doctor::examine(plugin, target ? &*target : nullptr, host ? &*host : nullptr)) {
     print(remark);
     problems += remark.problem ? 1 : 0;
   }

@@ -12,9 +12,8 @@
 
 #include "desk/base/errors.h"
 #include "desk/doctor/elf_image.h"
-#include "desk/doctor/function_tables.h"
 
-namespace desk {
+namespace desk::doctor {
 
 namespace {
 
@@ -59,7 +58,7 @@ using VersionNames = std::map<unsigned, VersionName>;
 
 constexpr int kMostVersions = 0x7FFF;  // so many fit into an index
 
-/// The place `step` bytes on. One beyond all sections, where nothing is read, if the file lies.
+/// place + step, saturated: a corrupt offset then points past every section and reads fail.
 int further(int place, GElf_Word step) {
   return step > static_cast<GElf_Word>(INT_MAX - place) ? INT_MAX : place + static_cast<int>(step);
 }
@@ -204,11 +203,10 @@ ElfFile readElf(const std::string& path, const std::vector<std::string>& texts) 
     if (segment.p_type == PT_GNU_RELRO) file.protectedTables = flags.now;
   });
   readSymbols(image, file);
-  file.functionNames = functionNames(image);
   for (const std::string& text : texts) {
     if (image.holdsText(text)) file.texts.insert(text);
   }
   return file;
 }
 
-}  // namespace desk
+}  // namespace desk::doctor

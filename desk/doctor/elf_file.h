@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace desk {
+namespace desk::doctor {
 
 /// A name that the file takes from others or offers to them.
 struct DynamicSymbol {
@@ -29,14 +29,13 @@ struct ElfFile {
   bool executableStack = false;
   bool protectedTables = false;  ///< relocated at load and write-protected from then on
   bool textRelocations = false;
-  bool uniqueSymbols = false;           ///< the loader will never unload it
-  std::string searchPath;               ///< of its own for libraries
-  std::set<std::string> functionNames;  ///< texts beside a function in a table of such pairs
-  std::set<std::string> texts;          ///< those of readElf's `texts` that stand anywhere in it
+  bool uniqueSymbols = false;   ///< the loader will never unload it
+  std::string searchPath;       ///< of its own for libraries
+  std::set<std::string> texts;  ///< those of readElf's `texts` that stand anywhere in it
 };
 
 /// Reads a file of any architecture; `texts` are looked for in it. Throws Error when it cannot be
 /// read, is no ELF file, or lacks its end or its section headers.
 ElfFile readElf(const std::string& path, const std::vector<std::string>& texts = {});
 
-}  // namespace desk
+}  // namespace desk::doctor

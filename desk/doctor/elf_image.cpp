@@ -10,11 +10,9 @@
 
 #include "desk/base/errors.h"
 
-namespace desk {
+namespace desk::doctor {
 
 namespace {
-
-constexpr std::size_t kLongestText = 4096;
 
 std::string_view rawFile(Elf* elf) {
   std::size_t size = 0;
@@ -30,10 +28,6 @@ std::size_t clamped(GElf_Xword size) {
 /// At most the largest number: a file may speak of more.
 std::uint64_t sum(std::uint64_t offset, std::uint64_t size) {
   return size > UINT64_MAX - offset ? UINT64_MAX : offset + size;
-}
-
-bool isLittleEndian(const GElf_Ehdr& header) {
-  return header.e_ident[EI_DATA] == ELFDATA2LSB;
 }
 
 }  // namespace
@@ -61,22 +55,14 @@ int ElfImage::Section::count() const {
   return static_cast<int>(std::min<std::uint64_t>(data->d_size / header.sh_entsize, INT32_MAX));
 }
 
-void ElfImage::forEachSection(GElf_Word type,
-                              const std::function<void(const Section&)>& visit) const {
+std::optional<ElfImage::Section> ElfImage::section(GElf_Word type) const {
   for (Elf_Scn* at = elf_nextscn(elf_, nullptr); at != nullptr; at = elf_nextscn(elf_, at)) {
     Section section{};
     if (gelf_getshdr(at, &section.header) == nullptr || section.header.sh_type != type) continue;
     section.data = elf_getdata(at, nullptr);
-    if (section.data != nullptr && section.data->d_buf != nullptr) visit(section);
+    if (section.data != nullptr && section.data->d_buf != nullptr) return section;
   }
-}
-
-std::optional<ElfImage::Section> ElfImage::section(GElf_Word type) const {
-  std::optional<Section> found;
-  forEachSection(type, [&](const Section& section) {
-    if (!found) found = section;
-  });
-  return found;
+  return std::nullopt;
 }
 
 void ElfImage::forEachSegment(const std::function<void(const GElf_Phdr&)>& visit) const {
@@ -91,35 +77,6 @@ void ElfImage::forEachSegment(const std::function<void(const GElf_Phdr&)>& visit
 std::string ElfImage::text(const Section& section, GElf_Xword offset) const {
   const char* found = elf_strptr(elf_, section.header.sh_link, clamped(offset));
   return found == nullptr ? "" : found;
-}
-
-std::string ElfImage::bytesAt(GElf_Addr address, std::size_t most) const {
-  const std::string_view file = rawFile(elf_);
-  std::string found;
-  forEachSegment([&](const GElf_Phdr& segment) {
-    if (segment.p_type != PT_LOAD || address < segment.p_vaddr) return;
-    const GElf_Xword within = address - segment.p_vaddr;
-    if (within >= segment.p_filesz || segment.p_offset >= file.size()) return;
-    const std::string_view loaded =
-        file.substr(clamped(segment.p_offset), clamped(segment.p_filesz));
-    if (within < loaded.size()) found = loaded.substr(clamped(within), most);
-  });
-  return found;
-}
-
-std::string ElfImage::textAt(GElf_Addr address) const {
-  const std::string bytes = bytesAt(address, kLongestText);
-  const std::size_t end = bytes.find('\0');
-  return end == std::string::npos ? "" : bytes.substr(0, end);
-}
-
-GElf_Addr ElfImage::pointerAt(GElf_Addr address) const {
-  std::string bytes = bytesAt(address, pointerSize());
-  if (bytes.size() < pointerSize()) return 0;
-  if (isLittleEndian(header_)) std::reverse(bytes.begin(), bytes.end());
-  GElf_Addr pointer = 0;
-  for (const char byte : bytes) pointer = pointer << 8 | static_cast<unsigned char>(byte);
-  return pointer;
 }
 
 std::uint64_t ElfImage::size() const {
@@ -138,17 +95,8 @@ std::uint64_t ElfImage::expectedSize() const {
   return expected;
 }
 
-bool ElfImage::isCode(GElf_Addr address) const {
-  bool code = false;
-  forEachSegment([&](const GElf_Phdr& segment) {
-    const bool inside = address >= segment.p_vaddr && address - segment.p_vaddr < segment.p_memsz;
-    code = code || (segment.p_type == PT_LOAD && (segment.p_flags & PF_X) != 0 && inside);
-  });
-  return code;
-}
-
 bool ElfImage::holdsText(const std::string& text) const {
   return rawFile(elf_).find('\0' + text + '\0') != std::string_view::npos;
 }
 
-}  // namespace desk
+}  // namespace desk::doctor

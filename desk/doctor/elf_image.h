@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-namespace desk {
+namespace desk::doctor {
 
 /// An open ELF file. Whatever the file says, nothing is read outside of it.
 class ElfImage {
@@ -25,39 +25,28 @@ class ElfImage {
   struct Section {
     GElf_Shdr header;
     Elf_Data* data;
-    /// How many entries of the size that the section names it holds.
+    /// d_size / sh_entsize.
     int count() const;
   };
 
   /// The first section of the type, if there is one with contents.
   std::optional<Section> section(GElf_Word type) const;
-  void forEachSection(GElf_Word type, const std::function<void(const Section&)>& visit) const;
   void forEachSegment(const std::function<void(const GElf_Phdr&)>& visit) const;
 
   /// The text at `offset` of the string table that `section` refers to; empty when there is none.
   std::string text(const Section& section, GElf_Xword offset) const;
 
-  /// The text that lies at an address once the file is loaded, empty when nothing ends it.
-  std::string textAt(GElf_Addr address) const;
-  /// The pointer that lies at an address, 0 when none does.
-  GElf_Addr pointerAt(GElf_Addr address) const;
   /// How many bytes the file has, and how many it must have for what its headers speak of.
   std::uint64_t size() const;
   std::uint64_t expectedSize() const;
-  /// Size of a pointer in bytes.
-  unsigned pointerSize() const { return header_.e_ident[EI_CLASS] == ELFCLASS64 ? 8 : 4; }
-  /// Whether the address belongs to code.
-  bool isCode(GElf_Addr address) const;
   /// Whether the file holds the zero-terminated text anywhere.
   bool holdsText(const std::string& text) const;
 
  private:
-  std::string bytesAt(GElf_Addr address, std::size_t most) const;
-
   std::string path_;
   int file_;
   Elf* elf_ = nullptr;
   GElf_Ehdr header_{};
 };
 
-}  // namespace desk
+}  // namespace desk::doctor

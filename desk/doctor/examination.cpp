@@ -1,17 +1,41 @@
 #include "desk/doctor/examination.h"
 
 #include <algorithm>
-#include <map>
+#include <iterator>
+#include <string_view>
 
-namespace desk {
+#include "desk/doctor/contract.h"
+
+namespace desk::doctor {
 
 namespace {
 
 constexpr std::size_t kLongestList = 6;
 
+/// A list of the contract.
+class Names {
+ public:
+  template <std::size_t kSize>
+  constexpr Names(const char* const (&names)[kSize]) : begin_(names), end_(names + kSize) {}
+  const char* const* begin() const { return begin_; }
+  const char* const* end() const { return end_; }
+
+ private:
+  const char* const* begin_;
+  const char* const* end_;
+};
+
+bool isAmong(const std::string& name, const Names& names) {
+  return std::any_of(names.begin(), names.end(), [&](std::string_view entry) {
+    if (entry.back() != '*') return name == entry;
+    entry.remove_suffix(1);
+    return name.compare(0, entry.size(), entry) == 0;
+  });
+}
+
 class Examination {
  public:
-  Examination(const ElfFile& plugin, const Target* target, const Target* host)
+  Examination(const ElfFile& plugin, const Sysroot* target, const Sysroot* host)
       : plugin_(plugin), target_(target), host_(host) {
     for (const DynamicSymbol& symbol : plugin.symbols) {
       (symbol.defined ? exported_ : imported_).insert(symbol.readable);
@@ -24,11 +48,11 @@ class Examination {
     loading();
     imports();
     surplusExports();
-    missing("entry points", contract().entryPoints, "both are there",
+    missing("entry points", contract::kEntryPoints, "both are there",
             "the panel will not take it for a plug-in");
-    missing("callbacks", contract().callbacks, "all six are there",
+    missing("callbacks", contract::kCallbacks, "all six are there",
             "the panel cannot show its screen part");
-    missing("members", contract().mustExport, "the readers and the screen part are there",
+    missing("members", contract::kMustExport, "the readers and the screen part are there",
             "hosts that look them up will not find them");
     commands();
     return std::move(remarks_);
@@ -52,33 +76,36 @@ class Examination {
   void loading();
   void imports();
   void surplusExports();
-  void missing(const std::string& subject, const std::vector<std::string>& names,
-               const std::string& otherwise, const std::string& consequence);
+  void missing(const std::string& subject, const Names& names, const std::string& otherwise,
+               const std::string& consequence);
   void commands();
 
   const ElfFile& plugin_;
-  const Target* target_;
-  const Target* host_;
+  const Sysroot* target_;
+  const Sysroot* host_;
   std::set<std::string> exported_;
   std::set<std::string> imported_;
   std::vector<Remark> remarks_;
 };
 
 std::string machineWords(const std::string& architecture) {
-  static const std::map<std::string, std::string> kWords = {
-      {"x86-64", "64-bit PC (x86-64)"},
-      {"arm64", "64-bit ARM (arm64)"},
-      {"armhf", "32-bit ARM with hardware floating point (armhf)"},
-  };
-  const auto known = kWords.find(architecture);
-  return known == kWords.end() ? architecture : known->second;
+  if (architecture == "x86-64") return "64-bit PC (x86-64)";
+  if (architecture == "arm64") return "64-bit ARM (arm64)";
+  if (architecture == "armhf") return "32-bit ARM with hardware floating point (armhf)";
+  return architecture;
+}
+
+bool isKnown(const std::string& architecture) {
+  return std::any_of(
+      std::begin(contract::kFloors), std::end(contract::kFloors),
+      [&](const contract::Floor& floor) { return architecture == floor.architecture; });
 }
 
 void Examination::machine() {
   const std::string words = machineWords(plugin_.architecture);
   std::vector<std::string> problems;
   if (!plugin_.library) problems.push_back("for " + words + ", but no shared library");
-  if (target_ == nullptr && contract().floors.count(plugin_.architecture) == 0) {
+  if (target_ == nullptr && !isKnown(plugin_.architecture)) {
     problems.push_back("for " + words + ", of which no controllers are known");
   }
   if (host_ != nullptr) {
@@ -118,7 +145,7 @@ void Examination::imports() {
   std::size_t offered = 0;
   for (const DynamicSymbol& symbol : plugin_.symbols) {
     if (symbol.defined || symbol.weak || !symbol.version.empty()) continue;
-    const bool there = host_ == nullptr ? matches(symbol.readable, contract().imports)
+    const bool there = host_ == nullptr ? isAmong(symbol.readable, contract::kImports)
                                         : host_->offers(symbol.name);
     there ? static_cast<void>(++offered) : lacking.push_back(symbol.readable);
   }
@@ -128,7 +155,7 @@ void Examination::imports() {
                                          : "calls what is not in " + host_->paths() + ": ") +
                        listed(lacking));
   }
-  for (const std::string& name : contract().mustImport) {
+  for (const std::string name : contract::kMustImport) {
     if (imported_.count(name) == 0) {
       problems.push_back("never calls " + name + ", so it offers nothing to scripts");
     }
@@ -140,7 +167,9 @@ void Examination::imports() {
 void Examination::surplusExports() {
   std::vector<std::string> surplus;
   for (const std::string& name : exported_) {
-    if (!matches(name, contract().exports)) surplus.push_back(name);
+    const bool known = isAmong(name, contract::kExports) || isAmong(name, contract::kCallbacks) ||
+                       isAmong(name, contract::kEntryPoints);
+    if (!known) surplus.push_back(name);
   }
   std::vector<std::string> problems;
   if (!surplus.empty()) {
@@ -149,10 +178,10 @@ void Examination::surplusExports() {
   judge("exports", problems, "nothing but what panels look for");
 }
 
-void Examination::missing(const std::string& subject, const std::vector<std::string>& names,
+void Examination::missing(const std::string& subject, const Names& names,
                           const std::string& otherwise, const std::string& consequence) {
   std::vector<std::string> problems;
-  for (const std::string& name : names) {
+  for (const std::string name : names) {
     if (exported_.count(name) != 0) continue;
     problems.push_back("no ");
     problems.back().append(name).append(": ").append(consequence);
@@ -162,28 +191,28 @@ void Examination::missing(const std::string& subject, const std::vector<std::str
 
 void Examination::commands() {
   std::vector<std::string> problems;
-  std::vector<std::string> unregistered;
-  for (const std::string& name : contract().commands) {
-    if (plugin_.functionNames.count(name) != 0) continue;
-    plugin_.texts.count(name) != 0
-        ? unregistered.push_back(name)
-        : problems.push_back("no " + name + ": scripts that call it will fail");
+  for (const std::string name : contract::kCommands) {
+    if (plugin_.texts.count(name) == 0) {
+      problems.push_back("no " + name + ": scripts that call it will fail");
+    }
   }
-  if (plugin_.texts.count(contract().module) == 0) {
-    problems.push_back("no module " + contract().module + ": scripts cannot find it");
-  }
-  if (problems.empty() && !unregistered.empty()) {
-    return fine("commands", "all named, but no table registers " + listed(unregistered) +
-                                "; try them with cusdesk run");
+  const std::string module = contract::kModule;
+  if (plugin_.texts.count(module) == 0) {
+    problems.push_back("no module " + module + ": scripts cannot find it");
   }
   judge("commands", problems,
-        "all " + std::to_string(contract().commands.size()) + " of " + contract().module +
-            " are registered");
+        "all " + std::to_string(std::size(contract::kCommands)) + " of " + module + " are named");
 }
 
 }  // namespace
 
-std::vector<Remark> examine(const ElfFile& plugin, const Target* target, const Target* host) {
+std::vector<std::string> soughtTexts() {
+  std::vector<std::string> texts(std::begin(contract::kCommands), std::end(contract::kCommands));
+  texts.emplace_back(contract::kModule);
+  return texts;
+}
+
+std::vector<Remark> examine(const ElfFile& plugin, const Sysroot* target, const Sysroot* host) {
   return Examination(plugin, target, host).run();
 }
 
@@ -197,4 +226,4 @@ std::string listed(const std::vector<std::string>& names) {
   return more == 0 ? text : text + " and " + std::to_string(more) + " more";
 }
 
-}  // namespace desk
+}  // namespace desk::doctor

@@ -1,22 +1,46 @@
 #include <algorithm>
+#include <charconv>
+#include <iterator>
 #include <map>
+#include <sstream>
 
+#include "desk/doctor/contract.h"
 #include "desk/doctor/examination.h"
 
-namespace desk {
+namespace desk::doctor {
 
 namespace {
 
 constexpr char kLibraries[] = "libraries";
 constexpr char kVersions[] = "versions";
 
-bool contains(const std::vector<std::string>& names, const std::string& name) {
-  return std::find(names.begin(), names.end(), name) != names.end();
+/// A symbol version such as GLIBC_2.17.
+struct Version {
+  std::string family;  ///< "GLIBC"
+  std::vector<int> number;
+};
+
+/// Takes `text` apart; without a number at its end all of it is the family.
+Version parseVersion(const std::string& text) {
+  const std::size_t split = text.rfind('_');
+  if (split == std::string::npos || split + 1 == text.size() ||
+      text.find_first_not_of("0123456789.", split + 1) != std::string::npos) {
+    return {text, {}};
+  }
+  Version version{text.substr(0, split), {}};
+  std::istringstream parts(text.substr(split + 1));
+  for (std::string part; std::getline(parts, part, '.');) {
+    std::from_chars(part.data(), part.data() + part.size(), version.number.emplace_back());
+  }
+  return version;
 }
 
-Remark judgeLibrary(const ElfFile& plugin, const std::string& soname, const Target* target) {
+Remark judgeLibrary(const ElfFile& plugin, const std::string& soname, const Sysroot* target) {
   if (target == nullptr) {
-    if (contains(contract().runtime, soname)) return {false, kLibraries, soname};
+    const auto end = std::end(contract::kRuntime);
+    if (std::find(std::begin(contract::kRuntime), end, soname) != end) {
+      return {false, kLibraries, soname};
+    }
     return {true, kLibraries,
             "needs " + soname + ", which is not of the standard runtime; controllers may lack it"};
   }
@@ -32,7 +56,7 @@ Remark judgeLibrary(const ElfFile& plugin, const std::string& soname, const Targ
   return {false, kLibraries, soname};
 }
 
-std::vector<Remark> judgeLibraries(const ElfFile& plugin, const Target* target) {
+std::vector<Remark> judgeLibraries(const ElfFile& plugin, const Sysroot* target) {
   std::vector<Remark> remarks;
   std::vector<std::string> fine;
   for (const std::string& soname : plugin.needed) {
@@ -49,7 +73,7 @@ std::vector<Remark> judgeLibraries(const ElfFile& plugin, const Target* target) 
 
 /// The target's library of that name, if it is one that the plug-in can use.
 const ElfFile* usableLibrary(const std::string& soname, const ElfFile& plugin,
-                             const Target& target) {
+                             const Sysroot& target) {
   const ElfFile* library = target.library(soname, plugin.architecture);
   return library != nullptr && library->architecture == plugin.architecture ? library : nullptr;
 }
@@ -67,7 +91,7 @@ std::string newest(const std::string& family, const std::set<std::string>& versi
 }
 
 /// What is wrong with a version, as the end of a sentence; empty when nothing is.
-std::string faultOf(const DynamicSymbol& symbol, const ElfFile& plugin, const Target* target) {
+std::string faultOf(const DynamicSymbol& symbol, const ElfFile& plugin, const Sysroot* target) {
   const Version version = parseVersion(symbol.version);
   if (target != nullptr) {
     const ElfFile* library = usableLibrary(symbol.library, plugin, *target);
@@ -75,18 +99,23 @@ std::string faultOf(const DynamicSymbol& symbol, const ElfFile& plugin, const Ta
     const std::string best = newest(version.family, library->offeredVersions);
     return best.empty() ? "the target's has no such versions" : "the target's has up to " + best;
   }
-  const auto floors = contract().floors.find(plugin.architecture);
-  if (floors == contract().floors.end()) return "";
-  const auto floor = floors->second.find(version.family);
-  if (floor == floors->second.end()) return "it is not known which controllers have that";
-  const std::string oldest = version.family + "_" + floor->second;
+  bool isKnown = false;
+  const contract::Floor* floor = nullptr;
+  for (const contract::Floor& candidate : contract::kFloors) {
+    if (plugin.architecture != candidate.architecture) continue;
+    isKnown = true;
+    if (version.family == candidate.family) floor = &candidate;
+  }
+  if (!isKnown) return "";
+  if (floor == nullptr) return "it is not known which controllers have that";
+  const std::string oldest = version.family + "_" + floor->number;
   return version.number.empty() || version.number > parseVersion(oldest).number
              ? "the oldest controllers have up to " + oldest
              : "";
 }
 
 /// Whether the target's library lacks a symbol although it has the version.
-bool isMissing(const DynamicSymbol& symbol, const ElfFile& plugin, const Target* target) {
+bool isMissing(const DynamicSymbol& symbol, const ElfFile& plugin, const Sysroot* target) {
   if (target == nullptr || symbol.weak) return false;
   const ElfFile* library = usableLibrary(symbol.library, plugin, *target);
   if (library == nullptr) return false;
@@ -98,7 +127,7 @@ bool isMissing(const DynamicSymbol& symbol, const ElfFile& plugin, const Target*
 
 /// What is wrong with the versions that the plug-in asks for: sentence -> the symbols it is due to.
 std::map<std::string, std::vector<std::string>> versionFaults(const ElfFile& plugin,
-                                                              const Target* target) {
+                                                              const Sysroot* target) {
   std::map<std::string, std::vector<std::string>> faults;
   for (const DynamicSymbol& symbol : plugin.symbols) {
     if (symbol.defined || symbol.version.empty()) continue;
@@ -129,7 +158,7 @@ std::vector<std::string> newestNeeded(const ElfFile& plugin) {
   return result;
 }
 
-std::vector<Remark> judgeVersions(const ElfFile& plugin, const Target* target) {
+std::vector<Remark> judgeVersions(const ElfFile& plugin, const Sysroot* target) {
   std::vector<Remark> remarks;
   for (const auto& [sentence, causes] : versionFaults(plugin, target)) {
     remarks.push_back({true, kVersions, sentence + " (because of " + listed(causes) + ")"});
@@ -137,7 +166,7 @@ std::vector<Remark> judgeVersions(const ElfFile& plugin, const Target* target) {
   return remarks;
 }
 
-Remark versionsAreFine(const ElfFile& plugin, const Target* target) {
+Remark versionsAreFine(const ElfFile& plugin, const Sysroot* target) {
   const std::vector<std::string> needed = newestNeeded(plugin);
   const std::string whose =
       target == nullptr ? "all controllers have these" : "the target has these";
@@ -146,7 +175,7 @@ Remark versionsAreFine(const ElfFile& plugin, const Target* target) {
 
 }  // namespace
 
-std::vector<Remark> examineRuntime(const ElfFile& plugin, const Target* target) {
+std::vector<Remark> examineRuntime(const ElfFile& plugin, const Sysroot* target) {
   std::vector<Remark> remarks = judgeLibraries(plugin, target);
   const bool comparable = !remarks.front().problem || target == nullptr;
   const std::vector<Remark> versions = judgeVersions(plugin, target);
@@ -155,4 +184,4 @@ std::vector<Remark> examineRuntime(const ElfFile& plugin, const Target* target) 
   return remarks;
 }
 
-}  // namespace desk
+}  // namespace desk::doctor

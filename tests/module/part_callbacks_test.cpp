@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+static_assert(noexcept(Custom_SetFunPoint(nullptr)), "a failure to install ends the process");
+
 namespace {
 
 tagPARTCALLBACKS installed() {

@@ -4,6 +4,9 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <vector>
+
 #include "desk/script/script_engine.h"
 #include "host/part_types.h"
 
@@ -19,6 +22,17 @@ void* onCreate() {
 }
 bool onDestroy(void*) {
   return ++hostCalls == 0;
+}
+
+// The objects with a destructor are told to the C library as they are constructed.
+namespace {
+std::vector<const void*>* constructed = nullptr;
+}  // namespace
+extern "C" int __cxa_atexit(void (*destroy)(void*), void* object, void* library) {
+  using Function = int(void (*)(void*), void*, void*);
+  static const auto real = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "__cxa_atexit"));
+  if (constructed != nullptr) constructed->push_back(object);
+  return real(destroy, object, library);
 }
 
 namespace {
@@ -38,6 +52,18 @@ TEST(Plugin, IsUnloadedForGoodWhenItsLastUserIsGone) {
     }
     EXPECT_FALSE(isLoaded());
   }
+}
+
+TEST(Plugin, ConstructsTheJsonReaderBeforeTheXmlReader) {
+  std::vector<const void*> objects;
+  constructed = &objects;
+  const desk::script::Plugin plugin(CUS_PLUGIN);
+  constructed = nullptr;
+  const auto place = [&](const char* name) {
+    return std::find(objects.begin(), objects.end(), plugin.find<void>(name)) - objects.begin();
+  };
+  EXPECT_LT(place("json"), place("xml"));
+  EXPECT_LT(place("xml"), static_cast<std::ptrdiff_t>(objects.size()));
 }
 
 TEST(Plugin, KeepsToItsOwnNamesBesideAHostOfTheSameNames) {

@@ -8,16 +8,16 @@
 
 #include "desk/doctor/elf_file.h"
 
-namespace desk {
+namespace desk::doctor {
 
 /// Libraries and programs that a plug-in will meet.
-class Target {
+class Sysroot {
  public:
   /// `paths`: folders and files, separated by colons. Of a folder that is a file system's root, its
   /// usual library folders count; of any other, the files in it. Throws Error when a path does not
   /// exist or a named file is no ELF file. `also`: folders, likewise separated, for libraries that
   /// those files need.
-  explicit Target(const std::string& paths, const std::string& also = "");
+  explicit Sysroot(const std::string& paths, const std::string& also = "");
 
   /// The library that files of the architecture call `soname`. One for another architecture when
   /// the target has no other, null when it has none at all. Throws Error when a file cannot be
@@ -45,4 +45,4 @@ class Target {
   mutable std::set<std::string> offers_;
 };
 
-}  // namespace desk
+}  // namespace desk::doctor

@@ -1,11 +1,11 @@
-#include "desk/doctor/target.h"
+#include "desk/doctor/sysroot.h"
 
 #include <filesystem>
 #include <sstream>
 
 #include "desk/base/errors.h"
 
-namespace desk {
+namespace desk::doctor {
 
 namespace {
 
@@ -41,14 +41,14 @@ std::vector<std::string> split(const std::string& paths) {
 
 }  // namespace
 
-Target::Target(const std::string& paths, const std::string& also) : paths_(paths) {
+Sysroot::Sysroot(const std::string& paths, const std::string& also) : paths_(paths) {
   for (const std::string& path : split(paths)) add(path);
   for (const std::string& path : split(also)) {
     if (fs::is_directory(path)) add(path);
   }
 }
 
-void Target::add(const std::string& path) {
+void Sysroot::add(const std::string& path) {
   if (!fs::is_directory(path)) {
     files_.push_back(readElf(path));
     return;
@@ -57,12 +57,12 @@ void Target::add(const std::string& path) {
   folders_.insert(folders_.end(), folders.begin(), folders.end());
 }
 
-const ElfFile& Target::read(const std::string& path) const {
+const ElfFile& Sysroot::read(const std::string& path) const {
   const auto known = read_.find(path);
   return known != read_.end() ? known->second : read_.emplace(path, readElf(path)).first->second;
 }
 
-const ElfFile* Target::library(const std::string& soname, const std::string& architecture) const {
+const ElfFile* Sysroot::library(const std::string& soname, const std::string& architecture) const {
   const ElfFile* foreign = nullptr;
   // Like the loader, go on past those that are for another machine, and no further than need be.
   const auto suits = [&](const ElfFile& file) {
@@ -84,7 +84,7 @@ const ElfFile* Target::library(const std::string& soname, const std::string& arc
   return foreign;
 }
 
-void Target::collectOffers(const ElfFile& file) const {
+void Sysroot::collectOffers(const ElfFile& file) const {
   if (!collected_.insert(file.path).second) return;
   for (const DynamicSymbol& symbol : file.symbols) {
     if (symbol.defined) offers_.insert(symbol.name);
@@ -94,9 +94,9 @@ void Target::collectOffers(const ElfFile& file) const {
   }
 }
 
-bool Target::offers(const std::string& symbol) const {
+bool Sysroot::offers(const std::string& symbol) const {
   for (const ElfFile& file : files_) collectOffers(file);
   return offers_.count(symbol) != 0;
 }
 
-}  // namespace desk
+}  // namespace desk::doctor
