@@ -13,71 +13,126 @@
 
 namespace json_keys {
 
+using model::DescribedKey;
 using model::Key;
 using model::KeyKind;
+using model::Need;
+using model::TextForm;
 
 // --- names fixed by the job files ----------------------------------------------------------------
 
 /// The one version that a job may declare, as a text.
 constexpr char kVersion[] = "1.0";
 
-inline constexpr Key<DATA_T> kHeader[] = {
-    {"success", nullptr, KeyKind::Flag, &DATA_T::success},
-    {"code", nullptr, KeyKind::Text, &DATA_T::code},
-    {"message", nullptr, KeyKind::Text, &DATA_T::message},
-    {"Version", "version", KeyKind::Text, &DATA_T::Version},
-    {"Generator", "generator", KeyKind::Text, &DATA_T::Generator},
-    {"Unit", "unit", KeyKind::Text, &DATA_T::Unit},
-    {"Name", "name", KeyKind::Text, &DATA_T::Name},
+inline constexpr DescribedKey<DATA_T> kHeaderRows[] = {
+    {"success", nullptr, KeyKind::Flag, &DATA_T::success, Need::Always, TextForm::Any,
+     "Whether the planning system made the job without error."},
+    {"code", nullptr, KeyKind::Text, &DATA_T::code, Need::Always, TextForm::Any,
+     "The planning system's own result code."},
+    {"message", nullptr, KeyKind::Text, &DATA_T::message, Need::Always, TextForm::Any,
+     "The planning system's own message."},
+    {"Version", "version", KeyKind::Text, &DATA_T::Version, Need::Always, TextForm::Any,
+     "Version of the job format."},
+    {"Generator", "generator", KeyKind::Text, &DATA_T::Generator, Need::Always, TextForm::Any,
+     "The program that wrote the job."},
+    {"Unit", "unit", KeyKind::Text, &DATA_T::Unit, Need::Always, TextForm::Any,
+     "Unit of the lengths, mm. Nothing is converted."},
+    {"Name", "name", KeyKind::Text, &DATA_T::Name, Need::Always, TextForm::Any, "Name of the job."},
 };
+inline constexpr auto kHeaderTable = model::keysOf(kHeaderRows);
+inline constexpr const auto& kHeader = kHeaderTable.keys;
 
 /// The row that decides whether a job is read at all.
 inline constexpr const Key<DATA_T>& kVersionKey = kHeader[3];
 static_assert(kVersionKey.field.text == &DATA_T::Version);
 
-inline constexpr Key<BAR_T> kBar[] = {
-    {"DXF_Name", "dxF_Name", KeyKind::Text, &BAR_T::DXF_Name},
-    {"BarNumber", "barNumber", KeyKind::IntegerText, &BAR_T::BarNumber},
-    {"MaxY", "maxY", KeyKind::IntegerText, &BAR_T::MaxY},
-    {"MaxZ", "maxZ", KeyKind::IntegerText, &BAR_T::MaxZ},
-    {"length", nullptr, KeyKind::IntegerText, &BAR_T::length},
-    {"BarName", "barName", KeyKind::Text, &BAR_T::BarName},
-    {"BarColor", "barColor", KeyKind::Text, &BAR_T::BarColor},
-    {"Sortingcode", "sortingcode", KeyKind::Text, &BAR_T::Sortingcode},
-    {"BarLeftLength", "barLeftLength", KeyKind::IntegerText, &BAR_T::BarLeftLength},
-    {"BarType", "barType", KeyKind::IntegerText, &BAR_T::BarType},
-    {"BarCad", "barCad", KeyKind::Text, &BAR_T::BarCad},
+inline constexpr DescribedKey<BAR_T> kBarRows[] = {
+    {"DXF_Name", "dxF_Name", KeyKind::Text, &BAR_T::DXF_Name, Need::Always, TextForm::Any,
+     "Drawing of the profile's cross section."},
+    {"BarNumber", "barNumber", KeyKind::IntegerText, &BAR_T::BarNumber, Need::Always,
+     TextForm::Count, "Number of the bar, by which get_cut finds it."},
+    {"MaxY", "maxY", KeyKind::IntegerText, &BAR_T::MaxY, Need::Always, TextForm::Measure,
+     "Width of the profile."},
+    {"MaxZ", "maxZ", KeyKind::IntegerText, &BAR_T::MaxZ, Need::Always, TextForm::Measure,
+     "Height of the profile."},
+    {"length", nullptr, KeyKind::IntegerText, &BAR_T::length, Need::Always, TextForm::Measure,
+     "Length of the bar."},
+    {"BarName", "barName", KeyKind::Text, &BAR_T::BarName, Need::Always, TextForm::Any,
+     "Name of the bar."},
+    {"BarColor", "barColor", KeyKind::Text, &BAR_T::BarColor, Need::Always, TextForm::Any,
+     "Colour of the bar."},
+    {"Sortingcode", "sortingcode", KeyKind::Text, &BAR_T::Sortingcode, Need::Always, TextForm::Any,
+     "Code by which bars are sorted."},
+    {"BarLeftLength", "barLeftLength", KeyKind::IntegerText, &BAR_T::BarLeftLength, Need::Always,
+     TextForm::Measure, "What is left over of the bar after its last cut."},
+    {"BarType", "barType", KeyKind::IntegerText, &BAR_T::BarType, Need::Always, TextForm::Count,
+     "Kind of the bar, a number of the planning system."},
+    {"BarCad", "barCad", KeyKind::Text, &BAR_T::BarCad, Need::Always, TextForm::Any,
+     "Drawing file of the bar."},
 };
+inline constexpr auto kBarTable = model::keysOf(kBarRows);
+inline constexpr const auto& kBar = kBarTable.keys;
 
-inline constexpr Key<PIECE_CHILD_SECOND_T> kPiece[] = {
-    {"PieceNumber", "pieceNumber", KeyKind::IntegerText, &PIECE_T::PieceNumber},
-    {"Num", "num", KeyKind::IntegerText, &PIECE_T::Num},
-    {"Over_status", "over_status", KeyKind::IntegerText, &PIECE_T::Over_status},
-    {"BarCode", "barCode", KeyKind::Text, &PIECE_T::BarCode},
-    {"Customer", "customer", KeyKind::Text, &PIECE_T::Customer},
-    {"Cc_code", "cc_code", KeyKind::Text, &PIECE_T::Cc_code},
-    {"order_code", nullptr, KeyKind::Text, &PIECE_T::order_code},
-    {"plan_code", nullptr, KeyKind::Text, &PIECE_CHILD_SECOND_T::plan_code},
-    {"Buyer", "buyer", KeyKind::Text, &PIECE_T::Buyer},
-    {"BuyAddress", "buyAddress", KeyKind::Text, &PIECE_T::BuyAddress},
-    {"CarCode", "carCode", KeyKind::Text, &PIECE_CHILD_SECOND_T::CarCode},
-    {"CtrsX", "ctrsX", KeyKind::Text, &PIECE_T::CtrsX},
-    {"CtrsYp", "ctrsYp", KeyKind::Text, &PIECE_T::CtrsYp},
-    {"CtrsYm", "ctrsYm", KeyKind::Text, &PIECE_T::CtrsYm},
-    {"Mirror", "mirror", KeyKind::Text, &PIECE_T::Mirror},
+inline constexpr DescribedKey<PIECE_CHILD_SECOND_T> kPieceRows[] = {
+    {"PieceNumber", "pieceNumber", KeyKind::IntegerText, &PIECE_T::PieceNumber, Need::Always,
+     TextForm::Count, "Number of the piece within its bar.",
+     "With the number of the bar it finds the barcode for get_cut."},
+    {"Num", "num", KeyKind::IntegerText, &PIECE_T::Num, Need::Always, TextForm::Count,
+     "How many of the piece."},
+    {"Over_status", "over_status", KeyKind::IntegerText, &PIECE_T::Over_status, Need::Always,
+     TextForm::Count, "How far the piece has come, as planned."},
+    {"BarCode", "barCode", KeyKind::Text, &PIECE_T::BarCode, Need::Always, TextForm::Any,
+     "Barcode on the piece's label, by which get_work and get_Dimensions find it."},
+    {"Customer", "customer", KeyKind::Text, &PIECE_T::Customer, Need::Always, TextForm::Any,
+     "Customer who ordered the window or door."},
+    {"Cc_code", "cc_code", KeyKind::Text, &PIECE_T::Cc_code, Need::Always, TextForm::Any,
+     "Code of the window or door in its order."},
+    {"order_code", nullptr, KeyKind::Text, &PIECE_T::order_code, Need::Always, TextForm::Any,
+     "Code of the order."},
+    {"plan_code", nullptr, KeyKind::Text, &PIECE_CHILD_SECOND_T::plan_code, Need::Always,
+     TextForm::Any, "Code of the production plan."},
+    {"Buyer", "buyer", KeyKind::Text, &PIECE_T::Buyer, Need::Always, TextForm::Any,
+     "Who buys from the factory."},
+    {"BuyAddress", "buyAddress", KeyKind::Text, &PIECE_T::BuyAddress, Need::Always, TextForm::Any,
+     "Address of the buyer."},
+    {"CarCode", "carCode", KeyKind::Text, &PIECE_CHILD_SECOND_T::CarCode, Need::Always,
+     TextForm::Any, "Code of the trolley for the piece."},
+    {"CtrsX", "ctrsX", KeyKind::Text, &PIECE_T::CtrsX, Need::Always, TextForm::Any,
+     "Centre in X, as the planning system has it."},
+    {"CtrsYp", "ctrsYp", KeyKind::Text, &PIECE_T::CtrsYp, Need::Always, TextForm::Any,
+     "Centre in Y plus, as the planning system has it."},
+    {"CtrsYm", "ctrsYm", KeyKind::Text, &PIECE_T::CtrsYm, Need::Always, TextForm::Any,
+     "Centre in Y minus, as the planning system has it."},
+    {"Mirror", "mirror", KeyKind::Text, &PIECE_T::Mirror, Need::Always, TextForm::Any,
+     "Whether the piece is mirrored."},
     {"Production_demand", "production_demand", KeyKind::Text,
-     &PIECE_CHILD_SECOND_T::Production_demand},
-    {"Extra_Pie", "extra_Pie", KeyKind::Text, &PIECE_T::Extra_Pie},
-    {"cut_angle_convert", nullptr, KeyKind::Text, &PIECE_CHILD_SECOND_T::cut_angle_convert},
+     &PIECE_CHILD_SECOND_T::Production_demand, Need::Always, TextForm::Any,
+     "A demand on production."},
+    {"Extra_Pie", "extra_Pie", KeyKind::Text, &PIECE_T::Extra_Pie, Need::Always, TextForm::Any,
+     "Type of holing."},
+    {"cut_angle_convert", nullptr, KeyKind::Text, &PIECE_CHILD_SECOND_T::cut_angle_convert,
+     Need::Always, TextForm::Any, "The cut angles in the words of the label."},
     // kept: "machin" is what some planning systems write
-    {"machine", "machin", KeyKind::Text, &PIECE_CHILD_SECOND_T::machine},
-    {"allow_min_cut", nullptr, KeyKind::Text, &PIECE_CHILD_SECOND_T::allow_min_cut},
-    {"time_car", nullptr, KeyKind::Text, &PIECE_T::time_car},
-    {"mark", nullptr, KeyKind::Text, &PIECE_T::mark},
-    {"boshan_value", nullptr, KeyKind::Text, &PIECE_CHILD_SECOND_T::boshan_value},
-    {"shashan_value", nullptr, KeyKind::Text, &PIECE_CHILD_SECOND_T::shashan_value},
-    {"project_addr", nullptr, KeyKind::Text, &PIECE_CHILD_SECOND_T::project_addr},
+    {"machine", "machin", KeyKind::Text, &PIECE_CHILD_SECOND_T::machine, Need::Always,
+     TextForm::Any, "The machine that the piece is planned for."},
+    {"allow_min_cut", nullptr, KeyKind::Text, &PIECE_CHILD_SECOND_T::allow_min_cut, Need::Always,
+     TextForm::Any, "The shortest cut that is allowed."},
+    {"time_car", nullptr, KeyKind::Text, &PIECE_T::time_car, Need::Always, TextForm::Any,
+     "When the trolley is due."},
+    {"mark", nullptr, KeyKind::Text, &PIECE_T::mark, Need::Always, TextForm::Any,
+     "Mark of the piece on its label."},
+    {"boshan_value", nullptr, KeyKind::Text, &PIECE_CHILD_SECOND_T::boshan_value, Need::Always,
+     TextForm::Any, "Value for the glazed sash."},
+    {"shashan_value", nullptr, KeyKind::Text, &PIECE_CHILD_SECOND_T::shashan_value, Need::Always,
+     TextForm::Any, "Value for the screen sash."},
+    {"project_addr", nullptr, KeyKind::Text, &PIECE_CHILD_SECOND_T::project_addr, Need::Always,
+     TextForm::Any, "Address of the building site."},
 };
+inline constexpr auto kPieceTable = model::keysOf(kPieceRows);
+inline constexpr const auto& kPiece = kPieceTable.keys;
+
+/// What a label field is for, in front of its number.
+constexpr char kLabelNote[] = "Free text for the label, number ";
 
 /// A label field: its two spellings fill different fields. Label fields are keys of the piece.
 struct LabelKey {
@@ -115,19 +170,31 @@ inline constexpr LabelKey kLabelFields[] = {
     {"Field19", &FIELD_T::Field19, "field19", &FIELD_T::Field15},
 };
 
-inline constexpr Key<CUT_T> kCut[] = {
-    {"Length", "length", KeyKind::Text, &CUT_T::Length},
-    {"sxB", nullptr, KeyKind::Text, &CUT_T::sxB},
-    {"dxB", nullptr, KeyKind::Text, &CUT_T::dxB},
+inline constexpr DescribedKey<CUT_T> kCutRows[] = {
+    {"Length", "length", KeyKind::Text, &CUT_T::Length, Need::Always, TextForm::Measure,
+     "Length of the piece."},
+    {"sxB", nullptr, KeyKind::Text, &CUT_T::sxB, Need::Always, TextForm::Measure,
+     "Angle of the left end, degrees."},
+    {"dxB", nullptr, KeyKind::Text, &CUT_T::dxB, Need::Always, TextForm::Measure,
+     "Angle of the right end, degrees.", "\"135\" is stored as \"45\"."},
 };
+inline constexpr auto kCutTable = model::keysOf(kCutRows);
+inline constexpr const auto& kCut = kCutTable.keys;
 
-inline constexpr Key<WORK_T> kWork[] = {
-    {"Name", "name", KeyKind::Text, &WORK_T::Name},
-    {"ProfiLav", "profiLav", KeyKind::Integer, &WORK_T::ProfiLav},
-    {"PositionX", "positionX", KeyKind::Number, &WORK_T::PositionX},
-    {"PositionY", "positionY", KeyKind::Number, &WORK_T::PositionY},
-    {"PositionZ", "positionZ", KeyKind::Number, &WORK_T::PositionZ},
+inline constexpr DescribedKey<WORK_T> kWorkRows[] = {
+    {"Name", "name", KeyKind::Text, &WORK_T::Name, Need::Always, TextForm::Any,
+     "Name of the operation, such as a drilling."},
+    {"ProfiLav", "profiLav", KeyKind::Integer, &WORK_T::ProfiLav, Need::Always, TextForm::Any,
+     "Side of the profile that is worked on."},
+    {"PositionX", "positionX", KeyKind::Number, &WORK_T::PositionX, Need::Always, TextForm::Any,
+     "Position along the piece."},
+    {"PositionY", "positionY", KeyKind::Number, &WORK_T::PositionY, Need::Always, TextForm::Any,
+     "Position across the profile."},
+    {"PositionZ", "positionZ", KeyKind::Number, &WORK_T::PositionZ, Need::Always, TextForm::Any,
+     "Position in height on the profile."},
 };
+inline constexpr auto kWorkTable = model::keysOf(kWorkRows);
+inline constexpr const auto& kWork = kWorkTable.keys;
 
 /// The keys that lead from one level to the next.
 constexpr char kBars[] = "Bar";        ///< header: array of bars

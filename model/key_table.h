@@ -9,11 +9,26 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace model {
 
 /// The levels of a job, from the root down. Each has a key table of its own.
 enum class Level { Header, Bar, Piece, Cut, Work };
+
+/// The name of a level in schemas, and what its elements are.
+struct LevelRow {
+  Level level;
+  const char* name;
+  const char* text;
+};
+inline constexpr LevelRow kLevels[] = {
+    {Level::Header, "header", "A cutting job."},
+    {Level::Bar, "bar", "A raw bar that pieces are cut from."},
+    {Level::Piece, "piece", "A piece cut from its bar."},
+    {Level::Cut, "cut", "The cut of a piece."},
+    {Level::Work, "work", "One machining operation on a piece."},
+};
 
 /// What a key must hold and how it is stored.
 enum class KeyKind {
@@ -90,6 +105,56 @@ constexpr bool spellingsAreUnique(const Row (&rows)[count]) {
     }
   }
   return true;
+}
+
+// -------------------------------------------------------------------------------------------------
+// What those who write jobs need to know. Schemas, editors and manuals are made from it; the
+// readers loop over tables without it, so the plug-in does not carry it.
+
+/// Whether a job in the strict form must have a key.
+enum class Need { Always, Optional };
+
+/// What a text should look like for those who read it, beyond being a text.
+enum class TextForm {
+  Any,
+  Count,    ///< a whole number
+  Measure,  ///< a plain decimal number: a length or an angle
+};
+
+/// What a field is for. Which values of scripts show it is found out from the rows that they get.
+struct Note {
+  Need need = Need::Always;
+  TextForm form = TextForm::Any;
+  const char* text = nullptr;      ///< one sentence, for every format
+  const char* addition = nullptr;  ///< one more, for this format only; or null
+};
+
+/// A key and what it is for. There is no such row without words.
+template <class Record>
+struct DescribedKey {
+  constexpr DescribedKey(const char* spelling, const char* secondSpelling, KeyKind kind,
+                         FieldOf<Record> field, Need need, TextForm form, const char* text,
+                         const char* addition = nullptr)
+      : key{spelling, secondSpelling, kind, field}, note{need, form, text, addition} {}
+
+  Key<Record> key;
+  Note note;
+};
+
+/// The keys of a table of rows, which are what the readers loop over.
+template <class Record, std::size_t count>
+struct KeyTable {
+  Key<Record> keys[count];
+};
+
+template <template <class> class Row, class Record, std::size_t count, std::size_t... i>
+constexpr KeyTable<Record, count> keysOf(const Row<Record> (&rows)[count],
+                                         std::index_sequence<i...>) {
+  return {{rows[i].key...}};
+}
+template <template <class> class Row, class Record, std::size_t count>
+constexpr KeyTable<Record, count> keysOf(const Row<Record> (&rows)[count]) {
+  return keysOf(rows, std::make_index_sequence<count>());
 }
 
 }  // namespace model

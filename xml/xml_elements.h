@@ -13,62 +13,92 @@
 
 namespace xml_elements {
 
+using model::FieldOf;
 using model::Key;
 using model::KeyKind;
+using model::Need;
+using model::Note;
+using model::TextForm;
+
+/// An element that holds a value. What its field is for stands at the JSON key that fills the same
+/// one; an element without such a key has words of its own.
+template <class Record>
+struct Element {
+  constexpr Element(const char* name, KeyKind kind, FieldOf<Record> field)
+      : key{name, nullptr, kind, field}, note{} {}
+  constexpr Element(const char* name, KeyKind kind, FieldOf<Record> field, Need need, TextForm form,
+                    const char* text)
+      : key{name, nullptr, kind, field}, note{need, form, text, nullptr} {}
+
+  Key<Record> key;
+  Note note;  ///< without text: that of the JSON key
+};
 
 // --- names fixed by the job files ----------------------------------------------------------------
 
-inline constexpr Key<DATA_T> kHeader[] = {
-    {"Version", nullptr, KeyKind::Text, &DATA_T::Version},
-    {"Generator", nullptr, KeyKind::Text, &DATA_T::Generator},
-    {"Unit", nullptr, KeyKind::Text, &DATA_T::Unit},
-    {"Name", nullptr, KeyKind::Text, &DATA_T::Name},
+inline constexpr Element<DATA_T> kHeaderRows[] = {
+    {"Version", KeyKind::Text, &DATA_T::Version},
+    {"Generator", KeyKind::Text, &DATA_T::Generator},
+    {"Unit", KeyKind::Text, &DATA_T::Unit},
+    {"Name", KeyKind::Text, &DATA_T::Name},
 };
+inline constexpr auto kHeaderTable = model::keysOf(kHeaderRows);
+inline constexpr const auto& kHeader = kHeaderTable.keys;
 
-inline constexpr Key<BAR_T> kBar[] = {
-    {"DXF_Name", nullptr, KeyKind::Text, &BAR_T::DXF_Name},
-    {"BarName", nullptr, KeyKind::Text, &BAR_T::BarName},
-    {"Color", nullptr, KeyKind::Text, &BAR_T::BarColor},
-    {"BarNumber", nullptr, KeyKind::Text, &BAR_T::BarNumber},
-    {"MaxY", nullptr, KeyKind::Text, &BAR_T::MaxY},
-    {"MaxZ", nullptr, KeyKind::Text, &BAR_T::MaxZ},
-    {"Length", nullptr, KeyKind::Text, &BAR_T::length},
-    {"LeftLength", nullptr, KeyKind::Text, &BAR_T::BarLeftLength},
+inline constexpr Element<BAR_T> kBarRows[] = {
+    {"DXF_Name", KeyKind::Text, &BAR_T::DXF_Name},
+    {"BarName", KeyKind::Text, &BAR_T::BarName},
+    {"Color", KeyKind::Text, &BAR_T::BarColor},
+    {"BarNumber", KeyKind::Text, &BAR_T::BarNumber},
+    {"MaxY", KeyKind::Text, &BAR_T::MaxY},
+    {"MaxZ", KeyKind::Text, &BAR_T::MaxZ},
+    {"Length", KeyKind::Text, &BAR_T::length},
+    {"LeftLength", KeyKind::Text, &BAR_T::BarLeftLength},
 };
+inline constexpr auto kBarTable = model::keysOf(kBarRows);
+inline constexpr const auto& kBar = kBarTable.keys;
 
-inline constexpr Key<PIECE_CHILD_SECOND_T> kPiece[] = {
-    {"PieceNumber", nullptr, KeyKind::Text, &PIECE_T::PieceNumber},
-    {"Num", nullptr, KeyKind::Text, &PIECE_T::Num},
-    {"BarCode", nullptr, KeyKind::Text, &PIECE_T::BarCode},
+inline constexpr Element<PIECE_CHILD_SECOND_T> kPieceRows[] = {
+    {"PieceNumber", KeyKind::Text, &PIECE_T::PieceNumber},
+    {"Num", KeyKind::Text, &PIECE_T::Num},
+    {"BarCode", KeyKind::Text, &PIECE_T::BarCode},
     // here the reader takes the piece's cuts
-    {"CtrsX", nullptr, KeyKind::Text, &PIECE_T::CtrsX},
-    {"CtrsYp", nullptr, KeyKind::Text, &PIECE_T::CtrsYp},
-    {"CtrsZ", nullptr, KeyKind::Required, nullptr},
-    {"Mirror", nullptr, KeyKind::Text, &PIECE_T::Mirror},
+    {"CtrsX", KeyKind::Text, &PIECE_T::CtrsX},
+    {"CtrsYp", KeyKind::Text, &PIECE_T::CtrsYp},
+    {"CtrsZ", KeyKind::Required, nullptr, Need::Always, TextForm::Any,
+     "Centre in Z. Must hold text, which is read and dropped."},
+    {"Mirror", KeyKind::Text, &PIECE_T::Mirror},
     // kept: the field Extra_Pie holds the holing type, this element's text is never stored
-    {"Extra_Pie", nullptr, KeyKind::Ignored, nullptr},
-    {"Customer", nullptr, KeyKind::Text, &PIECE_T::Customer},
-    {"OrderCode", nullptr, KeyKind::Text, &PIECE_T::order_code},
-    {"holing_type", nullptr, KeyKind::Text, &PIECE_T::Extra_Pie},
+    {"Extra_Pie", KeyKind::Ignored, nullptr, Need::Optional, TextForm::Any,
+     "Read and never stored. Write holing_type instead."},
+    {"Customer", KeyKind::Text, &PIECE_T::Customer},
+    {"OrderCode", KeyKind::Text, &PIECE_T::order_code},
+    {"holing_type", KeyKind::Text, &PIECE_T::Extra_Pie},
 };
+inline constexpr auto kPieceTable = model::keysOf(kPieceRows);
+inline constexpr const auto& kPiece = kPieceTable.keys;
 
 /// How many rows of `kPiece` the reader takes before the piece's cuts. It shows when a read breaks
 /// off: what stands before is already carried over to the next job, what stands after is not.
 constexpr std::size_t kPieceRowsBeforeCuts = 3;
 
-inline constexpr Key<CUT_T> kCut[] = {
-    {"Length", nullptr, KeyKind::Text, &CUT_T::Length},
-    {"sxB", nullptr, KeyKind::Text, &CUT_T::sxB},
-    {"dxB", nullptr, KeyKind::Text, &CUT_T::dxB},
+inline constexpr Element<CUT_T> kCutRows[] = {
+    {"Length", KeyKind::Text, &CUT_T::Length},
+    {"sxB", KeyKind::Text, &CUT_T::sxB},
+    {"dxB", KeyKind::Text, &CUT_T::dxB},
 };
+inline constexpr auto kCutTable = model::keysOf(kCutRows);
+inline constexpr const auto& kCut = kCutTable.keys;
 
-inline constexpr Key<WORK_T> kWork[] = {
-    {"Name", nullptr, KeyKind::Text, &WORK_T::Name},
-    {"ProfiLav", nullptr, KeyKind::Number, &WORK_T::ProfiLav},
-    {"PositionX", nullptr, KeyKind::Number, &WORK_T::PositionX},
-    {"PositionY", nullptr, KeyKind::Number, &WORK_T::PositionY},
-    {"PositionZ", nullptr, KeyKind::Number, &WORK_T::PositionZ},
+inline constexpr Element<WORK_T> kWorkRows[] = {
+    {"Name", KeyKind::Text, &WORK_T::Name},
+    {"ProfiLav", KeyKind::Number, &WORK_T::ProfiLav},
+    {"PositionX", KeyKind::Number, &WORK_T::PositionX},
+    {"PositionY", KeyKind::Number, &WORK_T::PositionY},
+    {"PositionZ", KeyKind::Number, &WORK_T::PositionZ},
 };
+inline constexpr auto kWorkTable = model::keysOf(kWorkRows);
+inline constexpr const auto& kWork = kWorkTable.keys;
 
 /// The elements that repeat, each of which leads to the next level.
 constexpr char kBars[] = "Bar";      ///< in the root

@@ -1,8 +1,8 @@
 #include "desk/editor/job_levels.h"
 
 #include <iterator>
-#include <stdexcept>
 
+#include "desk/editor/answers.h"
 #include "json/json_keys.h"
 #include "model/job_format.h"
 #include "xml/xml_elements.h"
@@ -12,91 +12,140 @@ namespace desk::editor {
 namespace {
 
 using model::JobFormat;
+using model::Key;
+using model::KeyKind;
+using model::Note;
 
-/// Whether XML jobs reach this row value. get_hole answers for JSON jobs only, and get_cut takes
-/// three values from the JSON reader whatever the job.
-bool answersXml(const std::string& row) {
-  return row.rfind("get_hole ", 0) != 0 && row != "get_cut Height" && row != "get_cut BarCode" &&
-         row != "get_cut MaterialCount";
+/// The note of an element: its own, or that of the JSON key that fills the same field; null when it
+/// has neither.
+template <class Record, std::size_t count>
+constexpr const Note* noteOf(const xml_elements::Element<Record>& element,
+                             const model::DescribedKey<Record> (&jsonRows)[count]) {
+  if (element.note.text != nullptr) return &element.note;
+  for (const model::DescribedKey<Record>& row : jsonRows) {
+    if (model::fillSameField(row.key, element.key)) return &row.note;
+  }
+  return nullptr;
 }
 
-/// " Scripts: get_cut BarName, ...", or nothing.
-std::string scriptsText(const std::string& answers, JobFormat format) {
-  std::string text;
-  for (std::size_t begin = 0; begin < answers.size();) {
-    std::size_t end = answers.find(", ", begin);
-    if (end == std::string::npos) end = answers.size();
-    const std::string row = answers.substr(begin, end - begin);
-    if (format == JobFormat::Json || answersXml(row)) {
-      text += (text.empty() ? " Scripts: " : ", ") + row;
-    }
-    begin = end + 2;
+template <class Record, std::size_t count, std::size_t jsonCount>
+constexpr bool areDescribed(const xml_elements::Element<Record> (&elements)[count],
+                            const model::DescribedKey<Record> (&jsonRows)[jsonCount]) {
+  for (const xml_elements::Element<Record>& element : elements) {
+    if (noteOf(element, jsonRows) == nullptr) return false;
   }
-  return text.empty() ? text : text + ".";
+  return true;
+}
+static_assert(areDescribed(xml_elements::kHeaderRows, json_keys::kHeaderRows) &&
+                  areDescribed(xml_elements::kBarRows, json_keys::kBarRows) &&
+                  areDescribed(xml_elements::kPieceRows, json_keys::kPieceRows) &&
+                  areDescribed(xml_elements::kCutRows, json_keys::kCutRows) &&
+                  areDescribed(xml_elements::kWorkRows, json_keys::kWorkRows),
+              "an element without a JSON key of the same field says itself what it is for");
+
+template <class Record>
+std::vector<std::string> answersOf(const Key<Record>& key, const Answers& answers) {
+  switch (key.kind) {
+    case KeyKind::Text:
+    case KeyKind::IntegerText:
+      return answers.of(key.field.text);
+    case KeyKind::Integer:
+    case KeyKind::Number:
+      return answers.of(key.field.number);
+    case KeyKind::Flag:
+      return answers.of(key.field.flag);
+    case KeyKind::Required:
+    case KeyKind::Ignored:
+      break;
+  }
+  return {};
+}
+
+std::string textOf(const char* text) {
+  return text == nullptr ? "" : text;
+}
+
+template <class Record>
+WrittenKey written(const Key<Record>& key, const Note& note, const char* addition,
+                   const Answers& answers) {
+  return {key.spelling,
+          textOf(key.secondSpelling),
+          key.kind,
+          note.form,
+          note.need == model::Need::Always,
+          note.text,
+          answersOf(key, answers),
+          textOf(addition)};
+}
+
+Level levelOf(model::Level level) {
+  const model::LevelRow& row = model::kLevels[static_cast<std::size_t>(level)];
+  return {row.name, row.text, {}};
 }
 
 template <class Record, std::size_t count>
-WrittenKey written(const model::Key<Record>& key, const FieldNote<Record> (&notes)[count],
-                   JobFormat format) {
-  using model::KeyKind;
-  if (key.kind == KeyKind::Required) return {key.spelling, key.kind, TextForm::Any, kRequiredNote};
-  if (key.kind == KeyKind::Ignored) return {key.spelling, key.kind, TextForm::Any, kIgnoredNote};
-  for (const FieldNote<Record>& note : notes) {
-    if (note.field != fieldOf(key)) continue;
-    return {key.spelling, key.kind, note.form, note.text + scriptsText(note.answers, format)};
+Level jsonLevel(model::Level level, const model::DescribedKey<Record> (&rows)[count],
+                const Answers& answers) {
+  Level made = levelOf(level);
+  for (const auto& row : rows) {
+    made.keys.push_back(written(row.key, row.note, row.note.addition, answers));
   }
-  throw std::logic_error(std::string("nothing describes the key ") + key.spelling);
-}
-
-template <class Record, std::size_t keyCount, std::size_t noteCount>
-Level level(const char* name, const char* description, const model::Key<Record> (&keys)[keyCount],
-            const FieldNote<Record> (&notes)[noteCount], JobFormat format) {
-  Level made{name, description, {}};
-  for (const model::Key<Record>& key : keys) made.keys.push_back(written(key, notes, format));
   return made;
 }
 
-/// Adds what holds for a key in one format only.
-void addWords(Level& level, const char* name, const char* words) {
-  for (WrittenKey& key : level.keys) {
-    if (key.name == name) key.description += words;
+template <class Record, std::size_t count, std::size_t jsonCount>
+Level xmlLevel(model::Level level, const xml_elements::Element<Record> (&elements)[count],
+               const model::DescribedKey<Record> (&jsonRows)[jsonCount], const Answers& answers) {
+  Level made = levelOf(level);
+  for (const auto& element : elements) {
+    const Note& note = *noteOf(element, jsonRows);
+    made.keys.push_back(written(element.key, note, element.note.addition, answers));
   }
+  return made;
 }
-
-constexpr char kHeaderText[] = "A cutting job.";
-constexpr char kBarText[] = "A raw bar that pieces are cut from.";
-constexpr char kPieceText[] = "A piece cut from its bar.";
-constexpr char kCutText[] = "The cut of a piece.";
-constexpr char kWorkText[] = "One machining operation on a piece.";
 
 }  // namespace
 
+std::string WrittenKey::description() const {
+  std::string scripts;
+  for (const std::string& answer : answers) {
+    scripts += (scripts.empty() ? " Scripts: " : ", ") + answer;
+  }
+  if (!scripts.empty()) scripts += ".";
+  return text + scripts + (addition.empty() ? "" : " " + addition);
+}
+
 JobLevels jsonLevels() {
   using namespace json_keys;
-  constexpr JobFormat kJson = JobFormat::Json;
-  JobLevels levels{level("header", kHeaderText, kHeader, kHeaderNotes, kJson),
-                   level("bar", kBarText, kBar, kBarNotes, kJson),
-                   level("piece", kPieceText, kPiece, kPieceNotes, kJson),
-                   level("cut", kCutText, kCut, kCutNotes, kJson),
-                   level("work", kWorkText, kWork, kWorkNotes, kJson)};
-  for (std::size_t i = 0; i < std::size(kLabelFields); ++i) {
-    levels.piece.keys.push_back({kLabelFields[i].spelling, model::KeyKind::Text, TextForm::Any,
-                                 kLabelNote + std::to_string(i + 1) + "."});
+  using model::Level;
+  const Answers answers(JobFormat::Json);
+  JobLevels levels{
+      jsonLevel(Level::Header, kHeaderRows, answers), jsonLevel(Level::Bar, kBarRows, answers),
+      jsonLevel(Level::Piece, kPieceRows, answers), jsonLevel(Level::Cut, kCutRows, answers),
+      jsonLevel(Level::Work, kWorkRows, answers)};
+  int number = 0;
+  for (const LabelKey& key : kLabelFields) {
+    levels.piece.keys.push_back({key.spelling,
+                                 key.secondSpelling,
+                                 KeyKind::Text,
+                                 model::TextForm::Any,
+                                 true,
+                                 kLabelNote + std::to_string(++number) + ".",
+                                 {},
+                                 ""});
   }
-  addWords(levels.cut, "dxB", " \"135\" is stored as \"45\".");
-  addWords(levels.piece, "PieceNumber",
-           " With the number of the bar it finds the barcode for get_cut.");
   return levels;
 }
 
 JobLevels xmlLevels() {
-  using namespace xml_elements;
-  constexpr JobFormat kXml = JobFormat::Xml;
-  return {level("header", kHeaderText, kHeader, kHeaderNotes, kXml),
-          level("bar", kBarText, kBar, kBarNotes, kXml),
-          level("piece", kPieceText, kPiece, kPieceNotes, kXml),
-          level("cut", kCutText, kCut, kCutNotes, kXml),
-          level("work", kWorkText, kWork, kWorkNotes, kXml)};
+  using model::Level;
+  namespace xml = xml_elements;
+  const Answers answers(JobFormat::Xml);
+  return {xmlLevel(Level::Header, xml::kHeaderRows, json_keys::kHeaderRows, answers),
+          xmlLevel(Level::Bar, xml::kBarRows, json_keys::kBarRows, answers),
+          xmlLevel(Level::Piece, xml::kPieceRows, json_keys::kPieceRows, answers),
+          xmlLevel(Level::Cut, xml::kCutRows, json_keys::kCutRows, answers),
+          xmlLevel(Level::Work, xml::kWorkRows, json_keys::kWorkRows, answers)};
 }
 
 }  // namespace desk::editor

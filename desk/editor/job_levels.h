@@ -4,17 +4,23 @@
 #include <string>
 #include <vector>
 
-#include "desk/editor/field_notes.h"
 #include "model/key_table.h"
 
 namespace desk::editor {
 
-/// One key of a level, in the spelling that writers should use.
+/// One key of a level.
 struct WrittenKey {
-  std::string name;
+  std::string name;           ///< in the spelling that writers should use
+  std::string otherSpelling;  ///< that the reader takes too; empty for none
   model::KeyKind kind;
-  TextForm form;
-  std::string description;  ///< with the script rows that hold the value
+  model::TextForm form;
+  bool isRequired;                   ///< in the strict form
+  std::string text;                  ///< what it is for
+  std::vector<std::string> answers;  ///< the values of scripts that show it: "get_cut BarName"
+  std::string addition;              ///< what holds in this format only, or empty
+
+  /// All of that in one line.
+  std::string description() const;
 };
 
 /// One level of a job: header, bar, piece, cut or work.

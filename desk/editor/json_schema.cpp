@@ -39,16 +39,16 @@ Json::Value typeOf(const WrittenKey& key) {
     case KeyKind::Required:
     case KeyKind::Ignored:
       type["type"] = "string";
-      if (key.form == TextForm::Count) type["pattern"] = "^[0-9]+$";
-      if (key.form == TextForm::Measure) type["pattern"] = "^-?[0-9]+(\\.[0-9]+)?$";
+      if (key.form == model::TextForm::Count) type["pattern"] = "^[0-9]+$";
+      if (key.form == model::TextForm::Measure) type["pattern"] = "^-?[0-9]+(\\.[0-9]+)?$";
       break;
   }
-  type["description"] = key.description;
+  type["description"] = key.description();
   return type;
 }
 
-/// An object with the keys of a level and no others. All of them are required: the readers keep
-/// the value before for a key that is missing.
+/// An object with the keys of a level and no others. Nearly all are required: the readers keep the
+/// value before for a key that is missing.
 Json::Value objectOf(const Level& level) {
   Json::Value object;
   object["type"] = "object";
@@ -56,7 +56,7 @@ Json::Value objectOf(const Level& level) {
   object["additionalProperties"] = false;
   for (const WrittenKey& key : level.keys) {
     object["properties"][key.name] = typeOf(key);
-    object["required"].append(key.name);
+    if (key.isRequired) object["required"].append(key.name);
   }
   return object;
 }

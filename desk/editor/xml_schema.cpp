@@ -35,8 +35,8 @@ constexpr char kSimpleTypes[] = R"(  <xs:simpleType name="version">
 const char* typeOf(const WrittenKey& key) {
   if (key.name == "Version") return "version";
   if (key.kind == KeyKind::Number) return "number";
-  if (key.form == TextForm::Count) return "count";
-  return key.form == TextForm::Measure ? "measure" : "text";
+  if (key.form == model::TextForm::Count) return "count";
+  return key.form == model::TextForm::Measure ? "measure" : "text";
 }
 
 std::string annotation(const std::string& indent, const std::string& text) {
@@ -48,8 +48,8 @@ std::string element(const WrittenKey& key) {
   const std::string indent = "      ";
   std::string text = indent + "<xs:element name=\"" + key.name + "\"";
   text += std::string(" type=\"") + typeOf(key) + "\"";
-  if (key.kind == KeyKind::Ignored) text += " minOccurs=\"0\"";
-  return text + ">\n" + annotation(indent + "  ", key.description) + indent + "</xs:element>\n";
+  if (!key.isRequired) text += " minOccurs=\"0\"";
+  return text + ">\n" + annotation(indent + "  ", key.description()) + indent + "</xs:element>\n";
 }
 
 std::string repeated(const char* name, const char* type) {
