@@ -9,6 +9,12 @@
 
 namespace desk::commands {
 
+// The commands, in the order in which the help lists them. The command NAME is what `NAMECommand()`
+// in NAME.cpp returns.
+#define CUSDESK_COMMANDS(command)                                                      \
+  command(run) command(repl) command(check) command(show) command(draw) command(panel) \
+      command(doctor) command(export)
+
 const std::vector<Option>& globalOptions() {
   static const std::vector<Option> kOptions = {
       {"plugin", "PATH", "the plug-in to load (default: the one beside cusdesk)"},
@@ -20,10 +26,14 @@ const std::vector<Option>& globalOptions() {
   return kOptions;
 }
 
+#define DECLARE(name) Command name##Command();
+CUSDESK_COMMANDS(DECLARE)
+#undef DECLARE
+
 const std::vector<Command>& allCommands() {
-  static const std::vector<Command> kCommands = {runCommand(),    replCommand(),  checkCommand(),
-                                                 showCommand(),   drawCommand(),  panelCommand(),
-                                                 doctorCommand(), exportCommand()};
+#define CALL(name) name##Command(),
+  static const std::vector<Command> kCommands = {CUSDESK_COMMANDS(CALL)};
+#undef CALL
   return kCommands;
 }
 

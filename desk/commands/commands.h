@@ -16,13 +16,4 @@ const std::vector<Command>& allCommands();
 /// Applies --root and --usb to the host's services, and returns the path of the plug-in.
 std::string applyGlobalOptions(const Arguments& global);
 
-Command checkCommand();
-Command doctorCommand();
-Command drawCommand();
-Command exportCommand();
-Command panelCommand();
-Command replCommand();
-Command runCommand();
-Command showCommand();
-
 }  // namespace desk::commands

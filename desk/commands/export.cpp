@@ -25,6 +25,7 @@ constexpr Document kDocuments[] = {
     {"luacheckrc", "cus_ParseModule.luacheckrc", editor::luacheckConfig},
     {"completion", nullptr, bashCompletion},
     {"man", nullptr, manPage},
+    {"tables", nullptr, editor::manualTables},
 };
 
 void writeFile(const std::string& path, const std::string& text) {
@@ -63,12 +64,13 @@ int run(const Invocation& invocation) {
 Command exportCommand() {
   return {
       "export",
-      "schema|xsd|stub|luacheckrc|completion|man",
+      "schema|xsd|stub|luacheckrc|completion|man|tables",
       "write out what editors and shells want to know",
       "  cusdesk export --into .cusdesk            schema, XSD, Lua stub and luacheck settings\n"
       "  cusdesk export schema > cutting-job.schema.json  one of them\n"
       "  source <(cusdesk export completion)       commands and options by Tab, in bash\n"
-      "  cusdesk export man > cusdesk.1            the manual page\n",
+      "  cusdesk export man > cusdesk.1            the manual page\n"
+      "  cusdesk export tables > tables.md         the tables of the manual, in Markdown\n",
       {
           {"into", "DIR", "write all files for editors into this folder"},
           {"help", nullptr, "show this help", 'h'},

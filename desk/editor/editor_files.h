@@ -16,6 +16,10 @@ std::string xmlSchema();
 /// The script module for Lua language servers (LuaCATS annotations).
 std::string luaStub();
 
+/// The tables of the manual in Markdown: result codes, rows of scripts, keys of both formats. Each
+/// stands below a comment with its name.
+std::string manualTables();
+
 /// A configuration that lets luacheck know the module's global table.
 std::string luacheckConfig();
 

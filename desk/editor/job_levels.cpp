@@ -80,7 +80,7 @@ WrittenKey written(const Key<Record>& key, const Note& note, const char* additio
 
 Level levelOf(model::Level level) {
   const model::LevelRow& row = model::kLevels[static_cast<std::size_t>(level)];
-  return {row.name, row.text, {}};
+  return {row.name, row.text, {}, {}};
 }
 
 template <class Record, std::size_t count>
@@ -123,17 +123,24 @@ JobLevels jsonLevels() {
       jsonLevel(Level::Header, kHeaderRows, answers), jsonLevel(Level::Bar, kBarRows, answers),
       jsonLevel(Level::Piece, kPieceRows, answers), jsonLevel(Level::Cut, kCutRows, answers),
       jsonLevel(Level::Work, kWorkRows, answers)};
+  auto& [header, bar, piece, cut, work] = levels;
   int number = 0;
+  // the lower-case spelling of a label key fills another field
   for (const LabelKey& key : kLabelFields) {
-    levels.piece.keys.push_back({key.spelling,
-                                 key.secondSpelling,
-                                 KeyKind::Text,
-                                 model::TextForm::Any,
-                                 true,
-                                 kLabelNote + std::to_string(++number) + ".",
-                                 {},
-                                 ""});
+    piece.keys.push_back({key.spelling,
+                          "",
+                          KeyKind::Text,
+                          model::TextForm::Any,
+                          true,
+                          kLabelNote + std::to_string(++number) + ".",
+                          {},
+                          ""});
   }
+  header.children = {{kBars, kBarsSecond, bar.name, true, "The bars, in the order of cutting."}};
+  bar.children = {
+      {kPieces, "", piece.name, true, "The pieces of the bar, in the order of cutting."}};
+  piece.children = {{kCutOfPiece, "", cut.name, false, "The cut of the piece."},
+                    {kWorks, "", work.name, true, "The works on the piece."}};
   return levels;
 }
 

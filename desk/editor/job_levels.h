@@ -1,6 +1,8 @@
 // The keys of both job formats, level by level, as those who write jobs need to know them.
 #pragma once
 
+#include <array>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -23,16 +25,26 @@ struct WrittenKey {
   std::string description() const;
 };
 
+/// A key that leads to the next level. An array may be missing: then there are no elements, not
+/// those of somebody else.
+struct Children {
+  std::string key;
+  std::string otherSpelling;  ///< empty for none
+  std::string level;
+  bool isArray;  ///< else one object, which the strict form requires
+  std::string text;
+};
+
 /// One level of a job: header, bar, piece, cut or work.
 struct Level {
   std::string name;
   std::string description;
-  std::vector<WrittenKey> keys;  ///< in the order of the readers' tables
+  std::vector<WrittenKey> keys;    ///< in the order of the readers' tables
+  std::vector<Children> children;  ///< in JSON jobs
 };
 
-struct JobLevels {
-  Level header, bar, piece, cut, work;
-};
+/// In the order of `model::Level`.
+using JobLevels = std::array<Level, std::size(model::kLevels)>;
 
 /// The levels of a JSON job. The label fields stand among the keys of the piece.
 JobLevels jsonLevels();

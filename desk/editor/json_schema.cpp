@@ -47,6 +47,21 @@ Json::Value typeOf(const WrittenKey& key) {
   return type;
 }
 
+Json::Value referenceTo(const std::string& level) {
+  Json::Value reference;
+  reference["$ref"] = "#/definitions/" + level;
+  return reference;
+}
+
+Json::Value childrenOf(const Children& children) {
+  if (!children.isArray) return referenceTo(children.level);
+  Json::Value array;
+  array["type"] = "array";
+  array["description"] = children.text;
+  array["items"] = referenceTo(children.level);
+  return array;
+}
+
 /// An object with the keys of a level and no others. Nearly all are required: the readers keep the
 /// value before for a key that is missing.
 Json::Value objectOf(const Level& level) {
@@ -58,38 +73,24 @@ Json::Value objectOf(const Level& level) {
     object["properties"][key.name] = typeOf(key);
     if (key.isRequired) object["required"].append(key.name);
   }
+  for (const Children& children : level.children) {
+    object["properties"][children.key] = childrenOf(children);
+    if (!children.isArray) object["required"].append(children.key);
+  }
   return object;
-}
-
-/// A key that may be missing: without it there are no elements, not those of somebody else.
-Json::Value arrayOf(const char* definition, const char* description) {
-  Json::Value array;
-  array["type"] = "array";
-  array["description"] = description;
-  array["items"]["$ref"] = std::string("#/definitions/") + definition;
-  return array;
 }
 
 }  // namespace
 
 std::string jsonSchema() {
   const JobLevels levels = jsonLevels();
-  Json::Value root = objectOf(levels.header);
+  Json::Value root = objectOf(levels[0]);
   root["$schema"] = "http://json-schema.org/draft-07/schema#";
   root["title"] = "Cutting job";
-  root["properties"]["Version"]["const"] = json_keys::kVersion;
-  root["properties"][json_keys::kBars] = arrayOf("bar", "The bars, in the order of cutting.");
-
-  Json::Value& definitions = root["definitions"];
-  definitions["bar"] = objectOf(levels.bar);
-  definitions["bar"]["properties"][json_keys::kPieces] =
-      arrayOf("piece", "The pieces of the bar, in the order of cutting.");
-  Json::Value& piece = definitions["piece"] = objectOf(levels.piece);
-  piece["properties"][json_keys::kCutOfPiece]["$ref"] = "#/definitions/cut";
-  piece["required"].append(json_keys::kCutOfPiece);
-  piece["properties"][json_keys::kWorks] = arrayOf("work", "The works on the piece.");
-  definitions["cut"] = objectOf(levels.cut);
-  definitions["work"] = objectOf(levels.work);
+  root["properties"][json_keys::kVersionKey.spelling]["const"] = json_keys::kVersion;
+  for (std::size_t i = 1; i < levels.size(); ++i) {
+    root["definitions"][levels[i].name] = objectOf(levels[i]);
+  }
   return jsonDocument(root);
 }
 

@@ -75,20 +75,19 @@ std::string complexType(const Level& level, const std::string& content) {
 
 std::string xmlSchema() {
   using namespace xml_elements;
-  const JobLevels levels = xmlLevels();
+  const auto [header, bar, piece, cut, work] = xmlLevels();
   std::string simpleTypes = kSimpleTypes;
   simpleTypes.replace(simpleTypes.find('%'), 1, json_keys::kVersion);
   return std::string("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") +
          "<xs:schema xmlns:xs=\"http://www.w3.org/2001/XMLSchema\">\n" +
          "  <xs:element name=\"Job\" type=\"header\"/>\n" +
-         complexType(levels.header, elements(levels.header) + repeated(kBars, "bar")) +
-         complexType(levels.bar, elements(levels.bar) + repeated(kPieces, "piece")) +
-         complexType(levels.piece, elements(levels.piece, 0, kPieceRowsBeforeCuts) +
-                                       "      <xs:element name=\"" + kCuts + "\" type=\"cut\"/>\n" +
-                                       elements(levels.piece, kPieceRowsBeforeCuts) +
-                                       repeated(kWorks, "work")) +
-         complexType(levels.cut, elements(levels.cut)) +
-         complexType(levels.work, elements(levels.work)) + simpleTypes + "</xs:schema>\n";
+         complexType(header, elements(header) + repeated(kBars, "bar")) +
+         complexType(bar, elements(bar) + repeated(kPieces, "piece")) +
+         complexType(piece, elements(piece, 0, kPieceRowsBeforeCuts) + "      <xs:element name=\"" +
+                                kCuts + "\" type=\"cut\"/>\n" +
+                                elements(piece, kPieceRowsBeforeCuts) + repeated(kWorks, "work")) +
+         complexType(cut, elements(cut)) + complexType(work, elements(work)) + simpleTypes +
+         "</xs:schema>\n";
 }
 
 }  // namespace desk::editor

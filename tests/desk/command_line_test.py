@@ -25,7 +25,7 @@ class CommandLine(unittest.TestCase):
             (["run"], "run: which script?"),
             (["export"], "export: name one thing, or a folder with --into"),
             (["export", "scheme"], "export: what to export is one of schema, xsd, stub, luacheckrc, "
-                                   "completion, man"),
+                                   "completion, man, tables"),
             (["run", "--raw-error", "--no-such"], "unknown option '--no-such'"),
         ]:
             answer = run(*words)

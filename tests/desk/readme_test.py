@@ -35,7 +35,10 @@ class Readme(unittest.TestCase):
         table = re.search(r"\| Command.*?\n\n", README, re.S).group(0)
         help_text = cusdesk.run("--help").stdout
         listed = re.search(r"Commands:\n(.*?)\n\n", help_text, re.S).group(1)
-        self.assertEqual(re.findall(r"`cusdesk (\w+)", table), re.findall(r"^  (\w+)", listed, re.M))
+        commands = re.findall(r"^  (\w+) +(.*)", listed, re.M)
+        rows = "".join(f"\n| `cusdesk {name} ...` | {text} |" for name, text in commands)
+        self.assertEqual(re.findall(r"`cusdesk (\w+)", table), [name for name, _ in commands],
+                         f"README.md: the table of commands needs these rows:{rows}")
 
     def test_folder_table_names_folders_that_exist(self):
         root = pathlib.Path(__file__).resolve().parents[2]
