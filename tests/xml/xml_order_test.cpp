@@ -63,17 +63,24 @@ TEST(XmlOrder, TheFirstElementOfANameCountsInWhateverOrder) {
   }
 }
 
-TEST(XmlOrder, CutsAndWorksCanBeReadByThemselves) {
+TEST(XmlOrder, EachLevelCanBeReadByItself) {
   tinyxml2::XMLDocument document;
-  const std::string text = "<Piece><Cut><sxB>45</sxB></Cut>" + test_support::work("drain") +
-                           "<Cut><sxB>90</sxB></Cut></Piece>";
+  const std::string text = "<Job><Bar><Piece><CtrsZ>0</CtrsZ><Cut><sxB>45</sxB></Cut>" +
+                           test_support::work("drain") +
+                           "<Cut><sxB>90</sxB></Cut></Piece></Bar></Job>";
   ASSERT_EQ(document.Parse(text.c_str()), tinyxml2::XML_SUCCESS);
+  XMLElement* const bar = document.RootElement()->FirstChildElement();
+  XMLElement* const piece = bar->FirstChildElement();
   XmlAnalysis reader;
-  EXPECT_EQ(reader.analysisCut(document.RootElement()), 0);
-  EXPECT_EQ(reader.analysisWork(document.RootElement()), 0);
+  EXPECT_EQ(reader.analysisCut(piece), 0);
+  EXPECT_EQ(reader.analysisWork(piece), 0);
   EXPECT_EQ(reader.curPiece.sxB, "90");
   ASSERT_EQ(reader.curPiece.work.size(), 1u);
   EXPECT_EQ(reader.curPiece.work[0].Name, "drain");
+  EXPECT_EQ(reader.analysisPiece(bar), 0);
+  EXPECT_EQ(reader.curBar.piece.size(), 1u);
+  EXPECT_EQ(reader.analysisBar(document.RootElement()), 0);
+  EXPECT_EQ(reader.data.Bar.size(), 1u);
 }
 
 }  // namespace
