@@ -87,6 +87,7 @@ void forEachCutOf(const BAR_T& bar, CutRow& row, Sink&& sink) {
     row.pieceNumber = &piece.PieceNumber;
     sink(piece);
   }
+  row.piecesOnBar = &kNoText;
 }
 
 /// Prefetches texts that rows are about to show, all at a time.
