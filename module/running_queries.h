@@ -5,11 +5,13 @@
 // another job first has the bars set aside that a running query may still read, and they are freed
 // when that query is done.
 //
-// A host's Lua that is built as C leaves a query by a jump that runs no destructor, so being marked
-// as running is no proof. A query also lies in the stack: calls on one thread are strictly nested,
-// and the host serialises those of several. It is gone when a call comes from another thread, from
-// no deeper in the stack, or finds that what the query left in its stack frame was written over.
-// What was set aside for it is freed by that call.
+// Where the host's Lua is built as C, an error leaves a query by a jump that runs no destructor, so
+// that a query may be marked as running and be gone. Calls of one thread are nested and the host
+// makes those of several one after another. A query is therefore known to be gone when a call
+// - comes from another thread,
+// - lies as high in the stack as the query did, or higher, or
+// - finds the query's mark in the stack written over.
+// That call forgets the query and frees what was set aside for it.
 #pragma once
 
 #include "model/job_records.h"
