@@ -45,6 +45,7 @@ LogSink setLogSink(LogSink sink) {
 }
 
 StdoutRedirect::StdoutRedirect(To to) {
+  if (to == To::StandardOutput) return;
   std::fflush(stdout);
   const int target =
       to == To::StandardError ? ::dup(STDERR_FILENO) : ::open("/dev/null", O_WRONLY | O_CLOEXEC);
@@ -55,6 +56,7 @@ StdoutRedirect::StdoutRedirect(To to) {
 }
 
 StdoutRedirect::~StdoutRedirect() {
+  if (saved_ < 0) return;
   std::cout.flush();
   std::fflush(stdout);
   ::dup2(saved_, STDOUT_FILENO);

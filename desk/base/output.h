@@ -23,7 +23,11 @@ LogSink setLogSink(LogSink sink);
 /// Keeps standard output free for the answer of a command.
 class StdoutRedirect {
  public:
-  enum class To { Nowhere, StandardError };
+  enum class To {
+    StandardOutput,  ///< nothing is changed
+    Nowhere,
+    StandardError,
+  };
 
   /// Throws Error when there is no such way.
   explicit StdoutRedirect(To to);
@@ -32,7 +36,7 @@ class StdoutRedirect {
   StdoutRedirect& operator=(const StdoutRedirect&) = delete;
 
  private:
-  int saved_;
+  int saved_ = -1;  ///< the real one; none where nothing was changed
 };
 
 }  // namespace desk

@@ -4,12 +4,12 @@
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
 #include "desk/base/output.h"
+#include "desk/base/table.h"
 #include "desk/base/text.h"
 #include "desk/check/check_session.h"
 #include "desk/commands/commands.h"
 #include "desk/job/job_file.h"
 #include "desk/show/cause.h"
-#include "desk/show/formats.h"
 #include "desk/show/origins.h"
 #include "desk/show/script_answers.h"
 
@@ -19,7 +19,6 @@ namespace {
 
 using show::Question;
 using show::Subject;
-using show::Table;
 
 struct SubjectRow {
   const char* name;
@@ -31,13 +30,13 @@ constexpr SubjectRow kSubjects[] = {
 
 struct Format {
   const char* name;
-  std::string (*write)(const Table&, bool where);
+  std::string (*write)(const TextTable&, bool where);
 };
 constexpr Format kFormats[] = {
-    {"table",
-     [](const Table& table, bool where) { return tableText(table, where, terminalOf(stdout)); }},
-    {"json", show::jsonText},
-    {"csv", show::csvText}};
+    {"table", [](const TextTable& table,
+                 bool where) { return tableText(table, where, terminalOf(stdout)); }},
+    {"json", jsonText},
+    {"csv", csvText}};
 
 Question questionOf(const Arguments& arguments) {
   if (arguments.operands.size() != 2) {
@@ -58,7 +57,7 @@ Question questionOf(const Arguments& arguments) {
   return {subject, arguments.value("barcode"), arguments.value("bar")};
 }
 
-Table answer(const Invocation& invocation, const std::string& file, const Question& question) {
+TextTable answer(const Invocation& invocation, const std::string& file, const Question& question) {
   const StdoutRedirect detour(invocation.command.has("verbose") ? StdoutRedirect::To::StandardError
                                                                 : StdoutRedirect::To::Nowhere);
   const script::Plugin plugin(applyGlobalOptions(invocation.global));
@@ -67,20 +66,20 @@ Table answer(const Invocation& invocation, const std::string& file, const Questi
   return ask(engine, question);
 }
 
-void addWhere(Table& table, const Question& question, const std::string& file) {
+void addWhere(TextTable& table, const Question& question, const std::string& file) {
   check::CheckSession session(check::CheckSession::Readers::Fresh);
   session.check(file);
   const model::JobFormat format = model::formatOfName(file);
   addOrigins(table, question, session.job(format), format);
 }
 
-Table tableFor(const Invocation& invocation, const std::string& file, const Question& question,
-               bool where) {
+TextTable tableFor(const Invocation& invocation, const std::string& file, const Question& question,
+                   bool where) {
   Progress progress;
   // The plug-in's lines would get mixed up with it.
   if (!invocation.command.has("verbose")) progress.show("loading " + escapeControls(file));
   try {
-    Table table = answer(invocation, file, question);
+    TextTable table = answer(invocation, file, question);
     if (where) addWhere(table, question, file);
     return table;
   } catch (const show::Raised& raised) {

@@ -40,13 +40,13 @@ class Layout {
     if (bar.piece.empty()) note(Oddity::NoPieces);
     for (const PIECE_CHILD_SECOND_T& piece : bar.piece) add(piece);
     if (place_.length > 0.0 && place_.used > place_.length + kTolerance) note(Oddity::TooLong);
-    for (auto& [oddity, pieces] : remarks_) place_.remarks.push_back({oddity, std::move(pieces)});
+    for (auto& [oddity, pieces] : oddities_) place_.oddities.push_back({oddity, std::move(pieces)});
     return std::move(place_);
   }
 
  private:
   void note(Oddity oddity) {
-    std::vector<int>& pieces = remarks_[oddity];
+    std::vector<int>& pieces = oddities_[oddity];
     if (number_ > 0 && oddity != Oddity::TooLong && (pieces.empty() || pieces.back() != number_)) {
       pieces.push_back(number_);
     }
@@ -113,7 +113,7 @@ class Layout {
 
   BarPlace place_;
   int number_ = 0;  ///< of the piece at hand, from 1
-  std::map<Oddity, std::vector<int>> remarks_;
+  std::map<Oddity, std::vector<int>> oddities_;
 };
 
 }  // namespace

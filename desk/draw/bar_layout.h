@@ -50,7 +50,7 @@ enum class Oddity {
   WorkOffPiece,   ///< a work beside its piece: not drawn
 };
 
-struct Remark {
+struct Oddness {
   Oddity oddity;
   std::vector<int> pieces;  ///< from 1, in the order of the bar; empty: the bar itself
 };
@@ -61,7 +61,7 @@ struct BarPlace {
   double width = 0.0;   ///< of the profile, a usual one when the job tells none
   double used = 0.0;    ///< the pieces' lengths together
   std::vector<PiecePlace> pieces{};
-  std::vector<Remark> remarks{};  ///< in the order of Oddity
+  std::vector<Oddness> oddities{};  ///< in the order of Oddity
 
   /// What no piece takes; negative when the pieces are too long for the bar.
   double leftOver() const { return length - used; }
@@ -70,7 +70,7 @@ struct BarPlace {
 };
 
 /// Lays out a bar of a job, which must outlive the result. Texts that are no numbers, and numbers
-/// that no bar can have, never keep a bar from being laid out: they become remarks.
+/// that no bar can have, never keep a bar from being laid out: they become oddities.
 BarPlace layOut(const BAR_T& bar);
 
 /// The corners of a piece whose left tip lies at `start`. An angle is the one, inside the piece,

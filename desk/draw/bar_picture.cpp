@@ -4,8 +4,7 @@
 
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
-#include "desk/draw/lettering.h"
-#include "desk/draw/pages.h"
+#include "desk/draw/sheet.h"
 #include "desk/draw/summary.h"
 
 namespace desk::draw {
@@ -58,7 +57,7 @@ BarPicture::BarPicture(const BarPlace& bar, const Scale& scale, const WorkMarks&
     list_.back() = "and more; \"cusdesk show\" lists them all";
   }
   for (const std::string& text : remarkTexts(bar)) {
-    remarks_.push_back(fitted(xmlText(text), kRoom, kRemark));
+    remarks_.push_back(truncatedToMm(xmlText(text), kRoom, kRemark));
   }
 }
 
@@ -86,9 +85,9 @@ void BarPicture::draw(SvgCanvas& canvas, double top) const {
 
 void BarPicture::drawTitle(SvgCanvas& canvas, double top) const {
   const std::string sum = summaryText(bar_);
-  const double room = kRoom - widthOf(sum, kSum) - kBesideTitle;
+  const double room = kRoom - widthInMm(sum, kSum) - kBesideTitle;
   const double baseline = top + 4.0;
-  canvas.text({kMargin, baseline}, fitted(titleOf(*bar_.bar), room, kTitle), "title");
+  canvas.text({kMargin, baseline}, truncatedToMm(titleOf(*bar_.bar), room, kTitle), "title");
   canvas.text({kPageWidth - kMargin, baseline}, sum, "sum");
 }
 
@@ -98,7 +97,7 @@ void BarPicture::drawStock(SvgCanvas& canvas, double bottom) const {
                    known ? "bar" : "open");
   if (!known || bar_.leftOver() <= 0.0) return;
   const std::string rest = hundredthsText(bar_.leftOver());
-  if (widthOf(rest, kLabel) > length(bar_.leftOver())) return;
+  if (widthInMm(rest, kLabel) > length(bar_.leftOver())) return;
   const double middle = kMargin + length(bar_.used + bar_.leftOver() / 2.0);
   canvas.text({middle, bottom - band() / 2.0 + 0.36 * kLabel.size}, rest, "rest");
 }

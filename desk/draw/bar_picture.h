@@ -6,7 +6,7 @@
 
 #include "desk/draw/bar_layout.h"
 #include "desk/draw/piece_label.h"
-#include "desk/draw/scale.h"
+#include "desk/draw/sheet.h"
 #include "desk/draw/svg_canvas.h"
 #include "desk/draw/work_marks.h"
 

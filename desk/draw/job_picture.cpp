@@ -3,10 +3,7 @@
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
 #include "desk/draw/bar_picture.h"
-#include "desk/draw/legend.h"
-#include "desk/draw/lettering.h"
-#include "desk/draw/pages.h"
-#include "desk/draw/scale.h"
+#include "desk/draw/sheet.h"
 #include "desk/draw/summary.h"
 #include "desk/draw/svg_canvas.h"
 #include "desk/draw/work_marks.h"
@@ -85,14 +82,17 @@ class Composition {
  private:
   std::string title() const { return heading_.name.empty() ? heading_.source : heading_.name; }
 
-  std::string shortTitle() const { return fitted(xmlText(title()), 0.8 * kDrawingWidth, kName); }
+  std::string shortTitle() const {
+    return truncatedToMm(xmlText(title()), 0.8 * kDrawingWidth, kName);
+  }
 
   void drawHeading(SvgCanvas& canvas) const {
     canvas.text({kMargin, kMargin + 4.0}, shortTitle(), "name");
     std::string facts = heading_.source + "  ·  " + totalText(bars_) + "  ·  ";
     if (isMetric(heading_.unit) && !bars_.empty()) facts += scaleText(scale_) + ", ";
     facts += "lengths in " + (heading_.unit.empty() ? "mm" : heading_.unit);
-    canvas.text({kMargin, kMargin + 9.0}, fitted(xmlText(facts), kDrawingWidth, kLabel), "facts");
+    canvas.text({kMargin, kMargin + 9.0}, truncatedToMm(xmlText(facts), kDrawingWidth, kLabel),
+                "facts");
   }
 
   void drawPageNumbers(SvgCanvas& canvas, int count) const {

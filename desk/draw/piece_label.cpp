@@ -4,7 +4,7 @@
 
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
-#include "desk/draw/lettering.h"
+#include "desk/draw/sheet.h"
 #include "desk/draw/summary.h"
 
 namespace desk::draw {
@@ -28,18 +28,18 @@ PieceLabel labelOf(const PiecePlace& piece, const std::string& name, double leng
   const std::string right = angleText(piece.rightAngle);
   const std::string lengthText = hundredthsText(piece.length);
   const double room = length - kBetweenLabels;
-  const double numberRoom = widthOf(number, kNumber);
+  const double numberRoom = widthInMm(number, kNumber);
   const double angleRoom =
-      2.0 * (std::max(widthOf(left, kLabel), widthOf(right, kLabel)) + kBetweenLabels);
+      2.0 * (std::max(widthInMm(left, kLabel), widthInMm(right, kLabel)) + kBetweenLabels);
 
   if (numberRoom <= room) label.number = number;
   if (numberRoom + angleRoom <= room) {
     label.leftAngle = left;
     label.rightAngle = right;
   }
-  if (widthOf(lengthText, kLabel) <= room) label.length = lengthText;
-  if (widthOf(barCode, kLabel) <= room || room >= kLeastOfBarCode) {
-    label.barCode = fitted(barCode, room, kLabel);
+  if (widthInMm(lengthText, kLabel) <= room) label.length = lengthText;
+  if (widthInMm(barCode, kLabel) <= room || room >= kLeastOfBarCode) {
+    label.barCode = truncatedToMm(barCode, room, kLabel);
   }
   label.isWhole = label.number == number && label.length == lengthText && label.leftAngle == left &&
                   label.rightAngle == right && label.barCode == barCode;
@@ -60,11 +60,11 @@ std::vector<std::string> linesOf(const std::vector<std::string>& entries, double
   constexpr char kBetween[] = "  ·  ";
   std::vector<std::string> lines;
   for (const std::string& entry : entries) {
-    const bool joins = !lines.empty() && widthOf(lines.back() + kBetween + entry, kLabel) <= room;
+    const bool joins = !lines.empty() && widthInMm(lines.back() + kBetween + entry, kLabel) <= room;
     if (joins) {
       lines.back() += kBetween + entry;
     } else {
-      lines.push_back(fitted(entry, room, kLabel));
+      lines.push_back(truncatedToMm(entry, room, kLabel));
     }
   }
   return lines;

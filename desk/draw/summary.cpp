@@ -52,8 +52,8 @@ std::string piecesText(const BAR_T& bar, const std::vector<int>& places) {
 }
 
 bool hasYield(const BarPlace& bar) {
-  const auto tooLong = [](const Remark& remark) { return remark.oddity == Oddity::TooLong; };
-  return bar.length > 0.0 && std::none_of(bar.remarks.begin(), bar.remarks.end(), tooLong);
+  const auto tooLong = [](const Oddness& oddness) { return oddness.oddity == Oddity::TooLong; };
+  return bar.length > 0.0 && std::none_of(bar.oddities.begin(), bar.oddities.end(), tooLong);
 }
 
 std::string percentText(double part) {
@@ -92,10 +92,10 @@ std::string pieceName(const BAR_T& bar, int place) {
 
 std::vector<std::string> remarkTexts(const BarPlace& bar) {
   std::vector<std::string> texts;
-  for (const Remark& remark : bar.remarks) {
-    std::string text = wordsOf(remark.oddity);
-    if (remark.oddity == Oddity::TooLong) text += hundredthsText(-bar.leftOver());
-    if (!remark.pieces.empty()) text.insert(0, piecesText(*bar.bar, remark.pieces) + ": ");
+  for (const Oddness& oddness : bar.oddities) {
+    std::string text = wordsOf(oddness.oddity);
+    if (oddness.oddity == Oddity::TooLong) text += hundredthsText(-bar.leftOver());
+    if (!oddness.pieces.empty()) text.insert(0, piecesText(*bar.bar, oddness.pieces) + ": ");
     texts.push_back(text);
   }
   return texts;
@@ -115,8 +115,8 @@ std::string totalText(const std::vector<BarPlace>& bars) {
   return length > 0.0 ? counts + ", yield " + percentText(used / length) : counts;
 }
 
-show::Table summaryTable(const std::vector<BarPlace>& bars) {
-  show::Table table;
+TextTable summaryTable(const std::vector<BarPlace>& bars) {
+  TextTable table;
   table.keys = {"bar", "profile", "pieces", "length", "used", "left", "stated", "yield"};
   for (const BarPlace& bar : bars) {
     const std::vector<std::string> texts = {
@@ -129,7 +129,7 @@ show::Table summaryTable(const std::vector<BarPlace>& bars) {
         bar.bar->BarLeftLength,
         yieldText(bar),
     };
-    std::vector<show::Cell>& row = table.rows.emplace_back();
+    std::vector<Cell>& row = table.rows.emplace_back();
     for (const std::string& text : texts) row.push_back({text});
   }
   return table;

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "desk/base/table.h"
 #include "desk/draw/bar_layout.h"
-#include "desk/show/table.h"
 
 namespace desk::draw {
 
@@ -26,6 +26,6 @@ std::vector<std::string> remarkTexts(const BarPlace& bar);
 std::string totalText(const std::vector<BarPlace>& bars);
 
 /// One row for each bar, for the command line. "stated" is what the job says is left over.
-show::Table summaryTable(const std::vector<BarPlace>& bars);
+TextTable summaryTable(const std::vector<BarPlace>& bars);
 
 }  // namespace desk::draw

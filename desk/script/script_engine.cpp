@@ -1,8 +1,8 @@
 #include "desk/script/script_engine.h"
 
+#include <cassert>
 #include <cstdio>
 #include <exception>
-#include <optional>
 
 #include "desk/base/errors.h"
 #include "desk/base/output.h"
@@ -13,24 +13,24 @@ namespace {
 
 constexpr char kModule[] = "cus_ParseModule";
 
-/// Keeps the plug-in's lines where they belong while it lives.
-class LineDetour {
- public:
-  explicit LineDetour(PluginLines lines) {
-    if (lines == PluginLines::Kept) return;
-    detour_.emplace(lines == PluginLines::Dropped ? StdoutRedirect::To::Nowhere
-                                                  : StdoutRedirect::To::StandardError);
+StdoutRedirect::To destinationOf(PluginLines lines) {
+  switch (lines) {
+    case PluginLines::Dropped:
+      return StdoutRedirect::To::Nowhere;
+    case PluginLines::StandardError:
+      return StdoutRedirect::To::StandardError;
+    case PluginLines::Kept:
+      break;
   }
-
- private:
-  std::optional<StdoutRedirect> detour_;
-};
+  return StdoutRedirect::To::StandardOutput;
+}
 
 /// Calls the module function in upvalue 1, whose name is upvalue 2; upvalue 3 says what becomes of
 /// its lines. Errors of Lua's own pass.
 int callGuarded(lua_State* L) {
   try {
-    const LineDetour detour(static_cast<PluginLines>(lua_tointeger(L, lua_upvalueindex(3))));
+    const auto lines = static_cast<PluginLines>(lua_tointeger(L, lua_upvalueindex(3)));
+    const StdoutRedirect redirect(destinationOf(lines));
     return lua_tocfunction(L, lua_upvalueindex(1))(L);
   } catch (const std::exception& exception) {
     lua_settop(L, 0);
@@ -85,11 +85,12 @@ int reportFailure(lua_State* L, int status) {
 
 ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLines lines)
     : state_(luaL_newstate()) {
+  assert(errors == ModuleErrors::Guarded || lines == PluginLines::Kept);
   if (state_ == nullptr) throw Error(kExitIoError, "not enough memory for a Lua state");
   lua_State* L = state();
   luaL_openlibs(L);
   {
-    const LineDetour detour(lines);
+    const StdoutRedirect redirect(destinationOf(lines));
     plugin.registerModule(L);
   }
   if (errors == ModuleErrors::Raw) return;

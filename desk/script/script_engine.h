@@ -27,7 +27,7 @@ enum class PluginLines {
 class ScriptEngine {
  public:
   /// The plug-in must outlive the engine. Throws Error when it cannot be registered.
-  /// Lines can only be kept from standard output where errors are guarded.
+  /// Raw requires Kept (asserted): it is the guard that moves the lines.
   ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLines lines = PluginLines::Kept);
 
   /// Runs a script file ("-": standard input) with its arguments, as the stock interpreter does.

@@ -79,7 +79,7 @@ class Origins {
 /// Takes the rows of a query as a table.
 class TableSink {
  public:
-  TableSink(Table& table, const Origins& origins) : table_(table), origins_(origins) {}
+  TableSink(TextTable& table, const Origins& origins) : table_(table), origins_(origins) {}
 
   template <class Row>
   void operator()(const Row& row) {
@@ -95,7 +95,7 @@ class TableSink {
   void startAnew() { table_.rows.clear(); }
 
  private:
-  Table& table_;
+  TextTable& table_;
   const Origins& origins_;
 };
 
@@ -105,8 +105,8 @@ class LoadedJob {
   LoadedJob(const job::TracedJob& job, model::JobFormat format)
       : isJson_(format == model::JobFormat::Json), origins_(job, take(job)) {}
 
-  Table rows(const Question& question) {
-    Table table{keysOf(question), {}};
+  TextTable rows(const Question& question) {
+    TextTable table{keysOf(question), {}};
     TableSink sink(table, origins_);
     std::vector<model::HoleRow> holes;
     const DATA_T& job = isJson_ ? json_.data : otherJob_;
@@ -151,9 +151,9 @@ bool haveSameTexts(const std::vector<Cell>& a, const std::vector<Cell>& b) {
 
 }  // namespace
 
-void addOrigins(Table& table, const Question& question, const job::TracedJob& job,
+void addOrigins(TextTable& table, const Question& question, const job::TracedJob& job,
                 model::JobFormat format) {
-  Table made = LoadedJob(job, format).rows(question);
+  TextTable made = LoadedJob(job, format).rows(question);
   if (!std::equal(made.rows.begin(), made.rows.end(), table.rows.begin(), table.rows.end(),
                   haveSameTexts)) {
     throw std::logic_error("show: the plug-in answers with other rows than this cusdesk knows");

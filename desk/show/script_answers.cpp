@@ -49,10 +49,10 @@ Cell takeCell(lua_State* L) {
   return cell;
 }
 
-Table rowsOf(lua_State* L, const char* function, const std::string* argument,
-             const std::vector<std::string>& keys) {
+TextTable rowsOf(lua_State* L, const char* function, const std::string* argument,
+                 const std::vector<std::string>& keys) {
   call(L, function, argument);
-  Table table{keys, {}};
+  TextTable table{keys, {}};
   const lua_Integer count = luaL_len(L, -1);
   for (lua_Integer i = 1; i <= count; ++i) {
     lua_geti(L, -1, i);
@@ -66,7 +66,7 @@ Table rowsOf(lua_State* L, const char* function, const std::string* argument,
   return table;
 }
 
-const Cell& cellOf(const Table& table, std::size_t row, const std::string& key) {
+const Cell& cellOf(const TextTable& table, std::size_t row, const std::string& key) {
   std::size_t column = 0;
   while (table.keys.at(column) != key) ++column;
   return table.rows.at(row).at(column);
@@ -106,7 +106,7 @@ void loadJob(script::ScriptEngine& engine, const std::string& name) {
                                 std::to_string(code) + ")");
 }
 
-Table ask(script::ScriptEngine& engine, const Question& question) {
+TextTable ask(script::ScriptEngine& engine, const Question& question) {
   const auto rows = [&](const char* function, const std::string* argument) {
     return rowsOf(engine.state(), function, argument, keysOf(question));
   };
@@ -128,8 +128,8 @@ Table ask(script::ScriptEngine& engine, const Question& question) {
   return rows("get_Dimensions", &question.barCode);
 }
 
-Table barsOf(const Table& cuts, const Table& labels, const std::string& bar) {
-  Table table{keysOf({Subject::Bars, "", ""}), {}};
+TextTable barsOf(const TextTable& cuts, const TextTable& labels, const std::string& bar) {
+  TextTable table{keysOf({Subject::Bars, "", ""}), {}};
   // Cuts and labels come in the same order, one of each per piece, and a cut says how many pieces
   // its bar holds.
   for (std::size_t i = 0; i < cuts.rows.size();) {

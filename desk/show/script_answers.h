@@ -5,8 +5,9 @@
 #include <vector>
 
 #include "desk/base/errors.h"
+#include "desk/base/table.h"
 #include "desk/script/script_engine.h"
-#include "desk/show/table.h"
+#include "desk/show/question.h"
 
 namespace desk::show {
 
@@ -31,10 +32,10 @@ void loadJob(script::ScriptEngine& engine, const std::string& name);
 std::vector<std::string> keysOf(const Question& question);
 
 /// The rows that a script gets for the job loaded last. Throws Raised.
-Table ask(script::ScriptEngine& engine, const Question& question);
+TextTable ask(script::ScriptEngine& engine, const Question& question);
 
 /// The bars with a number, or all for "". No command lists the bars: theirs are put together from
 /// all cuts and labels, so a bar without pieces is not among them, as for a script.
-Table barsOf(const Table& cuts, const Table& labels, const std::string& bar);
+TextTable barsOf(const TextTable& cuts, const TextTable& labels, const std::string& bar);
 
 }  // namespace desk::show

@@ -44,7 +44,7 @@ std::string textOf(const std::vector<Point>& outline) {
 
 std::string remarksOf(const BarPlace& place) {
   std::string text;
-  for (const Remark& remark : place.remarks) {
+  for (const Oddness& remark : place.oddities) {
     text += (text.empty() ? "" : "; ") + std::to_string(static_cast<int>(remark.oddity)) + ":";
     for (const int piece : remark.pieces) text += " " + std::to_string(piece);
   }
@@ -159,7 +159,7 @@ TEST(BarLayout, WhatIsOddIsRemarkedAndStillLaidOut) {
     const BAR_T bar = barOf(row.length, row.width, row.pieces);
     const BarPlace place = layOut(bar);
     std::vector<std::pair<Oddity, std::vector<int>>> remarks;
-    for (const Remark& remark : place.remarks) remarks.emplace_back(remark.oddity, remark.pieces);
+    for (const Oddness& remark : place.oddities) remarks.emplace_back(remark.oddity, remark.pieces);
     EXPECT_EQ(remarks, row.remarks);
     EXPECT_DOUBLE_EQ(place.used, row.used);
     std::vector<bool> fits;

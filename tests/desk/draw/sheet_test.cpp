@@ -1,9 +1,8 @@
 // What makes a drawing readable on paper: its scales, its pages, and what is written where.
 #include <gmock/gmock.h>
 
-#include "desk/draw/pages.h"
 #include "desk/draw/piece_label.h"
-#include "desk/draw/scale.h"
+#include "desk/draw/sheet.h"
 
 namespace {
 

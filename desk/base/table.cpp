@@ -1,4 +1,4 @@
-#include "desk/show/formats.h"
+#include "desk/base/table.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -6,9 +6,8 @@
 #include "desk/base/numbers.h"
 #include "desk/base/terminal.h"
 #include "desk/base/text.h"
-#include "desk/check/reports.h"
 
-namespace desk::show {
+namespace desk {
 
 namespace {
 
@@ -45,7 +44,7 @@ struct Layout {
   std::vector<bool> toRight;  ///< columns of numbers
 };
 
-Layout layoutOf(const Table& table, bool where) {
+Layout layoutOf(const TextTable& table, bool where) {
   Layout layout{{}, std::vector<bool>(table.keys.size(), true)};
   for (const std::string& key : table.keys) layout.widths.push_back(displayWidth(key));
   for (const auto& row : table.rows) {
@@ -81,7 +80,7 @@ std::string line(const Layout& layout, TextOf textOf) {
   return text + "\n";
 }
 
-std::string columnsText(const Table& table, bool where, const Layout& layout) {
+std::string columnsText(const TextTable& table, bool where, const Layout& layout) {
   std::string text = line(layout, [&](std::size_t i) { return table.keys[i]; });
   text += line(layout, [&](std::size_t i) { return std::string(layout.widths[i], '-'); });
   for (const auto& row : table.rows) {
@@ -91,7 +90,7 @@ std::string columnsText(const Table& table, bool where, const Layout& layout) {
 }
 
 /// Each row by itself, a line for each value.
-std::string recordsText(const Table& table, bool where) {
+std::string recordsText(const TextTable& table, bool where) {
   std::size_t width = 0;
   for (const std::string& key : table.keys) width = std::max(width, displayWidth(key));
   std::string text;
@@ -108,7 +107,7 @@ std::string recordsText(const Table& table, bool where) {
   return text;
 }
 
-bool hasCarried(const Table& table) {
+bool hasCarried(const TextTable& table) {
   const auto isCarried = [](const Cell& cell) { return cell.origin.carried; };
   return std::any_of(table.rows.begin(), table.rows.end(), [&](const auto& row) {
     return std::any_of(row.begin(), row.end(), isCarried);
@@ -132,7 +131,7 @@ std::string csvLine(const std::vector<std::string>& fields) {
 
 }  // namespace
 
-std::string tableText(const Table& table, bool where, const Terminal& terminal) {
+std::string tableText(const TextTable& table, bool where, const Terminal& terminal) {
   Layout layout = layoutOf(table, where);
   const std::size_t narrowest = where ? kNarrowestWithLine : kNarrowest;
   const bool fits = !terminal.isTerminal || table.rows.empty() ||
@@ -143,7 +142,7 @@ std::string tableText(const Table& table, bool where, const Terminal& terminal) 
          (hasCarried(table) ? "  * carried over from an earlier element\n" : "\n");
 }
 
-std::string csvText(const Table& table, bool where) {
+std::string csvText(const TextTable& table, bool where) {
   std::vector<std::string> heading;
   for (const std::string& key : table.keys) {
     heading.push_back(key);
@@ -163,7 +162,7 @@ std::string csvText(const Table& table, bool where) {
   return text;
 }
 
-std::string jsonText(const Table& table, bool where) {
+std::string jsonText(const TextTable& table, bool where) {
   Json::Value rows(Json::arrayValue);
   for (const auto& row : table.rows) {
     Json::Value object(Json::objectValue);
@@ -187,4 +186,4 @@ std::string jsonText(const Table& table, bool where) {
   return jsonDocument(rows);
 }
 
-}  // namespace desk::show
+}  // namespace desk

@@ -1,0 +1,44 @@
+// Tables that commands print, and the forms they are printed in.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "desk/base/terminal.h"
+
+namespace desk {
+
+/// Where the value of a cell was read in a file.
+struct Source {
+  int line = 0;          ///< from 1; 0: the value stands in no file
+  int column = 0;        ///< from 1, in characters; 0 when only the line is known
+  bool carried = false;  ///< it was read for another element and stayed
+  std::string element;   ///< the element that it was read for
+};
+
+/// One value of a table.
+struct Cell {
+  std::string text;  ///< as the script gets it; of a number the shortest text
+  bool isNumber = false;
+  double number = 0.0;
+  Source origin{};
+};
+
+/// Rows of cells under the keys that scripts know them by.
+struct TextTable {
+  std::vector<std::string> keys;
+  std::vector<std::vector<Cell>> rows;  ///< each as long as `keys`
+};
+
+/// Aligned columns under a heading. On a terminal the widest columns are cut until a row fits;
+/// where too little would be left of them, each value has a line of its own.
+/// @param where adds to each value the line that it was read from, with a "*" for a carried one
+std::string tableText(const TextTable& table, bool where, const Terminal& terminal);
+
+/// Comma-separated values (RFC 4180) with a heading. `where` adds two columns for each key.
+std::string csvText(const TextTable& table, bool where);
+
+/// An array of objects. `where` makes an object of each value.
+std::string jsonText(const TextTable& table, bool where);
+
+}  // namespace desk

@@ -1,0 +1,112 @@
+#include "desk/draw/sheet.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "desk/base/text.h"
+#include "part/cell_text.h"
+
+namespace desk::draw {
+
+namespace {
+
+constexpr double kBand = 9.0;          ///< of the widest profile, mm on paper, when drawn higher
+constexpr double kHighestBand = 30.0;  ///< when drawn as it is
+
+/// The smallest usual denominator that is not below `least`.
+double usual(double least) {
+  constexpr double kSteps[] = {1.0, 1.5, 2.0, 2.5, 3.0, 4.0, 5.0, 6.0, 8.0};
+  double decade = 1.0;
+  while (decade * 10.0 < least) decade *= 10.0;
+  for (const double step : kSteps) {
+    if (step * decade >= least) return step * decade;
+  }
+  return 10.0 * decade;
+}
+
+/// The table part measures in whole units.
+constexpr double kUnits = 100.0;  ///< in a millimetre
+
+Table::Font fontOf(const Lettering& lettering) {
+  return {static_cast<int>(std::lround(lettering.size * kUnits)), lettering.bold};
+}
+
+constexpr double kLine = 4.2;  ///< from one baseline to the next
+constexpr int kMostLines = 6;
+constexpr double kLongestEntry = 65.0;
+
+/// The sign of an entry and the gap behind its text.
+constexpr double kExtra = 8.0;
+
+}  // namespace
+
+Pages paginate(const std::vector<double>& heights, double first, double others) {
+  Pages pages;
+  double top = first;
+  for (const double height : heights) {
+    if (top + height > pages.count * kPageHeight - kMargin) {
+      top = pages.count++ * kPageHeight + others;
+    }
+    pages.tops.push_back(top);
+    top += height;
+  }
+  pages.height = pages.count == 1 ? std::ceil(top + kMargin) : pages.count * kPageHeight;
+  return pages;
+}
+
+Scale scaleFor(const std::vector<BarPlace>& bars, double paperLength) {
+  double longest = 1.0;
+  double widest = 1.0;
+  for (const BarPlace& bar : bars) {
+    longest = std::max(longest, bar.extent());
+    widest = std::max(widest, bar.width);
+  }
+  Scale scale;
+  scale.along = usual(std::max(longest / paperLength, widest / kHighestBand));
+  scale.across = std::min(scale.along, usual(widest / kBand));
+  return scale;
+}
+
+double widthInMm(const std::string& text, const Lettering& lettering) {
+  return Table::widthOf(text, fontOf(lettering)) / kUnits;
+}
+
+std::string truncatedToMm(const std::string& text, double room, const Lettering& lettering) {
+  const int width = static_cast<int>(std::max(room, 0.0) * kUnits);
+  return Table::fitText(text, width, fontOf(lettering));
+}
+
+Legend::Legend(const WorkMarks& marks, double width) : marks_(marks), others_(marks.others()) {
+  double x = 0.0;
+  int line = 0;
+  for (const std::string& name : marks.names()) {
+    const std::string text = truncatedToMm(xmlText(name), kLongestEntry, kLabel);
+    const double needed = kExtra + widthInMm(text, kLabel);
+    if (x + needed > width) {
+      x = 0.0;
+      ++line;
+    }
+    if (line == kMostLines) break;
+    entries_.push_back({text, name, x, line});
+    x += needed;
+  }
+  others_ += marks.names().size() - entries_.size();
+}
+
+double Legend::height() const {
+  if (entries_.empty()) return 0.0;
+  return (entries_.back().line + (others_ > 0 ? 2 : 1)) * kLine;
+}
+
+void Legend::draw(SvgCanvas& canvas, double top) const {
+  for (const Entry& entry : entries_) {
+    const double y = top + entry.line * kLine;
+    marks_.draw(canvas, {kMargin + entry.x + 0.8, y - 0.9}, entry.name);
+    canvas.text({kMargin + entry.x + 2.4, y}, entry.text, "legend");
+  }
+  if (others_ == 0 || entries_.empty()) return;
+  canvas.text({kMargin, top + (entries_.back().line + 1) * kLine},
+              "and " + std::to_string(others_) + " more works", "legend");
+}
+
+}  // namespace desk::draw
