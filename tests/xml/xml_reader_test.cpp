@@ -16,45 +16,6 @@ const PIECE_CHILD_SECOND_T& firstPiece(const XmlAnalysis& reader) {
   return reader.data.Bar.at(0).piece.at(0);
 }
 
-TEST(XmlReader, EveryElementFillsItsField) {
-  XmlAnalysis reader;
-  ASSERT_EQ(readXmlText(reader,
-                        "<AnyRoot success='true'><Version>1.0</Version><Generator>g</Generator>"
-                        "<Unit>mm</Unit><Name>n</Name><Bar><DXF_Name>dxf</DXF_Name><BarName>bn"
-                        "</BarName><Color>white</Color><BarNumber>12</BarNumber><MaxY>60</MaxY>"
-                        "<MaxZ>70.5</MaxZ><Length>6000</Length><LeftLength>99</LeftLength>"
-                        "<Sortingcode>s</Sortingcode><BarType>1</BarType><BarCad>c</BarCad>"
-                        "<Piece><PieceNumber>3</PieceNumber><Num>4</Num><BarCode>A</BarCode>"
-                        "<Cut><Length>900</Length><sxB>45</sxB><dxB>135</dxB></Cut>"
-                        "<CtrsX>x</CtrsX><CtrsYp>yp</CtrsYp><CtrsYm>ym</CtrsYm><CtrsZ>z</CtrsZ>"
-                        "<Mirror>m</Mirror><Extra_Pie>e</Extra_Pie><Customer>c</Customer>"
-                        "<OrderCode>o</OrderCode><holing_type>h</holing_type><mark>k</mark>"
-                        "<Field1>f</Field1><plan_code>p</plan_code>" +
-                            work("drain", "12.5mm") + "</Piece></Bar></AnyRoot>"),
-            0);
-  const DATA_T& job = reader.data;
-  EXPECT_EQ(job.Version + job.Generator + job.Unit + job.Name, "1.0gmmn");
-  EXPECT_FALSE(job.success);
-  const BAR_T& bar = job.Bar.at(0);
-  EXPECT_EQ(bar.DXF_Name + "," + bar.BarName + "," + bar.BarColor + "," + bar.BarNumber + "," +
-                bar.MaxY + "," + bar.MaxZ + "," + bar.length + "," + bar.BarLeftLength,
-            "dxf,bn,white,12,60,70.5,6000,99");
-  EXPECT_EQ(bar.Sortingcode + bar.BarType + bar.BarCad, "");
-  const PIECE_CHILD_SECOND_T& piece = firstPiece(reader);
-  EXPECT_EQ(piece.PieceNumber + "," + piece.Num + "," + piece.BarCode + "," + piece.Length + "," +
-                piece.sxB + "," + piece.dxB + "," + piece.CtrsX + "," + piece.CtrsYp + "," +
-                piece.Mirror + "," + piece.Extra_Pie + "," + piece.Customer + "," +
-                piece.order_code,
-            "3,4,A,900,45,135,x,yp,m,h,c,o");
-  EXPECT_EQ(piece.CtrsYm + piece.mark + piece.Fields.Field1 + piece.plan_code, "");
-  const WORK_T& found = piece.work.at(0);
-  EXPECT_EQ(found.Name, "drain");
-  EXPECT_EQ(found.ProfiLav, 2.0);
-  EXPECT_EQ(found.PositionX, 12.5);
-  EXPECT_EQ(found.PositionY, -3.5);
-  EXPECT_EQ(found.PositionZ, 40.0);
-}
-
 TEST(XmlReader, ExtraPieHoldsTheHolingTypeAndNothingElse) {
   XmlAnalysis reader;
   readXmlText(reader, jobWithPiece("<holing_type>h</holing_type><Extra_Pie>e</Extra_Pie>"));
@@ -128,6 +89,25 @@ TEST(XmlReader, ValuesInFrontOfARequiredTextAreCarriedOverFromABrokenRead) {
            "<Job><Bar><Piece><Customer>behind</Customer><CtrsX>before</CtrsX>"
            "<Cut><sxB>45</sxB></Cut></Piece></Bar></Job>");
   EXPECT_EQ(reader.curPiece.CtrsX + reader.curPiece.sxB + reader.curPiece.Customer, "before45");
+}
+
+TEST(XmlReader, EachLevelCanBeReadByItself) {
+  tinyxml2::XMLDocument document;
+  const std::string text = "<Job><Bar><Piece><CtrsZ>0</CtrsZ><Cut><sxB>45</sxB></Cut>" +
+                           work("drain") + "<Cut><sxB>90</sxB></Cut></Piece></Bar></Job>";
+  ASSERT_EQ(document.Parse(text.c_str()), tinyxml2::XML_SUCCESS);
+  tinyxml2::XMLElement* const bar = document.RootElement()->FirstChildElement();
+  tinyxml2::XMLElement* const piece = bar->FirstChildElement();
+  XmlAnalysis reader;
+  EXPECT_EQ(reader.analysisCut(piece), 0);
+  EXPECT_EQ(reader.analysisWork(piece), 0);
+  EXPECT_EQ(reader.curPiece.sxB, "90");
+  ASSERT_EQ(reader.curPiece.work.size(), 1u);
+  EXPECT_EQ(reader.curPiece.work[0].Name, "drain");
+  EXPECT_EQ(reader.analysisPiece(bar), 0);
+  EXPECT_EQ(reader.curBar.piece.size(), 1u);
+  EXPECT_EQ(reader.analysisBar(document.RootElement()), 0);
+  EXPECT_EQ(reader.data.Bar.size(), 1u);
 }
 
 /// Processor time that a job takes to read.

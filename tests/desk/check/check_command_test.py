@@ -137,10 +137,13 @@ WORK = ("<Work><Name>b</Name><ProfiLav>1</ProfiLav><PositionX>1</PositionX><Posi
 ODDITIES = [
     ("gate.json", '{"Version": "2.0", "version": "1.0"}',
      '1:2: error: "Version" is "2.0" and wins over "version": with bars the panel would answer -4 [version]'),
-    ("both.json", '{"Version": "1.0", "version": "1.0"}',
+    ("both.json", '{"Version": "1.0", "version": "1.0", "Bar": [], "bar": []}',
+     '1:49: note: "bar" is ignored because "Bar" is there too, with the same value [shadowed-key]\n'
      '1:20: note: "version" is ignored because "Version" is there too, with the same value [shadowed-key]'),
     ("alias.json", JOB % '{"BarNumber": 1, "MaxZ": 1, "piece": [{"PieceNumber": 1, "holing_type": "", "cut": {"Length": "1"}, '
-     '"work": [{"Name": "a"}, {"Name": "b"}]}]}', '1:28: error: bar 1 has no "MaxY": get_hole() raises "stod" [raises]\n'
+     '"work": [{"Name": "a"}, {"Name": "b"}], "Field2": 7}]}',
+     '1:28: error: bar 1 has no "MaxY": get_hole() raises "stod" [raises]\n'
+     '1:168: warning: "Field2" must be a text, not the number 7: it is ignored [wrong-type]\n'
      '1:85: warning: "holing_type" is no key of a piece and is ignored; did you mean "Extra_Pie"? [unknown-key]'),
     ("first.json", JOB % "null",
      "1:28: error: bar 1 is null, not an object: it becomes a bar without a value of its own [not-an-object]"),
@@ -204,11 +207,12 @@ class Oddities(Folder):
         self.assertEqual(self.check("--sequence", "clean.json", "bars.xml", code=0).stdout, "")
 
     def test_what_a_broken_xml_job_leaves_is_told_of_the_next_one(self):
-        self.write("a.xml", XML % ROW % ("", "<Cut><sxB>45</sxB></Cut>" + WORK.replace("1", "")))
+        broken = ROW % ("", "<Cut><sxB>45</sxB></Cut>" + WORK.replace("1", ""))
+        self.write("a.xml", XML % (ROW % ("", "<Cut><Length>1</Length></Cut>") + broken))
         self.write("b.xml", XML % ("\n" + ROW % ("", "")))
-        self.assertEqual(self.check("--sequence", "a.xml", "b.xml").stdout.splitlines()[1:], [
-            'b.xml:2: error: piece 1 of bar 1 has no "sxB" and keeps "45" of piece 1 of bar 1 (a.xml:1) [carried-over]',
-            'b.xml:2: error: piece 1 of bar 1 has no "Length" [not-a-number]'])
+        self.assertEqual(self.check("--sequence", "a.xml", "b.xml").stdout.splitlines()[2:], [
+            'b.xml:2: error: piece 1 of bar 1 has no "Length" and keeps "1" of piece 1 of bar 1 (a.xml:1) [carried-over]',
+            'b.xml:2: error: piece 1 of bar 1 has no "sxB" and keeps "45" of piece 1 of bar 2 (a.xml:1) [carried-over]'])
 
     def test_hostile_file_names_are_spelled_out(self):
         self.write("a\x1b\n.json", CLEAN)

@@ -13,7 +13,7 @@ from cusdesk import Folder
 JOB = """{"Version": "1.0", "Bar": [
  {"BarNumber": 1, "MaxY": 60, "MaxZ": 70, "length": 6000, "BarName": "\u7a93, \\"A\\"\\n", "piece": [
   {"PieceNumber": 1, "BarCode": "A", "cut": {"Length": "900", "sxB": "45", "dxB": "135"},
-   "work": [{"Name": "drain", "PositionX": 0.1}]},
+   "work": [{"Name": "2 way", "PositionX": 0.1}]},
   {"PieceNumber": 2, "BarCode": "B",
    "work": [{"PositionX": 1e300}]}]},
  {"BarNumber": 2}]}
@@ -33,8 +33,8 @@ class Show(Folder):
         self.assertEqual(self.show("job.json", "works", "--where")[0], """\
 BarCode  Name         PositionX  PositionY  PositionZ    MaxY    MaxZ  Cut_Length
 -------  ----------  ----------  ---------  ---------  ------  ------  ----------
-A (3)    drain (4)      0.1 (4)          0          0  60 (2)  70 (2)     900 (3)
-B (5)    drain (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*)
+A (3)    2 way (4)      0.1 (4)          0          0  60 (2)  70 (2)     900 (3)
+B (5)    2 way (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*)
 
 (line)  * carried over from an earlier element
 """)
@@ -42,6 +42,16 @@ B (5)    drain (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
         self.assertEqual(rows[1]["DxB"], {"value": "45", "line": 3, "column": 83, "carried": True,
                                           "element": "piece 1 of bar 1"})
         self.assertEqual(rows[1]["CutNumBer"], {"value": "2"})
+
+    def test_where_tells_what_another_element_gives(self):
+        self.write("two.json", '{"Version": "1.0", "Bar": ['
+                   '{"BarNumber": 1, "MaxY": 60, "piece": [{"BarCode": "A", "work": [{}]}]},\n'
+                   '{"BarNumber": 2, "MaxY": 61, "piece": [{"BarCode": "A", "work": [{}]}]}]}')
+        for subject, key, line in [("cuts", "MaterialCount", 2), ("works", "MaxY", 1)]:
+            rows = json.loads(self.show("two.json", subject, "--format", "json", "--where")[0])
+            self.assertEqual([row[key]["line"] for row in rows], [line, line])
+        rows = csv.reader(self.show("job.json", "works", "--format", "csv", "--where")[0].splitlines())
+        self.assertEqual([row.count("yes") for row in rows], [0, 0, 2])
 
     def test_csv_reads_back_as_it_was(self):
         text, _ = self.show("--format", "csv", "job.json", "bars")
@@ -125,7 +135,7 @@ row 1
 """)
 
     def test_a_cut_value_keeps_its_line(self):
-        self.write("job.json", JOB.replace("drain", "d" * 60))
+        self.write("job.json", JOB.replace("2 way", "d" * 60))
         text = self.on_terminal("show", "job.json", "works", "--where", columns=110)
         self.assertIn("ddd… (4)", text)
         self.assertIn("dd… (4*)", text)
