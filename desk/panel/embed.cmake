@@ -1,5 +1,7 @@
 # Writes OUTPUT, the C++ source of the page's files, which are all that FOLDER holds:
 # cmake -DOUTPUT=... -DFOLDER=... -P embed.cmake
+include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/embed.cmake)
+
 set(type_css "text/css; charset=utf-8")
 set(type_html "text/html; charset=utf-8")
 set(type_js "text/javascript; charset=utf-8")
@@ -17,10 +19,9 @@ foreach(name IN LISTS names)
   if(name STREQUAL index.html)
     set(path /)
   endif()
-  file(READ ${FOLDER}/${name} bytes HEX)
-  string(REGEX REPLACE "(..)" "\\\\x\\1" bytes "${bytes}")
+  embedded_bytes(bytes ${FOLDER}/${name})
   string(MAKE_C_IDENTIFIER ${name} identifier)
-  string(APPEND arrays "constexpr char ${identifier}[] = \"${bytes}\";\n")
+  string(APPEND arrays "constexpr char ${identifier}[] = ${bytes};\n")
   string(APPEND rows
     "      {\"${path}\", \"${type_${ending}}\", ${identifier}, sizeof ${identifier} - 1},\n")
 endforeach()
