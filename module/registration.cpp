@@ -1,11 +1,10 @@
 #include "module/registration.h"
 
 #include <cstdio>
+#include <iterator>
 #include <lua.hpp>
 
-#include "module/load_commands.h"
-#include "module/progress_command.h"
-#include "module/query_commands.h"
+#include "module/script_functions.h"
 
 extern "C" int Custom_RegLuaLib(lua_State* L) {
   reg_cus_ParseModule(L);
@@ -21,22 +20,28 @@ void reg_cus_ParseModule(void* state) {
   std::puts("cus_ParseModule2 --------------------------------");
 }
 
-// The script functions: the index of this folder.
-static const luaL_Reg kFunctions[] = {
-    {"get_work", getWorkCommand},
-    {"get_cut", getCutCommand},
-    {"get_hole", getHoleCommand},
-    {"get_print", getPrintCommand},
-    {"get_Dimensions", getDimensionsCommand},
-    {"getjson_uDisk", getjsonUDiskCommand},
-    {"getjson_Flash", getjsonFlashCommand},
-    {"getjson_url", getjsonUrlCommand},
-    {"save_cutCurIndex", saveCutCurIndexCommand},
-    {nullptr, nullptr},
+namespace {
+
+/// The functions as the host's Lua takes them; an empty row ends them.
+struct Registered {
+  luaL_Reg rows[std::size(script_functions::kFunctions) + 1];
 };
+
+constexpr Registered registered() {
+  Registered made{};
+  for (std::size_t i = 0; i < std::size(script_functions::kFunctions); ++i) {
+    const script_functions::Function& function = script_functions::kFunctions[i];
+    made.rows[i] = {function.words.name, function.command};
+  }
+  return made;
+}
+
+constexpr Registered kRegistered = registered();
+
+}  // namespace
 
 int luaopen_cus_ParseModule(lua_State* L) {
   lua_createtable(L, 0, 0);
-  luaL_setfuncs(L, kFunctions, 0);
+  luaL_setfuncs(L, kRegistered.rows, 0);
   return 1;
 }

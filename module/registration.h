@@ -14,5 +14,5 @@ extern "C" int Custom_RegLuaLib(lua_State* L);
 /// one after, and leaves the Lua stack as it was.
 void reg_cus_ParseModule(void* state);
 
-/// The opener of the module: pushes a new table with the nine functions.
+/// The opener of the module: pushes a new table with the script functions.
 int luaopen_cus_ParseModule(lua_State* L);

@@ -73,15 +73,15 @@
 ---@class cus_ParseModule
 cus_ParseModule = {}
 
----Loads a job file from the controller's flash. Names that end in .xml are XML jobs, all others JSON jobs.
----@param name string file name of at least five bytes, with its extension
----@return cus_ParseModule.LoadResult # code and message
-function cus_ParseModule.getjson_Flash(name) end
-
 ---Loads a job file from the USB disk. Names that end in .xml are XML jobs, all others JSON jobs.
 ---@param name string file name of at least five bytes, with its extension
 ---@return cus_ParseModule.LoadResult # code and message
 function cus_ParseModule.getjson_uDisk(name) end
+
+---Loads a job file from the controller's flash. Names that end in .xml are XML jobs, all others JSON jobs.
+---@param name string file name of at least five bytes, with its extension
+---@return cus_ParseModule.LoadResult # code and message
+function cus_ParseModule.getjson_Flash(name) end
 
 ---Downloads a JSON job to the flash and loads it. While an XML file is the current job it always fails.
 ---@param url string http or https address

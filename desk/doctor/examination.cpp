@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "desk/doctor/contract.h"
+#include "module/script_functions.h"
 
 namespace desk::doctor {
 
@@ -191,7 +192,8 @@ void Examination::missing(const std::string& subject, const Names& names,
 
 void Examination::commands() {
   std::vector<std::string> problems;
-  for (const std::string name : contract::kCommands) {
+  for (const script_functions::Words& words : script_functions::kWords.rows) {
+    const std::string name = words.name;
     if (plugin_.texts.count(name) == 0) {
       problems.push_back("no " + name + ": scripts that call it will fail");
     }
@@ -201,14 +203,17 @@ void Examination::commands() {
     problems.push_back("no module " + module + ": scripts cannot find it");
   }
   judge("commands", problems,
-        "all " + std::to_string(std::size(contract::kCommands)) + " of " + module + " are named");
+        "all " + std::to_string(std::size(script_functions::kWords.rows)) + " of " + module +
+            " are named");
 }
 
 }  // namespace
 
 std::vector<std::string> soughtTexts() {
-  std::vector<std::string> texts(std::begin(contract::kCommands), std::end(contract::kCommands));
-  texts.emplace_back(contract::kModule);
+  std::vector<std::string> texts{contract::kModule};
+  for (const script_functions::Words& words : script_functions::kWords.rows) {
+    texts.emplace_back(words.name);
+  }
   return texts;
 }
 

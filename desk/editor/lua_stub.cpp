@@ -25,10 +25,11 @@ std::string rowClass(const RowType& row) {
   return text + "\n";
 }
 
-std::string function(const FunctionNote& note) {
+std::string function(const script_functions::Words& note) {
   std::string text = std::string("---") + note.text + "\n";
   std::string names;
-  for (const Parameter& parameter : note.parameters) {
+  for (const script_functions::Parameter& parameter : note.parameters) {
+    if (parameter.name == nullptr) break;
     text += std::string("---@param ") + parameter.name + " string " + parameter.text + "\n";
     names += (names.empty() ? "" : ", ") + std::string(parameter.name);
   }
@@ -46,7 +47,7 @@ std::string luaStub() {
   for (const RowType& row : rowTypes()) text += rowClass(row);
   text += "---Loads cutting jobs and answers questions about them. Also a global of that name.\n";
   text += "---@class " + name + "\n" + name + " = {}\n\n";
-  for (const FunctionNote& note : functionNotes()) text += function(note);
+  for (const script_functions::Words& note : functionNotes()) text += function(note);
   return text + "return " + name + "\n";
 }
 
@@ -54,7 +55,7 @@ std::string luacheckConfig() {
   const std::string name = kModuleName;
   std::string text = "-- For the .luacheckrc of a folder of panel scripts.\nstds." + name +
                      " = {\n  read_globals = {\n    " + name + " = {\n      fields = {\n";
-  for (const FunctionNote& note : functionNotes()) {
+  for (const script_functions::Words& note : functionNotes()) {
     text += std::string("        ") + note.name + " = {},\n";
   }
   return text + "      },\n    },\n  },\n}\nstd = \"lua53+" + name + "\"\n";

@@ -1,5 +1,8 @@
 #include "desk/editor/module_notes.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "module/script_rows.h"
 
 namespace desk::editor {
@@ -28,62 +31,13 @@ RowType loadResult() {
 
 const char* const kModuleName = "cus_ParseModule";
 
-const std::vector<FunctionNote>& functionNotes() {
-  static const Parameter kFile = {"name", "file name of at least five bytes, with its extension"};
-  static const Parameter kBarcode = {"barcode", "barcode of the piece"};
-  static const std::vector<FunctionNote> kNotes = {
-      {"getjson_Flash",
-       "Loads a job file from the controller's flash. Names that end in .xml are XML jobs, all "
-       "others JSON jobs.",
-       {kFile},
-       "LoadResult",
-       "code and message"},
-      {"getjson_uDisk",
-       "Loads a job file from the USB disk. Names that end in .xml are XML jobs, all others JSON "
-       "jobs.",
-       {kFile},
-       "LoadResult",
-       "code and message"},
-      {"getjson_url",
-       "Downloads a JSON job to the flash and loads it. While an XML file is the current job it "
-       "always fails.",
-       {{"url", "http or https address"}, {"name", "name of the file to keep, without extension"}},
-       "LoadResult",
-       "code and message"},
-      {"get_work",
-       "The works of all pieces with a barcode, in file order.",
-       {{"barcode", "barcode of the piece; \"\" for the works of all pieces"}},
-       "Work[]",
-       "one row for each work"},
-      {"get_cut",
-       "The cuts of all bars with a number, in file order.",
-       {{"barNumber", "number of the bar; \"\" for the cuts of all bars"}},
-       "Cut[]",
-       "one row for each piece"},
-      {"get_hole",
-       "The distinct works of a JSON job by name, each with the dimensions of the first piece that "
-       "has it.",
-       {},
-       "Hole[]",
-       "one row for each name; none for an XML job"},
-      {"get_print",
-       "The labels of all pieces, in file order.",
-       {},
-       "Label[]",
-       "one row for each piece"},
-      {"get_Dimensions",
-       "The dimensions of a piece, once for each of its works behind the last work of another "
-       "piece. get_work(barcode) always has them.",
-       {kBarcode},
-       "Dimensions[]",
-       "equal rows, often none"},
-      {"save_cutCurIndex",
-       "Writes two texts to the progress file, a line each.",
-       {{"first", "first line"}, {"second", "second line"}},
-       "string",
-       "the second text, whether or not the file could be written"},
-  };
-  return kNotes;
+std::vector<script_functions::Words> functionNotes() {
+  const auto& rows = script_functions::kWords.rows;
+  std::vector<script_functions::Words> notes(std::begin(rows), std::end(rows));
+  std::stable_partition(notes.begin(), notes.end(), [](const script_functions::Words& words) {
+    return words.result == std::string(script_functions::kLoadResult);
+  });
+  return notes;
 }
 
 std::vector<RowType> rowTypes() {

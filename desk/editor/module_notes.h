@@ -1,25 +1,14 @@
 // The script module in words: its functions, the rows they answer with and the codes of a load.
-// The one place from which the stub and the tables in docs/manual.md take theirs.
+// Functions and rows say themselves what
+// they are; the codes are described here.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "module/script_functions.h"
+
 namespace desk::editor {
-
-struct Parameter {
-  const char* name;
-  const char* text;  ///< all parameters are texts
-};
-
-/// One script function.
-struct FunctionNote {
-  const char* name;
-  const char* text;  ///< one or two sentences
-  std::vector<Parameter> parameters;
-  const char* result;      ///< type in the stub
-  const char* resultText;  ///< what the result holds
-};
 
 /// One key of a row.
 struct RowNote {
@@ -45,8 +34,8 @@ struct CodeNote {
 /// The name under which scripts require the module.
 extern const char* const kModuleName;
 
-/// The functions: loading, queries, progress.
-const std::vector<FunctionNote>& functionNotes();
+/// The functions, those that load first.
+std::vector<script_functions::Words> functionNotes();
 
 /// The kinds of rows. Keys and types are those of the script commands.
 std::vector<RowType> rowTypes();

@@ -29,7 +29,7 @@ class Readme(unittest.TestCase):
         table = re.search(r"\| Script function.*?\n\n", README, re.S).group(0)
         named = set(re.findall(r"`(\w+)\(", table))
         lines = output_of("for name in pairs(cus_ParseModule) do print(name) end")
-        self.assertEqual(named, set(lines[2:]))
+        self.assertEqual(named, set(lines[2:]), "README.md: the table of script functions")
 
     def test_command_table_names_the_commands_of_cusdesk(self):
         table = re.search(r"\| Command.*?\n\n", README, re.S).group(0)
