@@ -1,4 +1,5 @@
-// Every question to a reader, checked against a plain walk over the job it holds.
+// Every question to a reader. What it must answer is for the readers' own tests; here no question
+// may do anything but answer, or throw what is documented.
 #pragma once
 
 #include <set>
@@ -9,26 +10,6 @@
 #include "xml/xml_analysis.h"
 
 namespace fuzzing {
-
-/// The answers that a plain walk finds. Slow and obvious, so that it can judge the quick ones.
-namespace plain {
-
-inline bool gated(const DATA_T& job) {
-  return job.Version != "1.0";
-}
-
-std::string works(const DATA_T& job);
-std::string worksOf(const DATA_T& job, const std::string& barCode);
-std::string cuts(const DATA_T& job);
-std::string cutsOf(const DATA_T& job, const std::string& barNumber);
-std::string labels(const DATA_T& job);
-std::string holes(const DATA_T& job);
-std::string dimensions(const DATA_T& job, const std::string& barCode);
-
-/// Throws what converting the bar numbers throws.
-int highestBarNumber(const DATA_T& job);
-
-}  // namespace plain
 
 /// Texts of the job that make sense as barcodes and as bar numbers, and some that do not.
 std::set<std::string> someBarCodes(const DATA_T& job);

@@ -1,7 +1,6 @@
 // Disks that fail: reads that break off, writes that find no room, memory that runs out, and a
 // process that dies at any point of a download. The job file of before is whole unless the new one
 // is.
-#include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -9,7 +8,6 @@
 #include <csignal>
 
 #include "desk/host/document_file.h"
-#include "desk/host/download_codes.h"
 #include "host/cbl.h"
 #include "json/json_analysis.h"
 #include "tests/desk/host/host_test.h"
@@ -149,30 +147,4 @@ TEST_F(FileFaults, AProcessThatDiesLeavesTheOldFileOrTheNewOne) {
   EXPECT_EQ(get(server.url("ok")), 0) << "leftovers are in nobody's way";
   std::fprintf(stderr, "downloads: %d deaths\n", deaths);
   EXPECT_GT(deaths, 10);
-}
-
-TEST_F(FileFaults, AFullDiskLeavesTheOldFile) {
-  const pid_t child = ::fork();
-  if (child == 0) {
-    // The mount is seen by this process only and goes with it.
-    const std::string disk = tree.path("root/mnt/data");
-    if (::unshare(CLONE_NEWNS) != 0 ||
-        ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        ::mount("none", disk.c_str(), "tmpfs", 0, "size=1m") != 0) {
-      ::_exit(77);
-    }
-    tree.write(kFile, old);
-    tree.write("root/mnt/data/ballast", std::string((1 << 20) - 16'384, 'x'));
-    const int code = get(server.url("ok"));
-    const bool kept = tree.read(kFile) == old && leftovers().size() == 1;
-    fs::remove(tree.path("root/mnt/data/ballast"));
-    const bool recovers = get(server.url("ok")) == 0 && tree.read(kFile) == fresh;
-    const bool refused = code == static_cast<int>(deskhost::DownloadCode::CannotWrite);
-    ::_exit((refused ? 0 : 1) + (kept ? 0 : 2) + (recovers ? 0 : 4));
-  }
-  int status = 0;
-  ASSERT_EQ(::waitpid(child, &status, 0), child);
-  ASSERT_TRUE(WIFEXITED(status));
-  if (WEXITSTATUS(status) == 77) GTEST_SKIP() << "only root can mount a small disk";
-  EXPECT_EQ(WEXITSTATUS(status), 0);
 }

@@ -1,7 +1,5 @@
-#include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <csignal>
 #include <cstdlib>
 
 #include "desk/host/download_codes.h"
@@ -166,20 +164,6 @@ TEST_F(DownloadTest, RefusesTargetsBeforeItConnects) {
   EXPECT_EQ(server.connections(), 0);
   EXPECT_FALSE(fs::exists(tree.path("root/mnt/none")));
   EXPECT_FALSE(fs::exists(tree.path("up.json")));
-}
-
-TEST_F(DownloadTest, FailsWhenTheDiskTakesNoMore) {
-  rlimit before{};
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-  const rlimit small{4, before.rlim_max};
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-  const DownloadCode code = get(server.url("ok"), kTarget);
-  ::setrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, handler);
-  EXPECT_EQ(code, DownloadCode::CannotWrite) << takeLog();
-  EXPECT_EQ(job(), kOld);
-  EXPECT_EQ(files(), 1U);
 }
 
 TEST_F(DownloadTest, WritesThroughALinkAndKeepsThePermissions) {
