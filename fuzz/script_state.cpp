@@ -79,18 +79,14 @@ std::string valueAsText(lua_State* L) {
   return textOf(std::string(bytes, size));
 }
 
-std::string rowsAsText(lua_State* L, const std::vector<std::string>& keys) {
+std::string rowsAsText(lua_State* L) {
   require(lua_istable(L, -1), "a query gives no table");
   std::string text;
   const lua_Integer rows = luaL_len(L, -1);
   for (lua_Integer row = 1; row <= rows; ++row) {
     lua_rawgeti(L, -1, row);
     require(lua_istable(L, -1), "a row is no table");
-    for (const std::string& key : keys) {
-      lua_getfield(L, -1, key.c_str());
-      text += valueAsText(L);
-      lua_pop(L, 1);
-    }
+    for (lua_pushnil(L); lua_next(L, -2) != 0; lua_pop(L, 1)) text += valueAsText(L);
     lua_pop(L, 1);
     text += "\n";
   }

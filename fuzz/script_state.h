@@ -17,8 +17,8 @@ lua_State* scriptState();
 std::string callModule(const std::string& function, const std::vector<std::string>& arguments,
                        unsigned allowed, std::string (*read)(lua_State*));
 
-/// The rows of the table on top of the stack, each with the values of `keys`, as text.
-std::string rowsAsText(lua_State* L, const std::vector<std::string>& keys);
+/// The values of the rows of the table on top of the stack, as text.
+std::string rowsAsText(lua_State* L);
 
 /// The value on top of the stack as text.
 std::string valueAsText(lua_State* L);

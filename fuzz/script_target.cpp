@@ -8,7 +8,6 @@
 #include "fuzz/documented_errors.h"
 #include "fuzz/job_text.h"
 #include "fuzz/lines.h"
-#include "fuzz/script_answers.h"
 #include "fuzz/script_state.h"
 #include "fuzz/surroundings.h"
 #include "fuzz/target.h"
@@ -69,19 +68,24 @@ void download(const Step& step) {
   }
 }
 
-void ask(const fuzzing::Query& query, const Step& step) {
-  const std::string argument = query.step == 'A' ? "" : step.text(0);
-  if (query.step == 'W' && std::string(argument.c_str()).empty()) return;
-  std::vector<std::string> arguments;
-  if (query.takesArgument) arguments.push_back(argument);
-  static const fuzzing::Query* current = nullptr;
-  current = &query;
-  const auto read = [](lua_State* L) { return fuzzing::rowsAsText(L, current->keys); };
-  const std::string got = fuzzing::callModule(query.function, arguments, query.allowed, read);
-  if (!isText(argument)) return;
-  const std::string expected = fuzzing::outcomeOf(
-      query.allowed, [&] { return query.expected(std::string(argument.c_str())); });
-  require(got == expected, query.function);
+/// A query command, and which exceptions it may throw. What its rows hold is for the sessions.
+constexpr struct {
+  char step;
+  const char* function;
+  bool takesArgument;
+  unsigned allowed;
+} kQueries[] = {
+    {'A', "get_work", false, fuzzing::kNone},  {'W', "get_work", true, fuzzing::kNone},
+    {'C', "get_cut", true, fuzzing::kStoi},    {'H', "get_hole", false, fuzzing::kStod},
+    {'P', "get_print", false, fuzzing::kNone}, {'D', "get_Dimensions", true, fuzzing::kNone},
+};
+
+void ask(const Step& step) {
+  for (const auto& query : kQueries) {
+    if (query.step != step.name) continue;
+    const std::string argument = query.takesArgument ? step.text(0) : "";
+    fuzzing::callModule(query.function, {argument}, query.allowed, fuzzing::rowsAsText);
+  }
 }
 
 void saveProgress(const Step& step) {
@@ -95,9 +99,7 @@ void saveProgress(const Step& step) {
 }
 
 void take(const Step& step) {
-  for (const fuzzing::Query& query : fuzzing::queries()) {
-    if (step.name == query.step) ask(query, step);
-  }
+  ask(step);
   switch (step.name) {
     case 'w':
       return fuzzing::files().write(kFiles[step.number(0) & 3], step.text(1));

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/part/fake_clock.h"
+#include "desk/host/tick_clock.h"
 #include "tests/part/picture.h"
 
 namespace {
@@ -222,10 +222,10 @@ TEST(Redraw, IsRequestedAtMostOnceIn100Milliseconds) {
   for (const auto& row : cases) {
     SCOPED_TRACE(testing::Message() << row.firstTick << ", " << row.secondTick);
     CLuaParseModulePart part;
-    setTick(row.firstTick);
+    deskhost::setTickCount(row.firstTick);
     EXPECT_EQ(part.Refresh(), 1);
     EXPECT_EQ(part.onPLCRead(nullptr), 0);
-    setTick(row.secondTick);
+    deskhost::setTickCount(row.secondTick);
     EXPECT_EQ(part.Refresh(), row.second);
     EXPECT_EQ(part.onPLCRead(nullptr), row.second - 1);
     EXPECT_EQ(part.nLastRefreshTick, row.second == 1 ? row.secondTick : row.firstTick);
@@ -261,7 +261,7 @@ TEST(BodyText, IsReversedInTheCallersListInDescendingOrder) {
     setRows(part, 2);
     part.nOrder = static_cast<std::uint16_t>(order);
     Rows rows{{"first"}, {"last"}};
-    setTick(1000);
+    deskhost::setTickCount(1000);
     EXPECT_EQ(part.SetBodyText(rows.list()), 1);
     const std::string top = order == 1 ? "last" : "first";
     EXPECT_EQ(rows.list().front()->front(), top);
