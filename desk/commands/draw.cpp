@@ -12,7 +12,7 @@
 #include "desk/draw/job_picture.h"
 #include "desk/draw/summary.h"
 #include "desk/job/job_file.h"
-#include "desk/panel/svg_file.h"
+#include "desk/panel/other_programs.h"
 #include "json/json_analysis.h"
 #include "model/job_format.h"
 #include "xml/xml_analysis.h"
@@ -97,8 +97,8 @@ int dotsPerInch(double height) {
 }
 
 void write(const draw::JobPicture& picture, const Target& target) {
-  if (target.isPng) return writePng(picture.svg, target.file, dotsPerInch(picture.height));
-  writeSvg(picture.svg, target.file);
+  if (target.isPng) return panel::writePng(picture.svg, target.file, dotsPerInch(picture.height));
+  panel::writeSvg(picture.svg, target.file);
 }
 
 void printSummary(const std::vector<draw::BarPlace>& bars) {

@@ -7,7 +7,7 @@
 #include "desk/base/files.h"
 #include "desk/commands/commands.h"
 #include "desk/job/job_file.h"
-#include "desk/panel/sessions.h"
+#include "desk/panel/panel.h"
 
 namespace desk::commands {
 
@@ -52,9 +52,9 @@ unsigned long long number(const Arguments& arguments, const std::string& option,
   return value;
 }
 
-PanelSetup setupOf(const Invocation& invocation) {
+panel::PanelSetup setupOf(const Invocation& invocation) {
   const Arguments& arguments = invocation.command;
-  PanelSetup setup;
+  panel::PanelSetup setup;
   setup.facts.width = 800;
   setup.facts.height = 480;
   if (arguments.has("size") && (!readPair(arguments.value("size"), 'x', kLongestSide,
@@ -73,8 +73,8 @@ PanelSetup setupOf(const Invocation& invocation) {
   return setup;
 }
 
-PictureOrder pictureOrderOf(const Arguments& arguments) {
-  PictureOrder order;
+panel::PictureOrder pictureOrderOf(const Arguments& arguments) {
+  panel::PictureOrder order;
   order.svg = arguments.value("svg");
   order.png = arguments.value("png");
   order.page = static_cast<int>(number(arguments, "page", 1, 1, USHRT_MAX));
@@ -105,12 +105,12 @@ int run(const Invocation& invocation) {
   }
   if (arguments.has("svg") || arguments.has("png")) {
     refuseAny(arguments, {"port", "no-open"}, "is for the page, not for a picture");
-    const PictureOrder order = pictureOrderOf(arguments);
-    return drawPanel(setupOf(invocation), order);
+    const panel::PictureOrder order = pictureOrderOf(arguments);
+    return panel::drawPanel(setupOf(invocation), order);
   }
   refuseAny(arguments, {"page", "click", "clock"}, "is for a picture: name it with --svg or --png");
   const auto port = static_cast<int>(number(arguments, "port", 0, 0, USHRT_MAX));
-  return servePanel(setupOf(invocation), port, !arguments.has("no-open"));
+  return panel::servePanel(setupOf(invocation), port, !arguments.has("no-open"));
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 #include "desk/base/output.h"
 #include "desk/base/text.h"
 
-namespace desk {
+namespace desk::panel {
 
 namespace {
 
@@ -31,8 +31,8 @@ std::string_view shortened(std::string_view text) {
 
 }  // namespace
 
-void echo(Speaker speaker, const std::string& line) {
-  const bool own = speaker == Speaker::Desk || speaker == Speaker::Error;
+void echo(OutputSource source, const std::string& line) {
+  const bool own = source == OutputSource::Desk || source == OutputSource::Error;
   std::fprintf(stderr, "%s%s\n", own ? "cusdesk: " : "", line.c_str());
 }
 
@@ -43,7 +43,7 @@ Console::Console(ConsoleSink sink)
   if (real_ < 0 || dup2(caught_, STDOUT_FILENO) < 0) {
     throw Error(kExitIoError, "cannot catch the scripts' output");
   }
-  setLogSink([this](const std::string& text) { say(Speaker::Desk, text); });
+  setLogSink([this](const std::string& text) { say(OutputSource::Desk, text); });
 }
 
 Console::~Console() {
@@ -54,9 +54,9 @@ Console::~Console() {
   close(caught_);
 }
 
-void Console::say(Speaker speaker, std::string_view text) {
+void Console::say(OutputSource source, std::string_view text) {
   flush();
-  take(speaker, text);
+  take(source, text);
   flush();
 }
 
@@ -65,13 +65,13 @@ void Console::flush() {
   if (!line_.empty()) endLine();
 }
 
-Console::Voice::Voice(Console& console, Speaker speaker)
+Console::OutputScope::OutputScope(Console& console, OutputSource source)
     : console_(console), before_(console.current_) {
   console_.drain();
-  console_.current_ = speaker;
+  console_.current_ = source;
 }
 
-Console::Voice::~Voice() {
+Console::OutputScope::~OutputScope() {
   console_.drain();
   console_.current_ = before_;
 }
@@ -99,9 +99,9 @@ void Console::drain() {
   if (ftruncate(caught_, 0) == 0) lseek(caught_, 0, SEEK_SET);
 }
 
-void Console::take(Speaker speaker, std::string_view text) {
-  if (speaker != lineSpeaker_ && !line_.empty()) endLine();
-  lineSpeaker_ = speaker;
+void Console::take(OutputSource source, std::string_view text) {
+  if (source != lineSource_ && !line_.empty()) endLine();
+  lineSource_ = source;
   for (std::size_t end; (end = text.find('\n')) != std::string_view::npos;) {
     line_ += shortened(text.substr(0, end));
     endLine();
@@ -118,7 +118,7 @@ void Console::endLine() {
     shown += escapeControls(text.substr(0, tab)) + '\t';
     text.remove_prefix(tab + 1);
   }
-  sink_(lineSpeaker_, shown + escapeControls(text));
+  sink_(lineSource_, shown + escapeControls(text));
 }
 
-}  // namespace desk
+}  // namespace desk::panel

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-namespace desk {
+namespace desk::panel {
 
-enum class Speaker {
+enum class OutputSource {
   Script,  ///< what it prints
   Plugin,  ///< whatever else is written to standard output
   Desk,    ///< why a service failed
@@ -16,10 +16,10 @@ enum class Speaker {
 };
 
 /// Receives each line, made visible and without its end. Comes from the thread that runs scripts.
-using ConsoleSink = std::function<void(Speaker speaker, const std::string& line)>;
+using ConsoleSink = std::function<void(OutputSource source, const std::string& line)>;
 
 /// Writes a line to standard error; one of the desk's or an error with the program's name.
-void echo(Speaker speaker, const std::string& line);
+void echo(OutputSource source, const std::string& line);
 
 /// Catches standard output, in its true order, and hands it on line by line. One per process; the
 /// services' log comes here too. Standard output is what it was before when it is destroyed.
@@ -32,7 +32,7 @@ class Console {
   Console& operator=(const Console&) = delete;
 
   /// Whole lines that are written nowhere.
-  void say(Speaker speaker, std::string_view text);
+  void say(OutputSource source, std::string_view text);
 
   /// Hands on what was written since, a line without an end too.
   void flush();
@@ -41,29 +41,29 @@ class Console {
   void answer(std::string_view text) const;
 
   /// Whose output it is that is written while this lives; without one it is the plug-in's.
-  class Voice {
+  class OutputScope {
    public:
-    Voice(Console& console, Speaker speaker);
-    ~Voice();
-    Voice(const Voice&) = delete;
-    Voice& operator=(const Voice&) = delete;
+    OutputScope(Console& console, OutputSource source);
+    ~OutputScope();
+    OutputScope(const OutputScope&) = delete;
+    OutputScope& operator=(const OutputScope&) = delete;
 
    private:
     Console& console_;
-    const Speaker before_;
+    const OutputSource before_;
   };
 
  private:
   void drain();
-  void take(Speaker speaker, std::string_view text);
+  void take(OutputSource source, std::string_view text);
   void endLine();
 
   const ConsoleSink sink_;
-  Speaker current_ = Speaker::Plugin;
+  OutputSource current_ = OutputSource::Plugin;
   std::string line_;  ///< a line that has no end yet
-  Speaker lineSpeaker_ = Speaker::Plugin;
+  OutputSource lineSource_ = OutputSource::Plugin;
   int caught_;  ///< takes the place of standard output
   int real_;
 };
 
-}  // namespace desk
+}  // namespace desk::panel

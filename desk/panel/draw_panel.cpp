@@ -1,10 +1,10 @@
 // The panel as a picture in a file.
 #include "desk/base/errors.h"
 #include "desk/host/tick_clock.h"
-#include "desk/panel/sessions.h"
-#include "desk/panel/svg_file.h"
+#include "desk/panel/other_programs.h"
+#include "desk/panel/panel.h"
 
-namespace desk {
+namespace desk::panel {
 
 namespace {
 
@@ -51,8 +51,8 @@ int drawPanel(const PanelSetup& setup, const PictureOrder& order) {
   View view;
   bool fine = false;
   {
-    Console console([&](Speaker speaker, const std::string& line) {
-      if (speaker != Speaker::Plugin || setup.verbose) echo(speaker, line);
+    Console console([&](OutputSource source, const std::string& line) {
+      if (source != OutputSource::Plugin || setup.verbose) echo(source, line);
     });
     const std::atomic<bool> stop{false};
     Panel panel(setup.plugin, setup.facts, console, stop);
@@ -65,4 +65,4 @@ int drawPanel(const PanelSetup& setup, const PictureOrder& order) {
   return kExitOk;
 }
 
-}  // namespace desk
+}  // namespace desk::panel

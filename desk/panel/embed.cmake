@@ -29,7 +29,7 @@ file(WRITE ${OUTPUT}
 "// Written by desk/panel/embed.cmake.
 #include \"desk/panel/page_files.h\"
 
-namespace desk {
+namespace desk::panel {
 
 namespace {
 
@@ -42,5 +42,5 @@ ${rows}  };
   return kFiles;
 }
 
-}  // namespace desk
+}  // namespace desk::panel
 ")

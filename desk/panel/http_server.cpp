@@ -13,7 +13,7 @@
 
 #include "desk/base/errors.h"
 
-namespace desk {
+namespace desk::panel {
 
 namespace {
 
@@ -124,10 +124,10 @@ struct HttpServer::Callbacks {
                          MHD_ConnectionNotificationCode code) {
     auto& server = *static_cast<HttpServer*>(self);
     if (code == MHD_CONNECTION_NOTIFY_STARTED) {
-      *peer = &server.greet(
+      *peer = &server.addPeer(
           MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD)->connect_fd);
     } else {
-      server.part(*static_cast<Peer*>(*peer));
+      server.removePeer(*static_cast<Peer*>(*peer));
     }
   }
 
@@ -175,7 +175,7 @@ HttpServer::~HttpServer() {
   }
   const auto end = Clock::now() + kStopTime;
   while (anyoneWaits() && Clock::now() < end) {
-    look();
+    poll();
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
   MHD_stop_daemon(daemon_);
@@ -196,24 +196,24 @@ void HttpServer::start() {
 
 // --- connections ---------------------------------------------------------------------------------
 
-HttpServer::Peer& HttpServer::greet(int socket) {
+HttpServer::Peer& HttpServer::addPeer(int socket) {
   const std::lock_guard<std::mutex> lock(mutex_);
   peers_.push_back({socket, Clock::now()});
-  const auto counts = [](const Peer& peer) { return !peer.waits && !peer.leaves; };
+  const auto counts = [](const Peer& peer) { return !peer.waits && !peer.isLeaving; };
   if (std::count_if(peers_.begin(), peers_.end(), counts) > kMostPeers) {
-    dismiss(*std::find_if(peers_.begin(), peers_.end(), counts));
+    disconnect(*std::find_if(peers_.begin(), peers_.end(), counts));
   }
   return peers_.back();
 }
 
-void HttpServer::part(Peer& peer) {
+void HttpServer::removePeer(Peer& peer) {
   const std::lock_guard<std::mutex> lock(mutex_);
   peers_.remove_if([&](const Peer& one) { return &one == &peer; });
 }
 
 /// Ends a connection; the library closes it. A request that has arrived may still be answered.
-void HttpServer::dismiss(Peer& peer) {
-  peer.leaves = true;
+void HttpServer::disconnect(Peer& peer) {
+  peer.isLeaving = true;
   shutdown(peer.socket, peer.hasAsked ? SHUT_RDWR : SHUT_RD);
 }
 
@@ -222,14 +222,14 @@ HttpServer::Peer& HttpServer::peerOf(MHD_Connection* connection) {
       MHD_get_connection_info(connection, MHD_CONNECTION_INFO_SOCKET_CONTEXT)->socket_context);
 }
 
-void HttpServer::look() {
+void HttpServer::poll() {
   const std::lock_guard<std::mutex> lock(mutex_);
   for (MHD_Connection* connection : std::exchange(suspended_, {})) {
     MHD_resume_connection(connection);
   }
   const auto latest = Clock::now() - kRequestTime;
   for (Peer& peer : peers_) {
-    if (!peer.hasAsked && !peer.leaves && peer.since < latest) dismiss(peer);
+    if (!peer.hasAsked && !peer.isLeaving && peer.since < latest) disconnect(peer);
   }
 }
 
@@ -238,7 +238,7 @@ bool HttpServer::anyoneWaits() {
   return std::any_of(peers_.begin(), peers_.end(), [](const Peer& peer) { return peer.waits; });
 }
 
-/// Call it with the mutex locked: a look in between would be missed.
+/// Call it with the mutex locked: a poll in between would be missed.
 void HttpServer::suspend(MHD_Connection* connection) {
   peerOf(connection).waits = true;
   suspended_.push_back(connection);
@@ -343,4 +343,4 @@ int HttpServer::send(MHD_Connection* connection, unsigned status, const std::str
   return queued;
 }
 
-}  // namespace desk
+}  // namespace desk::panel

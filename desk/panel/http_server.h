@@ -15,7 +15,7 @@ struct MHD_Connection;
 struct MHD_Daemon;
 struct MHD_Response;
 
-namespace desk {
+namespace desk::panel {
 
 /// A request. Its form fields are there once its body has been read.
 class HttpRequest {
@@ -46,10 +46,10 @@ struct HttpAnswer {
   std::string type;  ///< media type; empty: none is sent
 };
 
-/// An answer that is not there yet: asked again at each `HttpServer::look` until it is.
+/// An answer that is not there yet: asked again at each `HttpServer::poll` until it is.
 using LaterAnswer = std::function<std::optional<HttpAnswer>()>;
 
-/// An answer that goes on, with status 200. `next` is asked at each `look` for what is to be sent:
+/// An answer that goes on, with status 200. `next` is asked at each `poll` for what is to be sent:
 /// "" for nothing now, nothing for the end.
 struct AnswerStream {
   std::string type;
@@ -88,7 +88,7 @@ class HttpServer {
 
   /// Asks all replies that wait, and ends requests that take too long. To be called when there may
   /// be something for one of them, and twice a second. Safe on any thread.
-  void look();
+  void poll();
 
  private:
   struct Callbacks;
@@ -99,14 +99,14 @@ class HttpServer {
   struct Peer {
     int socket;
     std::chrono::steady_clock::time_point since;
-    bool hasAsked = false;  ///< its request is complete
-    bool waits = false;     ///< for an answer that comes later, or in a stream
-    bool leaves = false;    ///< told to go
+    bool hasAsked = false;   ///< its request is complete
+    bool waits = false;      ///< for an answer that comes later, or in a stream
+    bool isLeaving = false;  ///< shut down, not yet closed
   };
 
-  Peer& greet(int socket);
-  void part(Peer& peer);
-  static void dismiss(Peer& peer);
+  Peer& addPeer(int socket);
+  void removePeer(Peer& peer);
+  static void disconnect(Peer& peer);
   static Peer& peerOf(MHD_Connection* connection);
 
   int receiveHead(Exchange& exchange);
@@ -131,4 +131,4 @@ class HttpServer {
   MHD_Daemon* daemon_ = nullptr;
 };
 
-}  // namespace desk
+}  // namespace desk::panel

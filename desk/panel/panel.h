@@ -1,15 +1,50 @@
 // The panel on a PC: plug-in, table part and script, and what the operator sees of them.
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
-#include "desk/panel/file_watch.h"
 #include "desk/panel/panel_script.h"
 
-namespace desk {
+namespace desk::panel {
+
+/// Detects changes of files by inode, size and time of change. It reads the disk only when called.
+/// Not for use by several threads.
+class FileWatch {
+ public:
+  /// Forgets all files.
+  void clear() { files_.clear(); }
+
+  /// Watches `file`, which need not exist, and takes it as it is now.
+  void note(const std::string& file);
+
+  /// The files that are no longer as they were, and have held still since the last call: one that
+  /// is still being written is not told yet. Each change is told once.
+  std::vector<std::string> changed();
+
+ private:
+  /// What tells two states of a file apart.
+  struct State {
+    ino_t inode = 0;
+    off_t size = -1;  ///< -1: there is no such file
+    std::int64_t seconds = 0;
+    std::int64_t nanoseconds = 0;
+    bool operator==(const State& other) const;
+  };
+  struct Watched {
+    State known;
+    State last;
+  };
+  static State stateOf(const std::string& file);
+
+  std::map<std::string, Watched> files_;
+};
 
 /// What the operator sees.
 struct View {
@@ -63,4 +98,32 @@ class Panel {
   View view_;
 };
 
-}  // namespace desk
+/// What a panel is made from, on a page or as a picture.
+struct PanelSetup {
+  std::string plugin;
+  PanelFacts facts;
+  bool verbose = false;  ///< the plug-in's lines go to standard error too
+};
+
+/// A picture after a few steps of the operator.
+struct PictureOrder {
+  std::string svg;  ///< the file, "-" for standard output; empty: none
+  std::string png;  ///< the file; empty: none
+  int page = 1;     ///< reached with the page key
+  std::optional<tagPOINT> click;
+  unsigned long long step = 100;  ///< milliseconds from one step to the next
+};
+
+/// Runs the script, takes the steps and writes the picture, the same bytes each time. Returns the
+/// exit code; a script that fails is told on standard error. Throws Error when something cannot be
+/// loaded or written, or when there is no such page.
+int drawPanel(const PanelSetup& setup, const PictureOrder& order);
+
+/// Shows the panel on a page until the program is told to end by SIGINT or SIGTERM; a second one
+/// ends it at once. Returns the exit code. Throws Error when the port is taken or something cannot
+/// be loaded.
+/// @param port 0: a free one
+/// @param open whether to open a browser
+int servePanel(const PanelSetup& setup, int port, bool open);
+
+}  // namespace desk::panel

@@ -1,6 +1,8 @@
 #include "desk/panel/panel_script.h"
 
-namespace desk {
+#include "desk/base/errors.h"
+
+namespace desk::panel {
 
 namespace {
 
@@ -8,7 +10,7 @@ constexpr int kInstructionsPerLook = 10'000;
 
 /// Calls the library function in upvalue 1; what it writes is the script's.
 int callAsScript(lua_State* L) {
-  const Console::Voice voice(contextOf(L).console, Speaker::Script);
+  const Console::OutputScope scope(contextOf(L).console, OutputSource::Script);
   return lua_tocfunction(L, lua_upvalueindex(1))(L);
 }
 
@@ -43,12 +45,6 @@ void endWhenStopped(lua_State* L, lua_Debug*) {
   luaL_error(L, "the panel is closed");
 }
 
-/// Turns what was raised into a message with a traceback.
-int traceback(lua_State* L) {
-  luaL_traceback(L, L, luaL_tolstring(L, 1, nullptr), 1);
-  return 1;
-}
-
 }  // namespace
 
 PanelScript::PanelScript(const script::Plugin& plugin, TablePart& part, Console& console,
@@ -57,20 +53,17 @@ PanelScript::PanelScript(const script::Plugin& plugin, TablePart& part, Console&
       context_{part, console, stop},
       engine_(plugin, script::ModuleErrors::Guarded) {
   lua_State* L = engine_.state();
+  engine_.reportTo(
+      [this](const std::string& failure) { context_.console.say(OutputSource::Error, failure); });
   installPanelTable(L, context_, facts);
   adaptLibraries(L);
   lua_sethook(L, endWhenStopped, LUA_MASKCOUNT, kInstructionsPerLook);
 }
 
-bool PanelScript::start() {
-  lua_State* L = engine_.state();
-  lua_newtable(L);
-  lua_pushstring(L, file_.c_str());
-  lua_rawseti(L, -2, 0);
-  lua_setglobal(L, "arg");
-  if (luaL_loadfile(L, file_.c_str()) == LUA_OK) return call(0);
-  context_.console.say(Speaker::Error, lua_tostring(L, -1));
-  lua_settop(L, 0);
+bool PanelScript::start() try {
+  return engine_.run(file_, {}) == kExitOk;
+} catch (const Error& error) {
+  context_.console.say(OutputSource::Error, error.what());
   return false;
 }
 
@@ -112,18 +105,9 @@ bool PanelScript::pushHandler(const char* name) {
 
 /// Calls the function below its arguments on top of the stack, and clears the stack.
 bool PanelScript::call(int arguments) {
-  lua_State* L = engine_.state();
-  const int function = lua_gettop(L) - arguments;
-  lua_pushcfunction(L, traceback);
-  lua_insert(L, function);
-  const int status = lua_pcall(L, arguments, 0, function);
-  if (status != LUA_OK) {
-    // Below zero: a C++ exception that Lua let through; what lies on the stack is chance.
-    const char* message = status < 0 ? "a C++ exception left the script" : lua_tostring(L, -1);
-    context_.console.say(Speaker::Error, message != nullptr ? message : "unknown error");
-  }
-  lua_settop(L, 0);
-  return status == LUA_OK;
+  const bool succeeded = engine_.call(arguments);
+  lua_settop(engine_.state(), 0);
+  return succeeded;
 }
 
-}  // namespace desk
+}  // namespace desk::panel

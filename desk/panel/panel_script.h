@@ -6,7 +6,7 @@
 #include "desk/panel/panel_table.h"
 #include "desk/script/script_engine.h"
 
-namespace desk {
+namespace desk::panel {
 
 enum class Turn { Up, Down };
 
@@ -24,7 +24,7 @@ class PanelScript {
   /// Tells the script that a row was clicked. @return false when its handler failed
   bool clicked();
 
-  /// A page key: turns the page, or leaves that to the script's handler. @return false when that
+  /// A page key: turns the page, or isLeaving that to the script's handler. @return false when that
   /// failed
   bool turn(Turn direction);
 
@@ -47,4 +47,4 @@ class PanelScript {
   script::ScriptEngine engine_;
 };
 
-}  // namespace desk
+}  // namespace desk::panel

@@ -5,7 +5,7 @@
 
 #include "desk/panel/page_files.h"
 
-namespace desk {
+namespace desk::panel {
 
 namespace {
 
@@ -17,7 +17,7 @@ constexpr char kText[] = "text/plain; charset=utf-8";
 constexpr int kMostStreams = 8;
 constexpr milliseconds kPatience{5000};  ///< with the script
 constexpr milliseconds kBeat{1000};      ///< between two signs of life to a reader
-constexpr milliseconds kLook{500};       ///< between two looks at who waits, at most
+constexpr milliseconds kPollTime{500};   ///< between two polls, at most
 constexpr milliseconds kBundle{20};      ///< changes that come together go together
 
 const HttpServer::Headers kHeaders = {
@@ -51,32 +51,32 @@ const PageFile* findPageFile(const std::string& path) {
 
 }  // namespace
 
-PanelServer::PanelServer(Board& board, PanelActions actions, int port)
-    : board_(board),
+PanelServer::PanelServer(ViewState& state, PanelActions actions, int port)
+    : state_(state),
       actions_(std::move(actions)),
       server_(port, kHeaders,
               {[this](const HttpRequest& request) { return refusal(request); },
                [this](const HttpRequest& request) { return answer(request); }}) {}
 
 PanelServer::~PanelServer() {
-  board_.close();
+  state_.close();
   if (follower_.joinable()) follower_.join();
 }
 
 void PanelServer::start() {
   server_.start();
-  follower_ = std::thread([this] { followBoard(); });
+  follower_ = std::thread([this] { followState(); });
 }
 
 std::string PanelServer::address() const {
   return std::string("http://") + kAddress + ":" + std::to_string(server_.port()) + "/";
 }
 
-void PanelServer::followBoard() {
-  for (std::uint64_t seen = 0; !board_.isClosed();) {
-    seen = board_.wait(seen, kLook);
+void PanelServer::followState() {
+  for (std::uint64_t seen = 0; !state_.isClosed();) {
+    seen = state_.wait(seen, kPollTime);
     std::this_thread::sleep_for(kBundle);
-    server_.look();
+    server_.poll();
   }
 }
 
@@ -109,7 +109,7 @@ HttpReply PanelServer::answer(const HttpRequest& request) {
   } else if (request.method() == "GET" || request.method() == "HEAD") {
     if (path == "/events") return events(request);
     if (path == "/picture.svg") {
-      const std::string picture = board_.picture();
+      const std::string picture = state_.picture();
       if (picture.empty()) return HttpAnswer{404, "nothing has been drawn yet\n", kText};
       return HttpAnswer{200, picture, "image/svg+xml"};
     }
@@ -145,7 +145,7 @@ LaterAnswer PanelServer::answerAtEnd(std::future<void> end) const {
       shared->get();
       return HttpAnswer{204, {}, {}};
     }
-    const bool waits = shared->valid() && Clock::now() < deadline && !board_.isClosed();
+    const bool waits = shared->valid() && Clock::now() < deadline && !state_.isClosed();
     if (waits) return std::nullopt;
     return HttpAnswer{503, "the script is busy\n", kText};
   };
@@ -157,10 +157,10 @@ HttpReply PanelServer::events(const HttpRequest& request) {
   constexpr char kType[] = "text/event-stream";
   if (request.method() == "HEAD") return HttpAnswer{200, {}, kType};
   return AnswerStream{kType,
-                      [this, slot, cursor = Board::Cursor(),
+                      [this, slot, cursor = ViewState::Cursor(),
                        last = Clock::now()]() mutable -> std::optional<std::string> {
-                        if (board_.isClosed()) return std::nullopt;
-                        const std::string changes = board_.news(cursor);
+                        if (state_.isClosed()) return std::nullopt;
+                        const std::string changes = state_.changesSince(cursor);
                         if (changes.empty() && Clock::now() < last + kBeat) return "";
                         last = Clock::now();
                         if (changes.empty())
@@ -169,4 +169,4 @@ HttpReply PanelServer::events(const HttpRequest& request) {
                       }};
 }
 
-}  // namespace desk
+}  // namespace desk::panel

@@ -8,14 +8,14 @@
 #include <string>
 #include <thread>
 
-#include "desk/panel/board.h"
 #include "desk/panel/http_server.h"
+#include "desk/panel/view_state.h"
 
-namespace desk {
+namespace desk::panel {
 
 /// What the page lets the operator do. Each call begins that and returns its end, a future that is
 /// not valid when the panel is too busy. They come from the server's thread and must not block;
-/// `Board::stir` tells that something has ended.
+/// `ViewState::notify` tells that something has ended.
 struct PanelActions {
   std::function<std::future<void>(tagPOINT)> click;
   std::function<std::future<void>(Turn)> turn;
@@ -26,10 +26,10 @@ struct PanelActions {
 class PanelServer {
  public:
   /// Takes the port, 0 for a free one. Throws Error when it is taken. Nothing is answered before
-  /// `start`. The board must outlive the server.
-  PanelServer(Board& board, PanelActions actions, int port);
+  /// `start`. The state must outlive the server.
+  PanelServer(ViewState& state, PanelActions actions, int port);
 
-  /// Closes the board, so that open event streams end, and stops serving.
+  /// Closes the state, so that open event streams end, and stops serving.
   ~PanelServer();
 
   void start();
@@ -44,13 +44,13 @@ class PanelServer {
   HttpReply events(const HttpRequest& request);
   LaterAnswer answerAtEnd(std::future<void> end) const;
   bool mayAsk(const HttpRequest& request) const;
-  void followBoard();
+  void followState();
 
-  Board& board_;
+  ViewState& state_;
   const PanelActions actions_;
   std::atomic<int> streams_{0};
   HttpServer server_;
   std::thread follower_;
 };
 
-}  // namespace desk
+}  // namespace desk::panel

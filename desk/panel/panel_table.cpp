@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <climits>
 
-namespace desk {
+namespace desk::panel {
 
 namespace {
 
@@ -191,4 +191,4 @@ int turnPage(lua_State* L) {
   return 0;
 }
 
-}  // namespace desk
+}  // namespace desk::panel

@@ -8,7 +8,7 @@
 #include "desk/panel/console.h"
 #include "desk/panel/table_part.h"
 
-namespace desk {
+namespace desk::panel {
 
 /// What a script is told about the panel it runs on.
 struct PanelFacts {
@@ -41,4 +41,4 @@ void pushPanelTable(lua_State* L);
 /// What a page key does by itself, as a Lua function: turns the page "up" or "down" and shows it.
 int turnPage(lua_State* L);
 
-}  // namespace desk
+}  // namespace desk::panel

@@ -8,43 +8,43 @@
 #include <thread>
 
 #include "desk/base/errors.h"
+#include "desk/panel/other_programs.h"
+#include "desk/panel/panel.h"
 #include "desk/panel/panel_server.h"
-#include "desk/panel/process.h"
-#include "desk/panel/sessions.h"
-#include "desk/panel/strand.h"
+#include "desk/panel/worker.h"
 
-namespace desk {
+namespace desk::panel {
 
 namespace {
 
 using std::chrono::milliseconds;
 
 constexpr milliseconds kCycle{50};  ///< the panel's own
-constexpr int kCyclesPerLook = 4;   ///< at the files
+constexpr int kCyclesPerFileCheck = 4;
 
-std::atomic<bool> told{false};  ///< to end; set by a signal
+std::atomic<bool> stopRequested{false};  ///< set by a signal
 static_assert(std::atomic<bool>::is_always_lock_free);
 
 void endOnSignals() {
   struct sigaction action {};
-  action.sa_handler = [](int) { told = true; };
+  action.sa_handler = [](int) { stopRequested = true; };
   action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
   for (const int signal : {SIGINT, SIGTERM}) sigaction(signal, &action, nullptr);
 }
 
-/// A panel on a strand of its own, and what it shows on a board.
+/// A panel on a thread of its own, which publishes what it shows.
 class LivePanel {
  public:
-  LivePanel(const PanelSetup& setup, Console& console, Board& board)
-      : board_(board), strand_([this] { idle(); }, kCycle) {
-    begin([&] { panel_.emplace(setup.plugin, setup.facts, console, told); }).get();
+  LivePanel(const PanelSetup& setup, Console& console, ViewState& state)
+      : state_(state), worker_([this] { idle(); }, kCycle) {
+    begin([&] { panel_.emplace(setup.plugin, setup.facts, console, stopRequested); }).get();
     begin([this] {
       panel_->start();
       publish();
     });
   }
 
-  ~LivePanel() { told = true; }  // what the script is at comes to an end
+  ~LivePanel() { stopRequested = true; }  // what the script is at comes to an end
   LivePanel(const LivePanel&) = delete;
   LivePanel& operator=(const LivePanel&) = delete;
 
@@ -58,31 +58,31 @@ class LivePanel {
   }
 
  private:
-  std::future<void> begin(Strand::Job job) {
+  std::future<void> begin(Worker::Job job) {
     const auto task = std::make_shared<std::packaged_task<void()>>(std::move(job));
     std::future<void> end = task->get_future();
-    const bool taken = strand_.post([this, task] {
+    const bool taken = worker_.post([this, task] {
       (*task)();
-      board_.stir();
+      state_.notify();
     });
     return taken ? std::move(end) : std::future<void>();
   }
 
   void idle() {
     if (!panel_) return;
-    if (++cycles_ % kCyclesPerLook == 0) panel_->followFiles();
+    if (++cycles_ % kCyclesPerFileCheck == 0) panel_->followFiles();
     publish();
   }
 
   void publish() {
     panel_->cycle();
-    board_.publish(panel_->view());
+    state_.publish(panel_->view());
   }
 
-  Board& board_;
-  std::optional<Panel> panel_;  ///< touched on the strand only, and once that has ended
+  ViewState& state_;
+  std::optional<Panel> panel_;  ///< used by the worker only, and once that has ended
   unsigned cycles_ = 0;
-  Strand strand_;
+  Worker worker_;
 };
 
 /// The browser that is being opened, if it is.
@@ -93,8 +93,8 @@ class Browser {
     if (child_ < 0) std::fprintf(stderr, "cusdesk: no xdg-open here: open the address yourself\n");
   }
 
-  /// Lets the process that has opened it go.
-  void look() {
+  /// Collects the process that opens it, once that has ended.
+  void reap() {
     if (child_ > 0 && waitpid(child_, nullptr, WNOHANG) != 0) child_ = -1;
   }
 
@@ -106,27 +106,27 @@ class Browser {
 
 int servePanel(const PanelSetup& setup, int port, bool open) {
   endOnSignals();
-  Board board(setup.facts);
-  Console console([&](Speaker speaker, const std::string& line) {
-    board.say(speaker, line);
-    if (speaker == Speaker::Error || setup.verbose) echo(speaker, line);
+  ViewState state(setup.facts);
+  Console console([&](OutputSource source, const std::string& line) {
+    state.addLine(source, line);
+    if (source == OutputSource::Error || setup.verbose) echo(source, line);
   });
   std::unique_ptr<LivePanel> live;
   const PanelActions actions = {
       [&](tagPOINT point) { return live->act([point](Panel& panel) { panel.click(point); }); },
       [&](Turn turn) { return live->act([turn](Panel& panel) { panel.turn(turn); }); },
   };
-  PanelServer server(board, actions, port);
-  live = std::make_unique<LivePanel>(setup, console, board);
+  PanelServer server(state, actions, port);
+  live = std::make_unique<LivePanel>(setup, console, state);
   server.start();
   console.answer(server.address() + "\n");
   Browser browser;
   if (open) browser.open(server.address());
-  while (!told) {
+  while (!stopRequested) {
     std::this_thread::sleep_for(milliseconds(50));
-    browser.look();
+    browser.reap();
   }
   return kExitOk;
 }
 
-}  // namespace desk
+}  // namespace desk::panel

@@ -3,13 +3,13 @@
 #include "desk/base/errors.h"
 #include "part/table_part.h"  // for the place of nOrder only: nothing of the part is linked here
 
-namespace desk {
+namespace desk::panel {
 
 namespace {
 
 /// Sets a function pointer to the exported member of that name.
 template <class Function>
-void look(const script::Plugin& plugin, const char* name, Function*& member) {
+void findMember(const script::Plugin& plugin, const char* name, Function*& member) {
   member = plugin.find<Function>(name);
 }
 
@@ -18,22 +18,24 @@ void look(const script::Plugin& plugin, const char* name, Function*& member) {
 // --- names fixed by the plug-in ------------------------------------------------------------------
 
 TablePart::Members::Members(const script::Plugin& plugin) {
-  look(plugin, "_ZN19CLuaParseModulePart5ResetEv", reset);
-  look(plugin, "_ZN19CLuaParseModulePart7SetCellEttPKc", setCell);
-  look(plugin,
-       "_ZN18CSVGLuaParseModule12DrawHeadTextERKSt6vectorINSt7__cxx1112basic_stringIcSt11char_"
-       "traitsIcESaIcEEESaIS6_EE",
-       drawHead);
-  look(plugin,
-       "_ZN19CLuaParseModulePart11SetBodyTextERNSt7__cxx114listIPSt6vectorINS0_12basic_stringIcSt11"
-       "char_traitsIcESaIcEEESaIS7_EESaISA_EEE",
-       setBody);
-  look(plugin, "_ZN19CLuaParseModulePart6UpdateEtRiS0_", update);
-  look(plugin, "_ZN19CLuaParseModulePart6PageUpEv", pageUp);
-  look(plugin, "_ZN19CLuaParseModulePart8PageDownEv", pageDown);
-  look(plugin, "_ZN19CLuaParseModulePart7GetPageERtS0_", getPage);
-  look(plugin, "_ZN19CLuaParseModulePart8GetIndexERi", getIndex);
-  look(plugin, "_ZN19CLuaParseModulePart7RefreshEv", refresh);
+  findMember(plugin, "_ZN19CLuaParseModulePart5ResetEv", reset);
+  findMember(plugin, "_ZN19CLuaParseModulePart7SetCellEttPKc", setCell);
+  findMember(
+      plugin,
+      "_ZN18CSVGLuaParseModule12DrawHeadTextERKSt6vectorINSt7__cxx1112basic_stringIcSt11char_"
+      "traitsIcESaIcEEESaIS6_EE",
+      drawHead);
+  findMember(
+      plugin,
+      "_ZN19CLuaParseModulePart11SetBodyTextERNSt7__cxx114listIPSt6vectorINS0_12basic_stringIcSt11"
+      "char_traitsIcESaIcEEESaIS7_EESaISA_EEE",
+      setBody);
+  findMember(plugin, "_ZN19CLuaParseModulePart6UpdateEtRiS0_", update);
+  findMember(plugin, "_ZN19CLuaParseModulePart6PageUpEv", pageUp);
+  findMember(plugin, "_ZN19CLuaParseModulePart8PageDownEv", pageDown);
+  findMember(plugin, "_ZN19CLuaParseModulePart7GetPageERtS0_", getPage);
+  findMember(plugin, "_ZN19CLuaParseModulePart8GetIndexERi", getIndex);
+  findMember(plugin, "_ZN19CLuaParseModulePart7RefreshEv", refresh);
 }
 
 // -------------------------------------------------------------------------------------------------
@@ -116,4 +118,4 @@ std::string TablePart::picture() {
   return svg;
 }
 
-}  // namespace desk
+}  // namespace desk::panel

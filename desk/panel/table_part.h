@@ -10,7 +10,7 @@
 #include "desk/script/plugin.h"
 #include "host/part_types.h"
 
-namespace desk {
+namespace desk::panel {
 
 /// The current page, counted from 1, and how many there are.
 struct Page {
@@ -78,4 +78,4 @@ class TablePart {
   void* part_ = nullptr;
 };
 
-}  // namespace desk
+}  // namespace desk::panel

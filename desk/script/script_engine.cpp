@@ -3,6 +3,7 @@
 #include <cassert>
 #include <cstdio>
 #include <exception>
+#include <utility>
 
 #include "desk/base/errors.h"
 #include "desk/base/output.h"
@@ -71,20 +72,15 @@ int traceback(lua_State* L) {
   return 1;
 }
 
-/// Reports what a protected call left on the stack.
-int reportFailure(lua_State* L, int status) {
-  // A status below zero is a C++ exception that Lua let through; what lies on the stack is chance.
-  const char* message = status < 0 ? "a C++ exception left the script" : lua_tostring(L, -1);
+void writeFailure(const std::string& failure) {
   std::fflush(stdout);
-  std::fprintf(stderr, "cusdesk: %s\n", message != nullptr ? message : "unknown error");
-  lua_settop(L, 0);
-  return kExitFindings;
+  std::fprintf(stderr, "cusdesk: %s\n", failure.c_str());
 }
 
 }  // namespace
 
 ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLines lines)
-    : state_(luaL_newstate()) {
+    : state_(luaL_newstate()), report_(writeFailure) {
   assert(errors == ModuleErrors::Guarded || lines == PluginLines::Kept);
   if (state_ == nullptr) throw Error(kExitIoError, "not enough memory for a Lua state");
   lua_State* L = state();
@@ -101,12 +97,26 @@ ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLine
   }
 }
 
+void ScriptEngine::reportTo(std::function<void(const std::string&)> report) {
+  report_ = std::move(report);
+}
+
+/// Reports what a protected call left on the stack.
+int ScriptEngine::reportFailure(int status) {
+  lua_State* L = state();
+  // A status below zero is a C++ exception that Lua let through; what lies on the stack is chance.
+  const char* message = status < 0 ? "a C++ exception left the script" : lua_tostring(L, -1);
+  report_(message != nullptr ? message : "unknown error");
+  lua_settop(L, 0);
+  return kExitFindings;
+}
+
 int ScriptEngine::run(const std::string& script, const std::vector<std::string>& arguments) {
   lua_State* L = state();
   setArguments(script, arguments);
   const int loaded = luaL_loadfile(L, script == "-" ? nullptr : script.c_str());
   if (loaded == LUA_ERRFILE) throw Error(kExitIoError, lua_tostring(L, -1));
-  if (loaded != LUA_OK) return reportFailure(L, loaded);
+  if (loaded != LUA_OK) return reportFailure(loaded);
   luaL_checkstack(L, static_cast<int>(arguments.size()) + 1, "too many arguments");
   for (const std::string& argument : arguments) lua_pushstring(L, argument.c_str());
   if (!call(static_cast<int>(arguments.size()))) return kExitFindings;
@@ -135,7 +145,7 @@ bool ScriptEngine::call(int arguments) {
   lua_insert(L, handler);
   const int status = lua_pcall(L, arguments, LUA_MULTRET, handler);
   if (status != LUA_OK) {
-    reportFailure(L, status);
+    reportFailure(status);
     return false;
   }
   lua_remove(L, handler);

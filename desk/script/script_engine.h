@@ -1,6 +1,7 @@
 // A Lua state with the plug-in's script module in it, as scripts find it on the panel.
 #pragma once
 
+#include <functional>
 #include <lua.hpp>
 #include <memory>
 #include <string>
@@ -30,8 +31,11 @@ class ScriptEngine {
   /// Raw requires Kept (asserted): it is the guard that moves the lines.
   ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLines lines = PluginLines::Kept);
 
+  /// Hands failures, message and traceback, to `report` and no longer to standard error.
+  void reportTo(std::function<void(const std::string& failure)> report);
+
   /// Runs a script file ("-": standard input) with its arguments, as the stock interpreter does.
-  /// Returns 0, or 1 after writing message and traceback to standard error. Throws Error when the
+  /// Returns 0, or 1 after reporting message and traceback. Throws Error when the
   /// file cannot be read. A script that calls os.exit ends the program.
   int run(const std::string& script, const std::vector<std::string>& arguments);
 
@@ -39,7 +43,7 @@ class ScriptEngine {
   void setArguments(const std::string& script, const std::vector<std::string>& arguments);
 
   /// Calls the function below its `arguments` on top of the stack, for any number of results.
-  /// Returns false after writing message and traceback to standard error; the stack is empty then.
+  /// Returns false after reporting message and traceback; the stack is empty then.
   bool call(int arguments);
 
   lua_State* state() const { return state_.get(); }
@@ -48,7 +52,10 @@ class ScriptEngine {
   struct Close {
     void operator()(lua_State* L) const { lua_close(L); }
   };
+  int reportFailure(int status);
+
   std::unique_ptr<lua_State, Close> state_;
+  std::function<void(const std::string&)> report_;
 };
 
 }  // namespace desk::script

@@ -156,7 +156,7 @@ class Scripts(unittest.TestCase):
             ("panel.grid(1, 1) panel.rows(print) panel.update(3)", "returned no list"),
             ("panel.grid(1, 1) panel.rows{{setmetatable({}, {__tostring = error})}} panel.update()",
              "table.lua:1"),
-            ("error({})", "table: 0x"),
+            ("error({})", "(error object is a table value)"),
             ("os.exit(0)", "a panel's script ends with the panel"),
             ("cus_ParseModule.getjson_Flash('a.js')", ":1: getjson_Flash: basic_string::substr"),
             ("syntax error", "syntax error near"),

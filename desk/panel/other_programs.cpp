@@ -1,5 +1,7 @@
-#include "desk/panel/svg_file.h"
+#include "desk/panel/other_programs.h"
 
+#include <fcntl.h>
+#include <spawn.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -9,9 +11,8 @@
 #include <iostream>
 
 #include "desk/base/errors.h"
-#include "desk/panel/process.h"
 
-namespace desk {
+namespace desk::panel {
 
 namespace {
 
@@ -64,4 +65,24 @@ void writePng(const std::string& svg, const std::string& file, int dotsPerInch) 
   }
 }
 
-}  // namespace desk
+pid_t startProcess(std::vector<std::string> words, int input) {
+  std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  posix_spawn_file_actions_t files;
+  posix_spawn_file_actions_init(&files);
+  if (input < 0) {
+    posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+  } else {
+    posix_spawn_file_actions_adddup2(&files, input, STDIN_FILENO);
+  }
+  posix_spawn_file_actions_adddup2(&files, STDERR_FILENO, STDOUT_FILENO);
+  pid_t child = -1;
+  const int failure =
+      posix_spawnp(&child, arguments[0], &files, nullptr, arguments.data(), environ);
+  posix_spawn_file_actions_destroy(&files);
+  return failure == 0 ? child : -1;
+}
+
+}  // namespace desk::panel

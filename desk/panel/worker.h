@@ -8,18 +8,18 @@
 #include <mutex>
 #include <thread>
 
-namespace desk {
+namespace desk::panel {
 
 /// Runs jobs one after the other, in the order in which they came. While there is none it runs
-/// `idle`, once in each `period`. Jobs that wait when the strand is destroyed are dropped.
-class Strand {
+/// `idle`, once in each `period`. Jobs that wait when the worker is destroyed are dropped.
+class Worker {
  public:
   using Job = std::function<void()>;
 
-  Strand(Job idle, std::chrono::milliseconds period);
-  ~Strand();
-  Strand(const Strand&) = delete;
-  Strand& operator=(const Strand&) = delete;
+  Worker(Job idle, std::chrono::milliseconds period);
+  ~Worker();
+  Worker(const Worker&) = delete;
+  Worker& operator=(const Worker&) = delete;
 
   /// Takes a job. @return false when too many jobs wait
   bool post(Job job);
@@ -36,4 +36,4 @@ class Strand {
   std::thread thread_;
 };
 
-}  // namespace desk
+}  // namespace desk::panel

@@ -11,12 +11,12 @@
 
 #include "desk/panel/panel.h"
 
-namespace desk {
+namespace desk::panel {
 
 /// The view and the latest lines of output. Safe to use from several threads.
-class Board {
+class ViewState {
  public:
-  explicit Board(const PanelFacts& facts) : facts_(facts) {}
+  explicit ViewState(const PanelFacts& facts) : facts_(facts) {}
 
   /// Where a reader stands. Each reader starts with one of its own.
   struct Cursor {
@@ -25,17 +25,17 @@ class Board {
   };
 
   void publish(const View& view);
-  void say(Speaker speaker, const std::string& line);
+  void addLine(OutputSource source, const std::string& line);
 
   /// Tells those who wait that something else than the view may have changed.
-  void stir();
+  void notify();
 
   /// Waits until there was a change after the first `seen` ones. @return how many there were
   std::uint64_t wait(std::uint64_t seen, std::chrono::milliseconds timeout);
 
   /// What is new to the reader, as one JSON object without line ends, and moves the cursor on; ""
   /// when nothing is.
-  std::string news(Cursor& cursor);
+  std::string changesSince(Cursor& cursor);
 
   std::string picture();
 
@@ -44,17 +44,17 @@ class Board {
   bool isClosed();
 
  private:
-  void note();
+  void noteChange();
 
   const PanelFacts facts_;
   std::mutex mutex_;
   std::condition_variable changed_;
   View view_;
-  std::deque<std::pair<Speaker, std::string>> lines_;
+  std::deque<std::pair<OutputSource, std::string>> lines_;
   std::uint64_t firstLine_ = 0;  ///< number of the oldest line kept
   std::uint64_t version_ = 1;
   std::uint64_t changes_ = 1;  ///< of the version and of anything else
   bool closed_ = false;
 };
 
-}  // namespace desk
+}  // namespace desk::panel

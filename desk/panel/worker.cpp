@@ -1,11 +1,11 @@
-#include "desk/panel/strand.h"
+#include "desk/panel/worker.h"
 
 #include <exception>
 #include <utility>
 
 #include "desk/base/output.h"
 
-namespace desk {
+namespace desk::panel {
 
 namespace {
 
@@ -13,10 +13,10 @@ constexpr std::size_t kMostWaiting = 32;
 
 }  // namespace
 
-Strand::Strand(Job idle, std::chrono::milliseconds period)
+Worker::Worker(Job idle, std::chrono::milliseconds period)
     : idle_(std::move(idle)), period_(period), thread_([this] { work(); }) {}
 
-Strand::~Strand() {
+Worker::~Worker() {
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     stopping_ = true;
@@ -26,7 +26,7 @@ Strand::~Strand() {
   thread_.join();
 }
 
-bool Strand::post(Job job) {
+bool Worker::post(Job job) {
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (stopping_ || jobs_.size() >= kMostWaiting) return false;
@@ -36,7 +36,7 @@ bool Strand::post(Job job) {
   return true;
 }
 
-void Strand::work() {
+void Worker::work() {
   std::unique_lock<std::mutex> lock(mutex_);
   while (!stopping_) {
     Job job = idle_;
@@ -56,4 +56,4 @@ void Strand::work() {
   }
 }
 
-}  // namespace desk
+}  // namespace desk::panel

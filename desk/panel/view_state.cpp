@@ -1,4 +1,4 @@
-#include "desk/panel/board.h"
+#include "desk/panel/view_state.h"
 
 #include <json/value.h>
 #include <json/writer.h>
@@ -6,21 +6,21 @@
 #include <algorithm>
 #include <filesystem>
 
-namespace desk {
+namespace desk::panel {
 
 namespace {
 
 constexpr std::size_t kMostLines = 1000;
 
-const char* nameOf(Speaker speaker) {
-  switch (speaker) {
-    case Speaker::Script:
+const char* sourceName(OutputSource source) {
+  switch (source) {
+    case OutputSource::Script:
       return "script";
-    case Speaker::Plugin:
+    case OutputSource::Plugin:
       return "plugin";
-    case Speaker::Desk:
+    case OutputSource::Desk:
       return "desk";
-    case Speaker::Error:
+    case OutputSource::Error:
       break;
   }
   return "error";
@@ -49,37 +49,37 @@ Json::Value toJson(const PanelFacts& facts, const View& view) {
 
 }  // namespace
 
-void Board::publish(const View& view) {
+void ViewState::publish(const View& view) {
   const std::lock_guard<std::mutex> lock(mutex_);
   if (sameView(view_, view)) return;
   view_ = view;
   ++version_;
-  note();
+  noteChange();
 }
 
-void Board::say(Speaker speaker, const std::string& line) {
+void ViewState::addLine(OutputSource source, const std::string& line) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  lines_.emplace_back(speaker, line);
+  lines_.emplace_back(source, line);
   if (lines_.size() > kMostLines) {
     lines_.pop_front();
     ++firstLine_;
   }
   ++version_;
-  note();
+  noteChange();
 }
 
-void Board::stir() {
+void ViewState::notify() {
   const std::lock_guard<std::mutex> lock(mutex_);
-  note();
+  noteChange();
 }
 
-std::uint64_t Board::wait(std::uint64_t seen, std::chrono::milliseconds timeout) {
+std::uint64_t ViewState::wait(std::uint64_t seen, std::chrono::milliseconds timeout) {
   std::unique_lock<std::mutex> lock(mutex_);
   changed_.wait_for(lock, timeout, [&] { return changes_ != seen; });
   return changes_;
 }
 
-std::string Board::news(Cursor& cursor) {
+std::string ViewState::changesSince(Cursor& cursor) {
   const std::lock_guard<std::mutex> lock(mutex_);
   if (cursor.version == version_) return {};
   Json::Value json = toJson(facts_, view_);
@@ -89,7 +89,7 @@ std::string Board::news(Cursor& cursor) {
   for (auto line = lines_.begin() + static_cast<std::ptrdiff_t>(seen); line != lines_.end();
        ++line) {
     Json::Value pair;
-    pair.append(nameOf(line->first));
+    pair.append(sourceName(line->first));
     pair.append(line->second);
     json["lines"].append(pair);
   }
@@ -100,26 +100,26 @@ std::string Board::news(Cursor& cursor) {
   return Json::writeString(writer, json);
 }
 
-std::string Board::picture() {
+std::string ViewState::picture() {
   const std::lock_guard<std::mutex> lock(mutex_);
   return view_.svg;
 }
 
-void Board::close() {
+void ViewState::close() {
   const std::lock_guard<std::mutex> lock(mutex_);
   closed_ = true;
-  note();
+  noteChange();
 }
 
 /// Call it with the mutex locked.
-void Board::note() {
+void ViewState::noteChange() {
   ++changes_;
   changed_.notify_all();
 }
 
-bool Board::isClosed() {
+bool ViewState::isClosed() {
   const std::lock_guard<std::mutex> lock(mutex_);
   return closed_;
 }
 
-}  // namespace desk
+}  // namespace desk::panel
