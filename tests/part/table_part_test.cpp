@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "desk/host/tick_clock.h"
 #include "tests/part/picture.h"
 
@@ -11,21 +13,14 @@ namespace {
 
 using testing::ElementsAre;
 
-struct Range {
-  int result, first, last;
-  bool operator==(const Range& other) const {
-    return result == other.result && first == other.first && last == other.last;
-  }
-};
-std::ostream& operator<<(std::ostream& out, const Range& range) {
-  return out << range.result << ": " << range.first << " to " << range.last;
-}
+/// What Update answers, and the first and the last row of the page.
+using Range = std::array<int, 3>;
 
 constexpr int kUntouched = 77;
 
 Range update(CLuaParseModulePart& part, int total) {
   Range range{0, kUntouched, kUntouched};
-  range.result = part.Update(static_cast<unsigned short>(total), range.first, range.last);
+  range[0] = part.Update(static_cast<unsigned short>(total), range[1], range[2]);
   return range;
 }
 
@@ -73,9 +68,9 @@ TEST(Paging, TellsTheRowsOfEachPage) {
     update(part, row.total);
     for (int page = 1; page < row.page; ++page) ASSERT_EQ(part.PageDown(), 1);
     EXPECT_EQ(update(part, row.total), row.expected);
-    if (row.expected.result == 1) {
-      EXPECT_EQ(part.nFirstRow, row.expected.first);
-      EXPECT_EQ(part.nLastRow, row.expected.last);
+    if (row.expected[0] == 1) {
+      EXPECT_EQ(part.nFirstRow, row.expected[1]);
+      EXPECT_EQ(part.nLastRow, row.expected[2]);
     }
   }
 }

@@ -45,20 +45,17 @@ std::string nameOf(int job) {
   return "job" + std::to_string(job) + (job % 2 == 0 ? ".json" : ".xml");
 }
 
-/// Jobs of growing size, every fifth of them broken in one way or another.
+/// Jobs of growing size, every fifth of them broken off and every fifth with a bad number.
 void writeJobs(const TempTree& tree) {
+  const std::string flash = "mnt/data/CustomFileDir/";
   for (int job = 0; job < kJobs; ++job) {
     const bool isJson = job % 2 == 0;
     const made_jobs::Size size{1 + job % 4, 1 + job % 7, job % 3,
                                std::string(static_cast<std::size_t>(1 + job * 3), 'a')};
     std::string text = isJson ? made_jobs::json(size) : made_jobs::xml(size);
     if (job % 5 == 3) text.resize(text.size() / 2);
-    if (job % 5 == 4)
-      text.replace(text.find("12.5") == std::string::npos ? text.find(">7<") + 1 : text.find("1.0"),
-                   1, "x");
-    tree.write(
-        std::string("mnt/data/CustomFileDir/") + (isJson ? "JsonFile/" : "XmlFile/") + nameOf(job),
-        text);
+    if (job % 5 == 4) text.replace(isJson ? text.find("1.0") : text.find(">7<") + 1, 1, "x");
+    tree.write(flash + (isJson ? "JsonFile/" : "XmlFile/") + nameOf(job), text);
   }
 }
 
