@@ -9,7 +9,6 @@
 #include "desk/base/text.h"
 #include "desk/check/job_rules.h"
 #include "desk/check/rules.h"
-#include "desk/host/document_file.h"
 #include "desk/host/documents.h"
 #include "desk/job/zero_references.h"
 

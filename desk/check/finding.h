@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "desk/job/place.h"
+#include "desk/job/source_text.h"
 
 namespace desk::check {
 

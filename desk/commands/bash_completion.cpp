@@ -2,7 +2,6 @@
 #include <sstream>
 
 #include "desk/commands/bash_completion.sh.h"
-#include "desk/commands/command_pages.h"
 #include "desk/commands/commands.h"
 
 namespace desk::commands {

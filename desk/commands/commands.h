@@ -1,6 +1,7 @@
-// The commands of cusdesk, one file each, and the table that names them.
+// The commands of cusdesk, one file each, the table that names them, and what is made from it.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "desk/base/command_line.h"
@@ -15,5 +16,11 @@ const std::vector<Command>& allCommands();
 
 /// Applies --root and --usb to the host's services, and returns the path of the plug-in.
 std::string applyGlobalOptions(const Arguments& global);
+
+/// A script for bash that completes commands, options and their arguments.
+std::string bashCompletion();
+
+/// The manual page cusdesk(1), for man's macros.
+std::string manPage();
 
 }  // namespace desk::commands

@@ -5,7 +5,6 @@
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
-#include "desk/commands/command_pages.h"
 #include "desk/commands/commands.h"
 #include "desk/editor/editor_files.h"
 

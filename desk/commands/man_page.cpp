@@ -2,7 +2,6 @@
 #include <string_view>
 
 #include "desk/base/errors.h"
-#include "desk/commands/command_pages.h"
 #include "desk/commands/commands.h"
 
 namespace desk::commands {

@@ -1,14 +1,59 @@
 #include "desk/host/documents.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
 #include <exception>
 
+#include "desk/base/files.h"
 #include "desk/base/output.h"
-#include "desk/host/document_file.h"
 #include "desk/host/paths.h"
 #include "desk/host/settings.h"
 
 namespace deskhost {
 namespace {
+
+using desk::Descriptor;
+using desk::systemReason;
+
+constexpr std::size_t kChunkBytes = std::size_t{64} << 10;
+
+constexpr int kOpenFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+
+std::string sizeReason() {
+  return "larger than " + std::to_string(settings().maxDocumentBytes) + " bytes";
+}
+
+/// What keeps the open file from being read, or an empty text. Sets `size` to what it holds now.
+std::string fileFault(int number, std::size_t& size) {
+  struct stat status {};
+  if (::fstat(number, &status) != 0) return systemReason(errno);
+  if (S_ISDIR(status.st_mode)) return systemReason(EISDIR);
+  if (!S_ISREG(status.st_mode)) return "not a regular file";
+  size = static_cast<std::size_t>(status.st_size);
+  return size > settings().maxDocumentBytes ? sizeReason() : std::string();
+}
+
+std::string readAll(int number, std::size_t expected, std::string& text) {
+  const std::size_t most = settings().maxDocumentBytes;
+  std::size_t filled = 0;
+  // One byte more than expected, so that the end of the file is seen without growing the text.
+  text.resize(std::min(expected, most) + 1);
+  for (;;) {
+    if (filled == text.size()) text.resize(std::min(filled + kChunkBytes, most + 1));
+    const ssize_t got = ::read(number, &text[filled], text.size() - filled);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return systemReason(errno);
+    filled += static_cast<std::size_t>(got);
+    if (filled > most) return sizeReason();
+    if (got == 0) break;
+  }
+  text.resize(filled);
+  return {};
+}
 
 /// `shown` is the name to give with a fault.
 bool readAndParse(const std::string& name, const DocumentParser& parse, DocumentFault& fault,
@@ -33,6 +78,16 @@ void logCause(const std::string& name, const char* cause) noexcept {
 }
 
 }  // namespace
+
+bool readDocumentFile(const std::string& file, std::string& text, std::string& reason) {
+  const Descriptor descriptor(::open(file.c_str(), kOpenFlags));
+  std::size_t size = 0;
+  std::string fault =
+      descriptor.isOpen() ? fileFault(descriptor.number(), size) : systemReason(errno);
+  if (fault.empty()) fault = readAll(descriptor.number(), size, text);
+  if (!fault.empty()) reason = file + ": " + fault;
+  return fault.empty();
+}
 
 std::string describe(const std::string& name, const DocumentFault& fault) {
   std::string text = (name.empty() ? "\"\"" : name) + ":";

@@ -1,8 +1,9 @@
-// The desk's rules for JSON and XML documents, apart from where the text comes from.
+// JSON and XML documents at the desk: how a file is read, and what it may hold.
 #pragma once
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace Json {
 class Value;
@@ -35,6 +36,20 @@ bool parseJson(const std::string& text, Json::Value& root, DocumentFault& fault)
 /// failure. One zero byte at the end is passed over. The library bounds the nesting, the settings
 /// the attributes of one element. Throws std::bad_alloc only.
 bool parseXml(const std::string& text, tinyxml2::XMLDocument& document, DocumentFault& fault);
+
+/// Walks over the tags of `text`, in time proportional to its size, and finds what the XML library
+/// would pay dearly for or pass over in silence: an element with more than `maxXmlAttributes`
+/// attributes, an end tag where no element is open, bytes after a zero byte. Says nothing about
+/// text that is not well formed otherwise.
+/// @return whether none of these was found; otherwise `fault` is set
+bool checkXmlTags(std::string_view text, DocumentFault& fault);
+
+/// Reads the regular file `file` of this PC whole into `text`, at most `maxDocumentBytes` of the
+/// settings. Never waits: anything but a regular file is refused once it is open, so a pipe
+/// without a writer does not hang. A file that grows while it is read is bounded as well.
+/// @param text   unspecified after a failure
+/// @param reason set on failure only: the file and what the system says about it
+bool readDocumentFile(const std::string& file, std::string& text, std::string& reason);
 
 using DocumentParser = std::function<bool(const std::string& text, DocumentFault& fault)>;
 

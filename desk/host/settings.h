@@ -47,6 +47,9 @@ struct Settings {
 };
 
 /// The settings of the process. Set them before the first service is called: nothing is locked.
-Settings& settings();
+inline Settings& settings() {
+  static Settings instance;
+  return instance;
+}
 
 }  // namespace deskhost

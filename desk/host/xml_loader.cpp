@@ -1,7 +1,6 @@
 #include <tinyxml2.h>
 
 #include "desk/host/documents.h"
-#include "desk/host/xml_tags.h"
 #include "host/cbl.h"
 
 namespace deskhost {

@@ -1,4 +1,4 @@
-#include "desk/host/xml_tags.h"
+#include "desk/host/documents.h"
 
 #include <algorithm>
 #include <string>

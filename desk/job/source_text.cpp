@@ -90,4 +90,12 @@ Position SourceText::positionInBytes(int line, int byteColumn) const {
   return position(start + static_cast<std::size_t>(byteColumn) - 1);
 }
 
+std::string describe(const Element& element) {
+  if (element.bar == 0) return "the header";
+  std::string text = "bar " + std::to_string(element.bar);
+  if (element.piece != 0) text = "piece " + std::to_string(element.piece) + " of " + text;
+  if (element.work != 0) text = "work " + std::to_string(element.work) + " of " + text;
+  return text;
+}
+
 }  // namespace desk::job

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "desk/job/place.h"
+#include "desk/job/source_text.h"
 #include "json/json_keys.h"
 #include "model/job_records.h"
 

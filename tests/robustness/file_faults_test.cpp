@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <csignal>
 
-#include "desk/host/document_file.h"
+#include "desk/host/documents.h"
 #include "host/cbl.h"
 #include "json/json_analysis.h"
 #include "tests/desk/host/host_test.h"

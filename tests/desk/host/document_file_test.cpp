@@ -1,4 +1,4 @@
-#include "desk/host/document_file.h"
+#include "desk/host/documents.h"
 
 #include <sys/stat.h>
 

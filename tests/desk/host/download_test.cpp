@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "desk/host/download_codes.h"
+#include "desk/host/http_transfer.h"
 #include "host/cbl.h"
 #include "tests/desk/host/host_test.h"
 #include "tests/support/fault_server.h"
