@@ -6,6 +6,7 @@
 #include <map>
 
 #include "desk/base/command_line.h"
+#include "desk/base/text.h"
 #include "desk/job/traced_job.h"
 #include "xml/xml_elements.h"
 
@@ -99,10 +100,6 @@ std::string otherSpelling(const std::string& unknown, const std::vector<std::str
     return simplified(name) == wanted;
   });
   return found == names.end() ? std::string() : *found;
-}
-
-bool contains(const std::vector<std::string>& names, const std::string& name) {
-  return std::find(names.begin(), names.end(), name) != names.end();
 }
 
 }  // namespace

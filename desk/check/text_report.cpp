@@ -31,10 +31,6 @@ const char* colourOf(Severity severity) {
   return kCyan;
 }
 
-std::string plural(std::size_t count, const std::string& word) {
-  return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
-}
-
 std::string withoutNumbers(std::string text) {
   const auto isDigit = [](char byte) { return byte >= '0' && byte <= '9'; };
   text.erase(std::remove_if(text.begin(), text.end(), isDigit), text.end());
@@ -113,10 +109,10 @@ class TextReport {
   void writeSummary() {
     std::set<int> files;
     for (const Finding& finding : report_.findings) files.insert(finding.place.file);
-    text_ += plural(countOf(report_, Severity::Error), "error") + ", " +
-             plural(countOf(report_, Severity::Warning), "warning") + ", " +
-             plural(countOf(report_, Severity::Note), "note") + " in " +
-             plural(files.size(), "file") + "\n";
+    text_ += countText(countOf(report_, Severity::Error), "error") + ", " +
+             countText(countOf(report_, Severity::Warning), "warning") + ", " +
+             countText(countOf(report_, Severity::Note), "note") + " in " +
+             countText(files.size(), "file") + "\n";
   }
 
   const Report& report_;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "desk/base/numbers.h"
+#include "desk/base/text.h"
 #include "desk/check/job_rules.h"
 #include "desk/check/rules.h"
 #include "desk/check/xml_watcher.h"
@@ -23,14 +24,6 @@ std::string trimmed(const char* text) {
   const std::string_view all = text;
   const std::size_t start = std::min(all.find_first_not_of(kBlanks), all.size());
   return std::string(all.substr(start, all.find_last_not_of(kBlanks) + 1 - start));
-}
-
-bool isBlank(const char* text) {
-  return trimmed(text).empty();
-}
-
-bool contains(const std::vector<std::string>& names, const std::string& name) {
-  return std::find(names.begin(), names.end(), name) != names.end();
 }
 
 /// A declaration of entities, in a document type or by itself: the library takes each for a node.

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "desk/base/text.h"
 #include "desk/commands/bash_completion.sh.h"
 #include "desk/commands/commands.h"
 
@@ -13,15 +14,9 @@ constexpr char kFiles[] = "@file";
 constexpr char kFolders[] = "@dir";
 constexpr char kAnything[] = "@any";
 
-std::string joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
-  return text;
-}
-
 /// What the argument of an option can be, from its name in the help.
 std::string argumentOf(const Option& option) {
-  if (!option.values.empty()) return joined(option.values);
+  if (!option.values.empty()) return joined(option.values, " ");
   const std::string name = option.argument;
   if (name.find("DIR") != std::string::npos) return kFolders;
   for (const char* part : {"FILE", "PATH", "OUT"}) {
@@ -52,7 +47,7 @@ std::string optionNames(const std::vector<Option>& options) {
   std::vector<std::string> words;
   words.reserve(options.size());
   for (const Option& option : options) words.push_back(spellings(option).front());
-  return joined(words);
+  return joined(words, " ");
 }
 
 std::string argumentBranches(const std::string& command, const std::vector<Option>& options) {
@@ -108,9 +103,9 @@ std::string bashCompletion() {
     arguments += argumentBranches(name, command.options);
     operands += operandBranches(command);
   }
-  operands = branch("'help 1'", joined(names)) + operands;
+  operands = branch("'help 1'", joined(names, " ")) + operands;
   names.emplace_back("help");
-  operands = branch("' 1'", joined(names)) + operands;
+  operands = branch("' 1'", joined(names, " ")) + operands;
   return "# bash completion for cusdesk, made by 'cusdesk export completion'\n\n" +
          function("_cusdesk_options", "COMMAND, how many operands so far: the options", options) +
          function("_cusdesk_argument", "COMMAND OPTION: what its argument can be", arguments) +
