@@ -90,6 +90,10 @@ class Draw(Folder):
         kinds = [e.get("class") for e in ElementTree.fromstring(svg).iter() if e.get("class")]
         self.assertEqual((kinds.count("piece"), kinds.count("over"), kinds.count("end")),
                          (105, 1, 2), "one piece does not fit, one has no length")
+        texts = {e.text: float(e.get("y")) for e in ElementTree.fromstring(svg).iter(SVG + "text")}
+        self.assertIn("w29", texts)
+        self.assertGreater(texts["Bar 1  ·  外框"] - texts["and 70 more works"], 9)
+        self.assertTrue(any("  4: 500, " in text for text in texts), "a barcode that is cut off")
         lint = subprocess.run(["xmllint", "--noout", "odd.svg"], cwd=self.folder, check=False,
                               capture_output=True, text=True)
         self.assertEqual((lint.returncode, lint.stderr), (0, ""))
@@ -105,6 +109,8 @@ class Draw(Folder):
         pieces = [piece(n, str(700 + 9 * n), "45", "135") for n in range(1, 7)]
         name = self.job([bar(n, 6500, *pieces) for n in range(1, 51)])
         root = ElementTree.fromstring(self.draw(name))
+        pages = [e.text for e in root.iter(SVG + "text") if e.get("class") == "page"]
+        self.assertEqual(pages[0], f"page 1 of {len(pages)}")
         height = float(root.get("viewBox").split()[3])
         self.assertEqual(height % 210, 0)
         self.assertLess(height, 15 * 210)
