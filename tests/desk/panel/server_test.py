@@ -214,7 +214,8 @@ class Load(Folder):
                     last.sendall(begun.encode())
                 began = time.monotonic()
                 self.assertEqual(panel.request("GET", "/")[0], 200)
-                self.assertLess(time.monotonic() - began, 4)  # silence alone is borne for longer
+                # were each borne in turn, 16 at a time, this would take three quarters of a minute
+                self.assertLess(time.monotonic() - began, 20)
             self.assertEqual(panel.act("/page", "turn=down"), 204)
             self.assertEqual(page.until(lambda view: view["page"] == 2)["page"], 2)
             with socket.create_connection(("127.0.0.1", panel.port)) as dribble:
@@ -238,11 +239,12 @@ class Load(Folder):
             events.until(lambda view: view["rows"] == 1)
             def click(_):
                 began = time.monotonic()
-                return panel.act("/click", "x=9&y=300"), time.monotonic() - began < 3
+                return panel.act("/click", "x=9&y=300"), time.monotonic() - began
             with concurrent.futures.ThreadPoolExecutor(40) as pool:
                 answers = list(pool.map(click, range(40)))
             self.assertEqual({status for status, _ in answers}, {503})
-            at_once = sum(soon for _, soon in answers)
+            longest = max(seconds for _, seconds in answers)
+            at_once = sum(seconds < longest / 2 for _, seconds in answers)
             self.assertIn(at_once, range(4, 9))  # 32 wait besides the one at work, as long as they may
             self.assertEqual(panel.request("GET", "/")[0], 200)
             code, errors = panel.end(signal.SIGINT)
