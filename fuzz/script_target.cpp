@@ -70,14 +70,14 @@ void download(const Step& step) {
 
 /// A query command, and which exceptions it may throw. What its rows hold is for the sessions.
 constexpr struct {
-  char step;
   const char* function;
-  bool takesArgument;
   unsigned allowed;
+  char step;
+  bool takesArgument;
 } kQueries[] = {
-    {'A', "get_work", false, fuzzing::kNone},  {'W', "get_work", true, fuzzing::kNone},
-    {'C', "get_cut", true, fuzzing::kStoi},    {'H', "get_hole", false, fuzzing::kStod},
-    {'P', "get_print", false, fuzzing::kNone}, {'D', "get_Dimensions", true, fuzzing::kNone},
+    {"get_work", fuzzing::kNone, 'A', false},  {"get_work", fuzzing::kNone, 'W', true},
+    {"get_cut", fuzzing::kStoi, 'C', true},    {"get_hole", fuzzing::kStod, 'H', false},
+    {"get_print", fuzzing::kNone, 'P', false}, {"get_Dimensions", fuzzing::kNone, 'D', true},
 };
 
 void ask(const Step& step) {

@@ -106,9 +106,8 @@ inline constexpr Function kFunctions[] = {
 constexpr bool areDescribed() {
   for (const Function& function : kFunctions) {
     const Words& words = function.words;
-    if (words.text == nullptr || words.result == nullptr || words.resultText == nullptr) {
-      return false;
-    }
+    // Reading a text that is not there does not compile.
+    if (*words.text == '\0' || *words.result == '\0' || *words.resultText == '\0') return false;
   }
   return true;
 }
