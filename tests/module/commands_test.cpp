@@ -152,6 +152,8 @@ TEST_F(CommandsTest, CutsHaveTheBarcodesOfTheirNumbersWhateverWasAskedBefore) {
     }
     std::string expected;
     for (const std::string* barCode : wanted) expected += *barCode + " ";
+    run("return #cus_ParseModule.get_cut('1')");
+    ASSERT_EQ(json.barCodeMap, barCodes) << "round " << round;
     ASSERT_EQ(run("local codes = ''\n"
                   "for _, row in ipairs(cus_ParseModule.get_cut('')) do\n"
                   "  codes = codes .. row.BarCode .. ' '\n"

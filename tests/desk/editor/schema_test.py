@@ -61,7 +61,7 @@ def damaged_json_jobs():
                 yield f"{key} missing", job
             job = copy.deepcopy(JSON_JOB)
             target = json_levels(job)[level][0]
-            target["x" + key] = target.pop(key)
+            target["x" + key] = target.pop(key, None)
             yield f"{key} misspelt", job
             kind = rule.get("type", "object")
             for name, value in values.items():

@@ -39,6 +39,7 @@ B (5)    2 way (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
 (line)  * carried over from an earlier element
 """)
         rows = json.loads(self.show("job.json", "cuts", "--format", "json", "--where")[0])
+        self.assertEqual(rows[0]["SxB"]["column"], 70)
         self.assertEqual(rows[1]["DxB"], {"value": "45", "line": 3, "column": 83, "carried": True,
                                           "element": "piece 1 of bar 1"})
         self.assertEqual(rows[1]["CutNumBer"], {"value": "2"})
