@@ -18,6 +18,7 @@
 #include "module/registration.h"
 #include "tests/support/counting_heap.h"
 #include "tests/support/json_text.h"
+#include "tests/support/lua_show.h"
 #include "tests/support/made_jobs.h"
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -105,14 +106,6 @@ void* allocate(void*, void* block, std::size_t before, std::size_t after) {
 /// finalisersRun() on.
 constexpr char kScript[] = R"(
 job = cus_ParseModule
-function show(value)
-  if type(value) ~= 'table' then return tostring(value) end
-  local keys, parts = {}, {}
-  for key in pairs(value) do keys[#keys + 1] = key end
-  table.sort(keys, function(a, b) return tostring(a) < tostring(b) end)
-  for _, key in ipairs(keys) do parts[#parts + 1] = tostring(key) .. '=' .. show(value[key]) end
-  return '{' .. table.concat(parts, ',') .. '}'
-end
 function finalisersRun() collectgarbage('restart') end
 function whole(outer, nested, alone, deepest)
   local runs, depth, inside, wrong = 0, 0, false, nil
@@ -163,6 +156,7 @@ class RunningQueries : public testing::Test {
     testing::internal::CaptureStdout();
     luaL_openlibs(L);
     reg_cus_ParseModule(L);
+    run(kShow);
     run(kScript);
     run("mark = '" + named("job") + "'");
   }

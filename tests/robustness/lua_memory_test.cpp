@@ -6,6 +6,7 @@
 #include "module/registration.h"
 #include "tests/desk/host/host_test.h"
 #include "tests/support/counting_heap.h"
+#include "tests/support/lua_show.h"
 #include "tests/support/made_jobs.h"
 
 #include <lua.hpp>
@@ -28,17 +29,6 @@ void* allocate(void* data, void* block, std::size_t before, std::size_t after) {
   budget.used += after - owned;
   return next;
 }
-
-/// A table as text, its keys in order; any other value as it is.
-constexpr char kShow[] = R"(
-function show(value)
-  if type(value) ~= 'table' then return tostring(value) end
-  local keys, parts = {}, {}
-  for key in pairs(value) do keys[#keys + 1] = key end
-  table.sort(keys, function(a, b) return tostring(a) < tostring(b) end)
-  for _, key in ipairs(keys) do parts[#parts + 1] = tostring(key) .. '=' .. show(value[key]) end
-  return '{' .. table.concat(parts, ',') .. '}'
-end)";
 
 constexpr const char* kCalls[] = {
     "getjson_Flash('a.json')",
