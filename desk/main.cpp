@@ -5,7 +5,9 @@
 #include <cstdlib>
 #include <exception>
 
+#include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
+#include "desk/base/terminal.h"
 #include "desk/base/text.h"
 #include "desk/commands/commands.h"
 
@@ -78,6 +80,7 @@ int dispatch(const std::vector<std::string>& words) {
   if (invocation.global.has("help") || invocation.command.has("help")) {
     return show(commandHelp(command));
   }
+  setColours(choice(invocation.global.value("color", "auto"), "--color", kColours).when);
   return command.run(invocation);
 }
 

@@ -23,7 +23,10 @@ constexpr std::chrono::milliseconds kBetween{100};
 constexpr std::size_t kLeastColumns = 20;
 constexpr std::size_t kMostColumns = 10'000;
 
+Colours colours = Colours::Auto;
+
 bool wantsColour() {
+  if (colours != Colours::Auto) return colours == Colours::Always;
   const char* refused = std::getenv("NO_COLOR");
   const char* kind = std::getenv("TERM");
   return (refused == nullptr || *refused == '\0') && kind != nullptr &&
@@ -63,13 +66,17 @@ std::size_t take(std::string_view text, std::size_t& at) {
 
 }  // namespace
 
+void setColours(Colours when) {
+  colours = when;
+}
+
 Terminal terminalOf(std::FILE* stream) {
   Terminal terminal;
   const int number = ::fileno(stream);
   terminal.isTerminal = ::isatty(number) == 1;
-  if (!terminal.isTerminal) return terminal;
+  if (!terminal.isTerminal && colours != Colours::Always) return terminal;
   terminal.hasColour = wantsColour();
-  const std::size_t columns = columnsOf(number);
+  const std::size_t columns = columnsOf(terminal.isTerminal ? number : STDERR_FILENO);
   if (columns > 0) terminal.columns = std::max(columns, kLeastColumns);
   return terminal;
 }

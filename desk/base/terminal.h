@@ -12,13 +12,27 @@
 
 namespace desk {
 
+/// When to write colours: on terminals that know them unless NO_COLOR is set, always, or never.
+enum class Colours { Auto, Always, Never };
+
+struct ColoursRow {
+  const char* name;
+  Colours when;
+};
+inline constexpr ColoursRow kColours[] = {
+    {"auto", Colours::Auto}, {"always", Colours::Always}, {"never", Colours::Never}};
+
+/// Decides for the whole program. Set it before the first answer is written.
+void setColours(Colours when);
+
 struct Terminal {
   bool isTerminal = false;
-  bool hasColour = false;    ///< a terminal that knows colours, and NO_COLOR is not set
+  bool hasColour = false;    ///< as decided; with Colours::Always also where there is no terminal
   std::size_t columns = 80;  ///< at least 20; the environment's COLUMNS goes before the device
 };
 
-/// What `stream` leads to.
+/// What `stream` leads to. Where colours are always wanted and it is no terminal, as in a pipe to a
+/// pager, its columns are those of the terminal behind standard error.
 Terminal terminalOf(std::FILE* stream);
 
 /// Columns that UTF-8 text fills: two for each wide character, none for a combining mark, one for a

@@ -64,11 +64,14 @@ class TextReport {
       if (all_ || number <= kShownOfEach) writeFinding(finding);
       if (!all_ && number == kShownOfEach) writeRest(finding);
     }
-    if (terminal_.isTerminal && !report_.findings.empty()) writeSummary();
+    if (isForEyes() && !report_.sources.empty()) writeSummary();
     return text_;
   }
 
  private:
+  /// On a terminal, or on one's way there through a pager.
+  bool isForEyes() const { return terminal_.isTerminal || terminal_.hasColour; }
+
   std::string coloured(const char* colour, const std::string& text) const {
     return terminal_.hasColour ? colour + text + kPlain : text;
   }
@@ -83,7 +86,7 @@ class TextReport {
     text_ += coloured(kBold, place) + " " +
              coloured(colourOf(finding.severity), std::string(nameOf(finding.severity)) + ":") +
              " " + finding.message + " [" + finding.rule + "]\n";
-    if (terminal_.isTerminal) writeExcerpt(finding);
+    if (isForEyes()) writeExcerpt(finding);
   }
 
   void writeExcerpt(const Finding& finding) {
@@ -95,8 +98,8 @@ class TextReport {
     if (excerpt.text.empty()) return;
     text_ += " " + number + " | " + excerpt.text + "\n";
     if (at.column == 0) return;
-    text_ += std::string(margin - 2, ' ') + "| " + std::string(excerpt.caret, ' ') +
-             coloured(colourOf(finding.severity), "^") + "\n";
+    text_ += std::string(margin - 2, ' ') + "| " + std::string(excerpt.start, ' ') +
+             coloured(colourOf(finding.severity), "^" + std::string(excerpt.width - 1, '~')) + "\n";
   }
 
   void writeRest(const Finding& finding) {
@@ -109,6 +112,10 @@ class TextReport {
   void writeSummary() {
     std::set<int> files;
     for (const Finding& finding : report_.findings) files.insert(finding.place.file);
+    if (files.empty()) {
+      text_ += "no findings in " + countText(report_.sources.size(), "file") + "\n";
+      return;
+    }
     text_ += countText(countOf(report_, Severity::Error), "error") + ", " +
              countText(countOf(report_, Severity::Warning), "warning") + ", " +
              countText(countOf(report_, Severity::Note), "note") + " in " +

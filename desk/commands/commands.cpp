@@ -3,8 +3,10 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
 #include "desk/base/files.h"
+#include "desk/base/terminal.h"
 #include "desk/host/settings.h"
 
 namespace desk::commands {
@@ -20,6 +22,8 @@ const std::vector<Option>& globalOptions() {
       {"plugin", "PATH", "the plug-in to load (default: the one beside cusdesk)"},
       {"root", "DIR", "stands for the controller's file system (default: the shipped examples)"},
       {"usb", "DIR", "stands for the USB disk (default: mnt/usb below the root)"},
+      {"color", "WHEN", "colours and source lines: auto (default), always or never", '\0',
+       namesOf(kColours)},
       {"help", nullptr, "show this help, or that of a command", 'h'},
       {"version", nullptr, "show the version"},
   };

@@ -120,7 +120,7 @@ class Check(Folder):
         self.assertIn(f"line.json:1:{column}: error:", lines[-4])
         self.assertEqual(lines[-3:-1], [
             ' 1 | \u2026\u7a93"}},{"cut":{"Length":"1","SxB":"\u7a93"}}]}]}',
-            "   |                             ^"])
+            "   |                             ^~~~~"])
 
 
 JOB = '{"Version": "1.0", "Bar": [%s]}'
@@ -238,7 +238,7 @@ class Terminals(Folder):
             'wide.json:2:18: error: "Bar" must be an array, not the number 1: it is ignored '
             '[wrong-type]\n'
             ' 2 |  "Name": "\u7a93\u67a0e\u0301", "Bar": 1}\n'
-            '   |                   ^\n'
+            '   |                   ^~~~~\n'
             '1 error, 0 warnings, 0 notes in 1 file\n'))
 
     def test_long_lines_are_cut_around_the_place(self):
@@ -257,14 +257,19 @@ class Terminals(Folder):
         for environment in ({"NO_COLOR": "1"}, {"TERM": "dumb"}):
             self.assertNotIn("\x1b", self.on_terminal("check", "bad.json", **environment))
         self.assertNotIn("\x1b", self.check("bad.json").stdout)
+        never = self.on_terminal("--color=never", "check", "bad.json")
+        always = self.run_here("--color", "always", "check", "bad.json").stdout
+        self.assertEqual(re.sub("\x1b\\[[0-9;]*m", "", always), never)
+        self.assertIn("\x1b[1;31m^~~~~~~~~~~\x1b[0m\n", always)
+        self.assertNotIn("\x1b", never)
 
     def test_work_shows_how_far_it_has_come_and_leaves_no_trace(self):
         text = self.on_terminal("check", *["clean.json"] * 2, CUSDESK_PROGRESS_AFTER="0")
         for count in "12":
             self.assertRegex(text, rf"\r(\d+ s: )?checking {count} of 2: clean\.json\x1b\[K")
-        self.assertTrue(text.endswith("\r\x1b[K"), repr(text))
+        self.assertTrue(text.endswith("\r\x1b[Kno findings in 2 files\n"), repr(text))
         quiet = self.on_terminal("check", "clean.json", CUSDESK_PROGRESS_AFTER="3600000")
-        self.assertEqual(quiet, "")
+        self.assertEqual(quiet, "no findings in 1 file\n")
 
 
 unittest.main()
