@@ -1,5 +1,7 @@
 #include "desk/draw/job_picture.h"
 
+#include <algorithm>
+
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
 #include "desk/draw/bar_picture.h"
@@ -7,6 +9,7 @@
 #include "desk/draw/summary.h"
 #include "desk/draw/svg_canvas.h"
 #include "desk/draw/work_marks.h"
+#include "desk/draw/yield.h"
 
 namespace desk::draw {
 
@@ -46,6 +49,10 @@ std::string scaleText(const Scale& scale) {
   if (scale.along == scale.across) return "1:" + hundredthsText(scale.along);
   return "1:" + hundredthsText(scale.along) + " along, 1:" + hundredthsText(scale.across) +
          " across";
+}
+
+bool showsStated(const BarPlace& bar) {
+  return yieldOf(bar).length > 0.0 && !statedLeftOver(bar).empty();
 }
 
 /// Puts the parts of a job's picture together.
@@ -91,6 +98,9 @@ class Composition {
     std::string facts = heading_.source + "  ·  " + totalText(bars_) + "  ·  ";
     if (isMetric(heading_.unit) && !bars_.empty()) facts += scaleText(scale_) + ", ";
     facts += "lengths in " + (heading_.unit.empty() ? "mm" : heading_.unit);
+    if (std::any_of(bars_.begin(), bars_.end(), showsStated)) {
+      facts += "  ·  in brackets: left over as the job says";
+    }
     canvas.text({kMargin, kMargin + 9.0}, truncatedToMm(xmlText(facts), kDrawingWidth, kLabel),
                 "facts");
   }

@@ -1,11 +1,10 @@
 #include "desk/draw/summary.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "desk/base/numbers.h"
-#include "desk/base/terminal.h"
 #include "desk/base/text.h"
+#include "desk/draw/yield.h"
 
 namespace desk::draw {
 
@@ -13,9 +12,6 @@ namespace {
 
 /// So many pieces are named; the others are counted.
 constexpr std::size_t kNamed = 8;
-
-/// Of a profile's name in the table, in columns.
-constexpr std::size_t kLongestName = 32;
 
 const char* wordsOf(Oddity oddity) {
   switch (oddity) {
@@ -51,38 +47,18 @@ std::string piecesText(const BAR_T& bar, const std::vector<int>& places) {
   return text;
 }
 
-bool hasYield(const BarPlace& bar) {
-  const auto tooLong = [](const Oddness& oddness) { return oddness.oddity == Oddity::TooLong; };
-  return bar.length > 0.0 && std::none_of(bar.oddities.begin(), bar.oddities.end(), tooLong);
-}
-
-std::string percentText(double part) {
-  char text[32] = "";
-  std::snprintf(text, sizeof text, "%.1f %%", 100.0 * part);
-  return text;
-}
-
-/// What the job says is left over, where that is something else than what the lengths say.
-std::string statedText(const BarPlace& bar) {
-  const std::string& stated = bar.bar->BarLeftLength;
-  return stated.empty() || stated == hundredthsText(bar.leftOver()) ? "" : stated;
-}
-
 }  // namespace
-
-std::string yieldText(const BarPlace& bar) {
-  return hasYield(bar) ? percentText(bar.used / bar.length) : "";
-}
 
 std::string summaryText(const BarPlace& bar) {
   std::string text = countText(bar.pieces.size(), "piece") + ", " + hundredthsText(bar.used);
   if (bar.length > 0.0) text += " of " + hundredthsText(bar.length);
   text += " used";
-  if (!hasYield(bar)) return text;
-  const std::string stated = statedText(bar);
+  const std::string yield = yieldOf(bar).text();
+  if (yield.empty()) return text;
+  const std::string stated = statedLeftOver(bar);
   text += ", " + hundredthsText(bar.leftOver()) + " left over";
-  if (!stated.empty()) text += " (the job says " + stated + ")";
-  return text + ", yield " + yieldText(bar);
+  if (!stated.empty()) text += " (" + stated + ")";
+  return text + ", yield " + yield;
 }
 
 std::string pieceName(const BAR_T& bar, int place) {
@@ -103,16 +79,13 @@ std::vector<std::string> remarkTexts(const BarPlace& bar) {
 
 std::string totalText(const std::vector<BarPlace>& bars) {
   std::size_t pieces = 0;
-  double used = 0.0;
-  double length = 0.0;
+  Yield yield;
   for (const BarPlace& bar : bars) {
     pieces += bar.pieces.size();
-    if (!hasYield(bar)) continue;
-    used += bar.used;
-    length += bar.length;
+    yield.add(bar);
   }
   const std::string counts = countText(bars.size(), "bar") + ", " + countText(pieces, "piece");
-  return length > 0.0 ? counts + ", yield " + percentText(used / length) : counts;
+  return yield.length > 0.0 ? counts + ", yield " + yield.text() : counts;
 }
 
 TextTable summaryTable(const std::vector<BarPlace>& bars) {
@@ -121,13 +94,13 @@ TextTable summaryTable(const std::vector<BarPlace>& bars) {
   for (const BarPlace& bar : bars) {
     const std::vector<std::string> texts = {
         bar.bar->BarNumber,
-        truncatedToColumns(escapeControls(bar.bar->BarName), kLongestName),
+        bar.bar->BarName,
         std::to_string(bar.pieces.size()),
         bar.length > 0.0 ? hundredthsText(bar.length) : "",
         hundredthsText(bar.used),
         bar.length > 0.0 ? hundredthsText(bar.leftOver()) : "",
         bar.bar->BarLeftLength,
-        yieldText(bar),
+        yieldOf(bar).text(),
     };
     std::vector<Cell>& row = table.rows.emplace_back();
     for (const std::string& text : texts) row.push_back({text});

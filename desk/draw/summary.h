@@ -9,11 +9,7 @@
 
 namespace desk::draw {
 
-/// How much of the bar the pieces take: "95.4 %". Empty where the bar is too short or has no
-/// length.
-std::string yieldText(const BarPlace& bar);
-
-/// "5 pieces, 6000 of 6500 used, 500 left over (the job says 270), yield 92.3 %"
+/// "5 pieces, 6000 of 6500 used, 500 left over (270), yield 92.3 %": in brackets what the job says.
 std::string summaryText(const BarPlace& bar);
 
 /// What a piece is called: its number, else its place on the bar in brackets.
