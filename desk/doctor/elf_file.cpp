@@ -11,11 +11,13 @@
 #include <regex>
 
 #include "desk/base/errors.h"
-#include "desk/doctor/elf_image.h"
+#include "desk/script/elf_image.h"
 
 namespace desk::doctor {
 
 namespace {
+
+using script::ElfImage;
 
 /// Whether a name could be spelt out at length: each of its references (S_, T0_) repeats an earlier
 /// type, so that few characters can stand for millions.
@@ -173,10 +175,6 @@ LoaderFlags readDynamicEntries(const ElfImage& image, ElfFile& file) {
 
 /// Throws Error where a part is missing: the file would pass for one that needs and offers nothing.
 void requireContents(const ElfImage& image, const std::string& path) {
-  if (image.size() < image.expectedSize()) {
-    throw Error(kExitIoError, path + " is cut short: it has " + std::to_string(image.size()) +
-                                  " of " + std::to_string(image.expectedSize()) + " bytes");
-  }
   bool linked = false;
   image.forEachSegment(
       [&](const GElf_Phdr& segment) { linked = linked || segment.p_type == PT_DYNAMIC; });

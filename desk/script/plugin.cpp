@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 
 #include "desk/base/errors.h"
+#include "desk/script/elf_image.h"
 
 namespace desk::script {
 
@@ -13,13 +14,20 @@ std::string asPath(const std::string& name) {
   return name.find('/') == std::string::npos ? "./" + name : name;
 }
 
+Error cannotLoad(const std::string& reason) {
+  return {kExitIoError, "cannot load the plug-in: " + reason};
+}
+
 }  // namespace
 
-Plugin::Plugin(const std::string& path)
-    : path_(path), handle_(dlopen(asPath(path).c_str(), RTLD_NOW | RTLD_LOCAL)) {
-  if (handle_ == nullptr) {
-    throw Error(kExitIoError, std::string("cannot load the plug-in: ") + dlerror());
+Plugin::Plugin(const std::string& path) : path_(path) {
+  try {
+    requireWholeElf(path);
+  } catch (const Error& error) {
+    throw cannotLoad(error.what());
   }
+  handle_ = dlopen(asPath(path).c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (handle_ == nullptr) throw cannotLoad(dlerror());
 }
 
 Plugin::~Plugin() {

@@ -19,9 +19,12 @@ CUSDESK, PROGRAM, LIBRARIES, PLUGIN, ANCIENT, DEEP_TYPES, OBJCOPY, BROKEN = sys.
 del sys.argv[1:]
 
 
+def cusdesk(*words):
+    return subprocess.run([CUSDESK, *map(str, words)], capture_output=True, text=True, timeout=120)
+
+
 def doctor(*words):
-    return subprocess.run([CUSDESK, "doctor", *map(str, words)], capture_output=True, text=True,
-                          timeout=120)
+    return cusdesk("doctor", *words)
 
 
 def problems(answer):
@@ -111,10 +114,10 @@ class OtherFiles(unittest.TestCase):
         pipe = pathlib.Path(folder.name, "pipe")
         os.mkfifo(pipe)
         for words, code, start in [
-            ([pipe], 3, f"{pipe} is neither a library nor a program"),
+            ([pipe], 3, f"{pipe} is not a regular file"),
             ([], 2, "doctor: which plug-in? Name one file"),
             (["no/such.so"], 3, "cannot read no/such.so: "),
-            (["/"], 3, "/ is neither a library nor a program"),
+            (["/"], 3, "/ is a folder: name a file in it"),
             ([__file__], 3, f"{__file__} is neither a library nor a program"),
             (["--against", "no/such", PLUGIN], 3, "there is no no/such"),
             (["--host", __file__, PLUGIN], 3, f"{__file__} is neither"),
@@ -131,8 +134,12 @@ class OtherFiles(unittest.TestCase):
             for size in [1000, len(whole) // 2, len(whole) - 1]:
                 path.write_bytes(whole[:size])
                 answer = doctor(path)
-                self.assertEqual((answer.returncode, answer.stdout, answer.stderr), (
-                    3, "", f"cusdesk: {path} is cut short: it has {size} of {len(whole)} bytes\n"))
+                said = f"{path} is cut short: it has {size} of {len(whole)} bytes\n"
+                self.assertEqual((answer.returncode, answer.stdout, answer.stderr),
+                                 (3, "", f"cusdesk: {said}"))
+                answer = cusdesk("--plugin", path, "run", "a.lua")
+                self.assertEqual((answer.returncode, answer.stdout, answer.stderr),
+                                 (3, "", f"cusdesk: cannot load the plug-in: {said}"))
             path.write_bytes(whole + b"\n")
             self.assertEqual(doctor(path).returncode, doctor(PLUGIN).returncode)
 

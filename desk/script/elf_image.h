@@ -5,19 +5,21 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
-namespace desk::doctor {
+#include "desk/base/files.h"
+
+namespace desk::script {
 
 /// An open ELF file. Whatever the file says, nothing is read outside of it.
 class ElfImage {
  public:
-  /// Throws Error when the file cannot be read or is no ELF file.
+  /// Throws Error with one sentence when the file cannot be read, is no regular file or far too
+  /// large, is no ELF file (and what it seems to be), or is shorter than its headers say.
   explicit ElfImage(const std::string& path);
-  ~ElfImage();
-  ElfImage(const ElfImage&) = delete;
-  ElfImage& operator=(const ElfImage&) = delete;
 
   const GElf_Ehdr& header() const { return header_; }
 
@@ -36,17 +38,27 @@ class ElfImage {
   /// The text at `offset` of the string table that `section` refers to; empty when there is none.
   std::string text(const Section& section, GElf_Xword offset) const;
 
-  /// How many bytes the file has, and how many it must have for what its headers speak of.
   std::uint64_t size() const;
-  std::uint64_t expectedSize() const;
   /// Whether the file holds the zero-terminated text anywhere.
   bool holdsText(const std::string& text) const;
 
  private:
-  std::string path_;
-  int file_;
-  Elf* elf_ = nullptr;
+  struct End {
+    void operator()(Elf* elf) const { elf_end(elf); }
+  };
+
+  Elf* elf() const { return elf_.get(); }
+  std::string_view bytes() const;
+  /// How many bytes the file must have for what its headers speak of.
+  std::uint64_t expectedSize() const;
+
+  Descriptor file_;
+  std::unique_ptr<Elf, End> elf_;
   GElf_Ehdr header_{};
 };
 
-}  // namespace desk::doctor
+/// Throws Error, as `ElfImage` does, for what must not be handed to the loader: a file that is cut
+/// short ends the process there.
+void requireWholeElf(const std::string& path);
+
+}  // namespace desk::script
