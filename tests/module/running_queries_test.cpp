@@ -1,23 +1,16 @@
 // Whatever script code calls in the middle of a query, the query answers from the job as it was
 // when it began, and the nested call does what it does alone. Built for a Lua that is built as C++
-// and for one that is built as C, which leaves queries by jumps over their destructors. The host's
-// services are this file's own: jobs come from memory, and a download always arrives.
-#include <gtest/gtest.h>
-#include <tinyxml2.h>
-
-#include <cstdlib>
+// and for one that is built as C, which leaves queries by jumps over their destructors.
 #include <lua.hpp>
 #include <map>
-#include <string>
 #include <thread>
 
 #include "host/cbl.h"
-#include "host/media.h"
 #include "module/query_commands.h"
 #include "module/readers.h"
 #include "module/registration.h"
+#include "tests/desk/host/host_test.h"
 #include "tests/support/counting_heap.h"
-#include "tests/support/json_text.h"
 #include "tests/support/lua_show.h"
 #include "tests/support/made_jobs.h"
 
@@ -28,52 +21,7 @@ void __lsan_disable() {}
 void __lsan_enable() {}
 #endif
 
-namespace {
-
-std::string named(const std::string& name) {
-  return name + " in a text that is too long for a short string";
-}
-
-/// Jobs by the names of their files. The bars of "own" bear numbers of their own, those of the
-/// others all the same.
-std::string jobText(const std::string& file) {
-  if (file == "none.json" || file == "none.xml") return "";
-  if (file.find("small") == 0) {
-    const made_jobs::Size size{1, 1, 1, named("small")};
-    return file == "small.xml" ? made_jobs::xml(size) : made_jobs::json(size);
-  }
-  if (file == "other.xml") return "<Job><Version>2.0</Version></Job>";
-  if (file == "other.json") return R"({"Version":"2.0","version":"1.0","Bar":[]})";
-  const made_jobs::Size size{3, 3, 2, named("job")};
-  std::string text = file == "job.xml" ? made_jobs::xml(size) : made_jobs::json(size);
-  if (file != "own.json") return text;
-  int number = 100;  // what follows is 7 everywhere
-  for (std::size_t at = 0; (at = text.find("Number\":7", at)) != std::string::npos;) {
-    text.replace(at, 9, "Number\":" + std::to_string(number++));
-  }
-  return text;
-}
-
-std::string fileOf(const std::string& path) {
-  return path.substr(path.rfind('/') + 1);
-}
-
-}  // namespace
-
-int cbl::loadJsonFile(const std::string& path, Json::Value& root, bool) {
-  const std::string text = jobText(fileOf(path));
-  if (!text.empty()) root = test_support::parseJsonText(text);
-  return text.empty() ? -1 : 0;
-}
-
-int cbl::loadXmlFile(const std::string& path, tinyxml2::XMLDocument& document,
-                     tinyxml2::XMLElement*& root) {
-  const std::string text = path.empty() ? "" : jobText(fileOf(path));
-  if (text.empty() || document.Parse(text.c_str()) != tinyxml2::XML_SUCCESS) return -1;
-  root = document.RootElement();
-  return 0;
-}
-
+// What is downloaded has always arrived before.
 cbl::CHttpDownload::CHttpDownload() = default;
 cbl::CHttpDownload::~CHttpDownload() = default;
 int cbl::CHttpDownload::get(const std::string&, const std::string&, const std::string&, long long,
@@ -81,11 +29,20 @@ int cbl::CHttpDownload::get(const std::string&, const std::string&, const std::s
   return 0;
 }
 
-void CHmiMedia::getUdiskPath(std::string& path) {
-  path = "/usb/";
+namespace {
+
+std::string named(const std::string& name) {
+  return name + " in a text that is too long for a short string";
 }
 
-namespace {
+/// The job with numbers of its own for each bar and piece, which are 7 in a made one.
+std::string numbered(std::string job) {
+  int number = 100;
+  for (std::size_t at = 0; (at = job.find("Number\":7", at)) != std::string::npos;) {
+    job.replace(at, 9, "Number\":" + std::to_string(number++));
+  }
+  return job;
+}
 
 /// What a Lua state may have.
 std::size_t used = 0;
@@ -149,10 +106,21 @@ constexpr const char* kNested[] = {
     "job.getjson_Flash('small.json') and job.getjson_Flash('small.xml')",
 };
 
-class RunningQueries : public testing::Test {
+class RunningQueries : public HostTest {
  protected:
   RunningQueries() : L(lua_newstate(allocate, nullptr)) {
     ::setenv("CUS_CUTCURINDEX_FILE", "/dev/null", 1);
+    desk::setLogSink([](const std::string&) {});
+    const made_jobs::Size size{3, 3, 2, named("job")}, small{1, 1, 1, named("small")};
+    const std::string flash = "root/mnt/data/CustomFileDir/";
+    tree.write(flash + "JsonFile/job.json", made_jobs::json(size));
+    tree.write(flash + "JsonFile/own.json", numbered(made_jobs::json(size)));
+    tree.write(flash + "JsonFile/small.json", made_jobs::json(small));
+    tree.write(flash + "JsonFile/other.json", R"({"Version":"2.0","version":"1.0","Bar":[]})");
+    tree.write(flash + "XmlFile/job.xml", made_jobs::xml(size));
+    tree.write(flash + "XmlFile/small.xml", made_jobs::xml(small));
+    tree.write(flash + "XmlFile/other.xml", "<Job><Version>2.0</Version></Job>");
+    tree.write("usb/json/small.json", made_jobs::json(small));
     testing::internal::CaptureStdout();
     luaL_openlibs(L);
     reg_cus_ParseModule(L);

@@ -75,7 +75,7 @@ def without_chance(text, root, addresses):
 
 def run(cusdesk, session):
     with tempfile.TemporaryDirectory(prefix="session-") as directory, web_server(session) as web:
-        root = pathlib.Path(directory).resolve()
+        root = pathlib.Path(directory).resolve() / "root"
         fill_root(root, session)
         done = subprocess.run(
             [cusdesk, "--root", root, "run", "script.lua"],

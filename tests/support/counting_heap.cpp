@@ -168,6 +168,12 @@ void* calloc(std::size_t count, std::size_t each) {
 }
 
 void* realloc(void* block, std::size_t size) {
+  if (block != nullptr && size != 0 && size <= headerOf(block)->size) {  // never fails
+    remove(headerOf(block)->size);
+    add(size);
+    headerOf(block)->size = size;
+    return block;
+  }
   void* const next = take(size);
   if (next == nullptr || block == nullptr) return next;
   std::memcpy(next, block, std::min(size, headerOf(block)->size));
