@@ -89,20 +89,12 @@ std::string columnsText(const TextTable& table, bool where, const Layout& layout
   return text;
 }
 
-/// Each row by itself, a line for each value.
+/// Each row by itself.
 std::string recordsText(const TextTable& table, bool where) {
-  std::size_t width = 0;
-  for (const std::string& key : table.keys) width = std::max(width, displayWidth(key));
   std::string text;
-  int number = 0;
-  for (const auto& row : table.rows) {
-    ++number;
-    text += (number == 1 ? "row " : "\nrow ") + std::to_string(number) + "\n";
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      std::string value = "  " + padded(table.keys[i], width, false) + "  " + shown(row[i], where);
-      value.erase(value.find_last_not_of(' ') + 1);
-      text += value + "\n";
-    }
+  for (std::size_t row = 0; row < table.rows.size(); ++row) {
+    text += (row == 0 ? "row " : "\nrow ") + std::to_string(row + 1) + "\n" +
+            recordText(table, row, where);
   }
   return text;
 }
@@ -131,6 +123,11 @@ std::string csvLine(const std::vector<std::string>& fields) {
 
 }  // namespace
 
+Cell numberCell(double number) {
+  const std::string text = hundredthsText(number);
+  return {text, true, std::strtod(text.c_str(), nullptr)};
+}
+
 std::string tableText(const TextTable& table, bool where, const Terminal& terminal) {
   Layout layout = layoutOf(table, where);
   const std::size_t narrowest = where ? kNarrowestWithLine : kNarrowest;
@@ -140,6 +137,19 @@ std::string tableText(const TextTable& table, bool where, const Terminal& termin
   if (!where) return text;
   return text + "\n(line)" +
          (hasCarried(table) ? "  * carried over from an earlier element\n" : "\n");
+}
+
+std::string recordText(const TextTable& table, std::size_t row, bool where) {
+  std::size_t width = 0;
+  for (const std::string& key : table.keys) width = std::max(width, displayWidth(key));
+  std::string text;
+  for (std::size_t i = 0; i < table.keys.size(); ++i) {
+    std::string value =
+        "  " + padded(table.keys[i], width, false) + "  " + shown(table.rows[row][i], where);
+    value.erase(value.find_last_not_of(' ') + 1);
+    text += value + "\n";
+  }
+  return text;
 }
 
 std::string csvText(const TextTable& table, bool where) {
@@ -163,6 +173,10 @@ std::string csvText(const TextTable& table, bool where) {
 }
 
 std::string jsonText(const TextTable& table, bool where) {
+  return jsonDocument(jsonRows(table, where));
+}
+
+Json::Value jsonRows(const TextTable& table, bool where) {
   Json::Value rows(Json::arrayValue);
   for (const auto& row : table.rows) {
     Json::Value object(Json::objectValue);
@@ -183,7 +197,7 @@ std::string jsonText(const TextTable& table, bool where) {
     }
     rows.append(object);
   }
-  return jsonDocument(rows);
+  return rows;
 }
 
 }  // namespace desk

@@ -1,6 +1,9 @@
 // Tables that commands print, and the forms they are printed in.
 #pragma once
 
+#include <json/value.h>
+
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -24,6 +27,9 @@ struct Cell {
   Source origin{};
 };
 
+/// A measure or a count, to hundredths.
+Cell numberCell(double number);
+
 /// Rows of cells under the keys that scripts know them by.
 struct TextTable {
   std::vector<std::string> keys;
@@ -35,10 +41,14 @@ struct TextTable {
 /// @param where adds to each value the line that it was read from, with a "*" for a carried one
 std::string tableText(const TextTable& table, bool where, const Terminal& terminal);
 
+/// One row of it, a line for each value.
+std::string recordText(const TextTable& table, std::size_t row, bool where);
+
 /// Comma-separated values (RFC 4180) with a heading. `where` adds two columns for each key.
 std::string csvText(const TextTable& table, bool where);
 
 /// An array of objects. `where` makes an object of each value.
 std::string jsonText(const TextTable& table, bool where);
+Json::Value jsonRows(const TextTable& table, bool where);
 
 }  // namespace desk

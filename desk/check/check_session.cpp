@@ -54,6 +54,7 @@ bool hasPieces(const DATA_T& job) {
 void CheckSession::check(const std::string& file) {
   std::string bytes;
   std::string reason;
+  loads_ = false;
   if (deskhost::readDocumentFile(file, bytes, reason)) {
     check(file, std::move(bytes));
   } else {
@@ -63,6 +64,7 @@ void CheckSession::check(const std::string& file) {
 
 void CheckSession::check(const std::string& file, std::string bytes) {
   report_.sources.push_back(std::make_unique<SourceText>(file, std::move(bytes)));
+  loads_ = false;
   if (readers_ == Readers::Fresh) panel_ = std::make_unique<Panel>();
   const std::size_t from = report_.findings.size();
   checkName(file);
@@ -155,6 +157,7 @@ void CheckSession::checkXml() {
 }
 
 void CheckSession::checkJob(JobFormat format) {
+  loads_ = true;
   const LoadedJob job{this->job(format), file(), format};
   checkVersion(job, report_.findings);
   checkDuplicates(job, report_.findings);

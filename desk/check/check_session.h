@@ -42,6 +42,9 @@ class CheckSession {
 
   const Report& report() const { return report_; }
 
+  /// Whether a panel would load the last file.
+  bool loads() const { return loads_; }
+
   /// What the reader of a format holds after the last file. Good until the next one.
   const TracedJob& job(model::JobFormat format) const {
     return format == model::JobFormat::Xml ? xml() : json();
@@ -74,6 +77,7 @@ class CheckSession {
 
   Readers readers_;
   Report report_;
+  bool loads_ = false;
   std::unique_ptr<Panel> panel_ = std::make_unique<Panel>();
 };
 

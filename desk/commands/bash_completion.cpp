@@ -66,9 +66,11 @@ bool isMark(char c) {
   return c == '[' || c == ']' || c == '.';
 }
 
-/// The branches for a command's operands as the help shows them: "FILE bars|works", "FILE...".
+/// The branches for a command's operands as the help shows them: "FILE...", "schema|stub", or
+/// "FILE... [bars|works]", where each word behind the first can be either.
 std::string operandBranches(const Command& command) {
   std::string text;
+  std::string files;
   std::istringstream operands(command.operands);
   std::string word;
   for (int place = 1; operands >> word; ++place) {
@@ -76,9 +78,12 @@ std::string operandBranches(const Command& command) {
     const bool isChoice = word.find('|') != std::string::npos;
     word.erase(std::remove_if(word.begin(), word.end(), isMark), word.end());
     std::replace(word.begin(), word.end(), '|', ' ');
+    const bool isLast = (operands >> std::ws).eof();
+    const bool isEach = isLast && (repeats || !files.empty());
     const std::string words =
-        repeats ? pattern(command.name, "") + "*" : pattern(command.name, std::to_string(place));
-    text += branch(words, isChoice ? word : kFiles);
+        isEach ? pattern(command.name, "") + "*" : pattern(command.name, std::to_string(place));
+    text += branch(words, isChoice ? files + word : kFiles);
+    if (repeats) files = std::string(kFiles) + " ";
   }
   return text;
 }

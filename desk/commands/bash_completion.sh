@@ -26,7 +26,8 @@ _cusdesk() {
     kind=$(_cusdesk_operand "$command" "$((operands + 1))")
   fi
   case $kind in
-    @file) mapfile -t COMPREPLY < <(compgen -f -- "$word") ;;
+    @file*)
+      mapfile -t COMPREPLY < <(compgen -f -- "$word" || :; compgen -W "${kind#@file}" -- "$word") ;;
     @dir) mapfile -t COMPREPLY < <(compgen -d -- "$word") ;;
     @any | '') COMPREPLY=() ;;
     *) mapfile -t COMPREPLY < <(compgen -W "$kind" -- "$word") ;;

@@ -20,6 +20,57 @@ JOB = """{"Version": "1.0", "Bar": [
 """
 
 
+BIG = {"Version": "1.0", "Name": "B", "Bar": [
+    {"BarNumber": n, "DXF_Name": "P1", "BarColor": "white", "MaxY": 60, "length": 6000,
+     "BarLeftLength": left, "piece": [{"PieceNumber": 1, "cut": {"Length": length}}]}
+    for n, length, left in [(1, "5500", 499), (2, "5500", 1e3), (3, "6500", 0)]]}
+SUMMARY = """\
+file      job  bars  pieces  works  yield   errors  warnings  notes
+--------  ---  ----  ------  -----  ------  ------  --------  -----
+job.json          2       2      2  15.0 %       {}         {}      {}
+big.json  B       3       3      0  91.7 %       {}         {}      {}
+
+Together
+  files           2
+  bars            5
+  without yield   1
+  pieces          5
+  cuts            5
+  different cuts  3
+  works           2
+  length          24000
+  used            12800
+  kept            10700
+  wasted          500
+  yield           53.3 %
+  errors          {}
+  warnings        {}
+  notes           {}
+
+Stock to fetch
+
+profile  name       colour  length  bars
+-------  ---------  ------  ------  ----
+         \u7a93, "A"\\n            6000     2
+P1                  white     6000     3
+
+Use of the stock
+
+profile  name       colour  bars  length   used   kept  wasted  yield
+-------  ---------  ------  ----  ------  -----  -----  ------  ------
+         \u7a93, "A"\\n             2   12000   1800  10200       0  15.0 %
+P1                  white      3   12000  11000    500     500  91.7 %
+
+Leftovers from 500 on
+
+file      bar  profile  name       colour  length
+--------  ---  -------  ---------  ------  ------
+job.json    1           \u7a93, "A"\\n            4200
+job.json    2           \u7a93, "A"\\n            6000
+big.json    2  P1                  white      500
+"""
+
+
 class Show(Folder):
     def setUp(self):
         super().setUp()
@@ -67,6 +118,20 @@ B (5)    2 way (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
             self.assertEqual(list(rows), json.loads(
                 self.show("--format", "json", "job.json", subject)[0]), subject)
 
+    def test_jobs_are_summed_up(self):
+        self.write("big.json", json.dumps(BIG))
+        counts = [json.loads(self.run_here("check", "--format=json", *files).stdout)["summary"]
+                  for files in (["job.json"], ["big.json"], ["job.json", "big.json"])]
+        self.assertEqual(self.show("job.json", "big.json")[0], SUMMARY.format(
+            *(one[kind] for one in counts for kind in ("errors", "warnings", "notes"))))
+        summary = json.loads(self.show("big.json", "--keep-from=501", "--format=json")[0])
+        self.assertEqual((summary["keepFrom"], summary["leftovers"]), (501, []))
+        self.assertEqual(summary["total"]["yield"], 91.7)
+        rows = list(csv.DictReader(io.StringIO(self.show("big.json", "--format=csv")[0])))
+        self.assertEqual([(row["table"], row["length"]) for row in rows], [
+            ("jobs", ""), ("total", "12000"), ("stock", "6000"), ("material", "12000"),
+            ("leftovers", "500")])
+
     def test_json_keeps_numbers(self):
         rows = json.loads(self.show("job.json", "works", "--format=json")[0])
         self.assertEqual([row["PositionX"] for row in rows], [0.1, 1e300])
@@ -89,8 +154,12 @@ B (5)    2 way (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
                            ("raises.xml", "<Job><Bar>\n<Piece/></Bar></Job>")]:
             self.write(name, text)
         for words, code, part in [
-            (["job.json"], 2, "which file, and what of it?"),
-            (["job.json", "hole"], 2, "what to show is one of bars, works,"),
+            ([], 2, "which file?"),
+            (["job.json", "bad.json", "cuts"], 2, "A table is one file's"),
+            (["job.json", "hole"], 2, "'hole' is neither a file nor a table; did you mean 'holes'?"),
+            (["cuts", "job.json"], 2, "'cuts' stands behind the file"),
+            (["job.json", "--keep-from", "5O0"], 2, "--keep-from is a length, not '5O0'"),
+            (["job.json", "bad.json"], 3, "cannot load bad.json"),
             (["job.json", "dimensions"], 2, "dimensions need a --barcode"),
             (["job.json", "labels", "--bar", "1"], 2, "--bar is for bars and cuts"),
             (["job.json", "cuts", "--barcode", "1"], 2, "--barcode is for works and dimensions"),

@@ -1,0 +1,134 @@
+#include "desk/show/job_summary.h"
+
+#include "desk/base/numbers.h"
+
+namespace desk::show {
+
+namespace {
+
+Cell countCell(std::size_t count) {
+  return numberCell(static_cast<double>(count));
+}
+
+Cell lengthCell(double length) {
+  return length > 0.0 ? numberCell(length) : Cell{};
+}
+
+Cell yieldCell(const draw::Yield& yield) {
+  return {yield.text(), yield.length > 0.0, yield.percent()};
+}
+
+}  // namespace
+
+void JobSummary::Counts::add(const Counts& other) {
+  bars += other.bars;
+  withoutYield += other.withoutYield;
+  pieces += other.pieces;
+  works += other.works;
+  yield.add(other.yield);
+  kept += other.kept;
+  findings.errors += other.findings.errors;
+  findings.warnings += other.findings.warnings;
+  findings.notes += other.findings.notes;
+}
+
+void JobSummary::add(const std::string& file, const DATA_T& job, const FindingCounts& findings) {
+  Counts counts;
+  counts.findings = findings;
+  for (const BAR_T& bar : job.Bar) {
+    const Material material{bar.DXF_Name, bar.BarName, bar.BarColor};
+    const draw::BarPlace place = draw::layOut(bar);
+    const Counts one = countsOf(place);
+    counts.add(one);
+    material_[material].add(one);
+    ++stock_[{material, -place.length}];
+    for (const PIECE_T& piece : bar.piece) {
+      cuts_.insert({material, piece.Length, piece.sxB, piece.dxB});
+    }
+    if (one.kept > 0.0) {
+      leftovers_.rows.push_back({{file},
+                                 {bar.BarNumber},
+                                 {bar.DXF_Name},
+                                 {bar.BarName},
+                                 {bar.BarColor},
+                                 numberCell(one.kept)});
+    }
+  }
+  jobs_.push_back({file, job.Name, counts});
+}
+
+JobSummary::Counts JobSummary::countsOf(const draw::BarPlace& bar) const {
+  Counts counts;
+  counts.bars = 1;
+  counts.withoutYield = counts.yield.add(bar) ? 0 : 1;
+  counts.pieces = bar.pieces.size();
+  for (const PIECE_T& piece : bar.bar->piece) counts.works += piece.work.size();
+  const double left = draw::certainLeftOver(bar);
+  if (left >= keepFrom_) counts.kept = left;
+  return counts;
+}
+
+TextTable JobSummary::jobs() const {
+  TextTable table{
+      {"file", "job", "bars", "pieces", "works", "yield", "errors", "warnings", "notes"}, {}};
+  for (const Job& job : jobs_) {
+    const Counts& counts = job.counts;
+    table.rows.push_back({{job.file},
+                          {job.name},
+                          countCell(counts.bars),
+                          countCell(counts.pieces),
+                          countCell(counts.works),
+                          yieldCell(counts.yield),
+                          countCell(counts.findings.errors),
+                          countCell(counts.findings.warnings),
+                          countCell(counts.findings.notes)});
+  }
+  return table;
+}
+
+JobSummary::Counts JobSummary::sum() const {
+  Counts sum;
+  for (const Job& job : jobs_) sum.add(job.counts);
+  return sum;
+}
+
+TextTable JobSummary::total() const {
+  const Counts sum = this->sum();
+  return {
+      {"files", "bars", "without yield", "pieces", "cuts", "different cuts", "works", "length",
+       "used", "kept", "wasted", "yield", "errors", "warnings", "notes"},
+      {{countCell(jobs_.size()), countCell(sum.bars), countCell(sum.withoutYield),
+        countCell(sum.pieces), countCell(sum.pieces), countCell(cuts_.size()), countCell(sum.works),
+        numberCell(sum.yield.length), numberCell(sum.yield.used), numberCell(sum.kept),
+        numberCell(sum.wasted()), yieldCell(sum.yield), countCell(sum.findings.errors),
+        countCell(sum.findings.warnings), countCell(sum.findings.notes)}}};
+}
+
+TextTable JobSummary::stock() const {
+  TextTable table{{"profile", "name", "colour", "length", "bars"}, {}};
+  for (const auto& [kind, count] : stock_) {
+    const auto& [profile, name, colour] = kind.first;
+    table.rows.push_back({{profile}, {name}, {colour}, lengthCell(-kind.second), countCell(count)});
+  }
+  return table;
+}
+
+TextTable JobSummary::material() const {
+  TextTable table{
+      {"profile", "name", "colour", "bars", "length", "used", "kept", "wasted", "yield"}, {}};
+  for (const auto& [material, counts] : material_) {
+    const auto& [profile, name, colour] = material;
+    table.rows.push_back({{profile},
+                          {name},
+                          {colour},
+                          countCell(counts.bars),
+                          numberCell(counts.yield.length),
+                          numberCell(counts.yield.used),
+                          numberCell(counts.kept),
+                          numberCell(counts.wasted()),
+                          yieldCell(counts.yield)});
+  }
+  return table;
+}
+
+}  // namespace desk::show
