@@ -70,7 +70,7 @@ int dispatch(const std::vector<std::string>& words) {
   }
   if (rest.front() == "help") {
     rest.erase(rest.begin());
-    invocation.global.options["help"] = "";
+    invocation.global.options["help"] = {""};
     if (rest.empty()) return show(programHelp());
   }
   const Command& command = find(rest.front());

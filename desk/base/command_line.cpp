@@ -62,7 +62,12 @@ std::pair<std::vector<option>, std::string> parserTables(const std::vector<Optio
 
 std::string Arguments::value(const std::string& name, const std::string& otherwise) const {
   const auto found = options.find(name);
-  return found == options.end() ? otherwise : found->second;
+  return found == options.end() ? otherwise : found->second.back();
+}
+
+std::vector<std::string> Arguments::values(const std::string& name) const {
+  const auto found = options.find(name);
+  return found == options.end() ? std::vector<std::string>() : found->second;
 }
 
 Arguments parse(const std::vector<std::string>& words, const std::vector<Option>& options) {
@@ -92,7 +97,7 @@ Arguments parse(const std::vector<std::string>& words, const std::vector<Option>
         found == 0 ? options.at(static_cast<std::size_t>(index))
                    : *std::find_if(options.begin(), options.end(),
                                    [&](const Option& option) { return option.letter == found; });
-    parsed.options[row.name] = optarg != nullptr ? optarg : "";
+    parsed.options[row.name].emplace_back(optarg != nullptr ? optarg : "");
   }
   parsed.operands.assign(copies.begin() + optind, copies.end());
   return parsed;
@@ -103,7 +108,10 @@ Arguments parseAnywhere(const std::vector<std::string>& words, const std::vector
   std::vector<std::string> rest = words;
   for (;;) {
     const Arguments next = parse(rest, options);
-    for (const auto& [name, value] : next.options) all.options[name] = value;
+    for (const auto& [name, given] : next.options) {
+      std::vector<std::string>& values = all.options[name];
+      values.insert(values.end(), given.begin(), given.end());
+    }
     const std::size_t read = rest.size() - next.operands.size();
     const bool isEnded = read > 0 && rest[read - 1] == "--";
     const std::size_t taken =

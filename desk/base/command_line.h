@@ -19,11 +19,15 @@ struct Option {
 
 /// What a command line says: options and the operands behind them.
 struct Arguments {
-  std::map<std::string, std::string> options;  ///< by name; an option without argument is ""
+  /// By name, the arguments in the order given; an option without argument has "".
+  std::map<std::string, std::vector<std::string>> options;
   std::vector<std::string> operands;
 
   bool has(const std::string& name) const { return options.count(name) != 0; }
+  /// The argument given last.
   std::string value(const std::string& name, const std::string& otherwise = "") const;
+  /// All arguments of an option that may be given again.
+  std::vector<std::string> values(const std::string& name) const;
 };
 
 struct Invocation;

@@ -8,8 +8,8 @@
 
 #include "desk/base/text.h"
 #include "desk/check/job_rules.h"
-#include "desk/check/rules.h"
 #include "desk/host/documents.h"
+#include "desk/job/rules.h"
 #include "desk/job/zero_references.h"
 
 namespace desk::check {
@@ -70,6 +70,7 @@ void CheckSession::check(const std::string& file, std::string bytes) {
   checkName(file);
   checkEncoding();
   model::formatOfName(file) == JobFormat::Xml ? checkXml() : checkJson();
+  settings_.apply(report_.findings, from);
   const auto start = report_.findings.begin() + static_cast<std::ptrdiff_t>(from);
   std::stable_sort(start, report_.findings.end(), standsBefore);
   fold(report_.findings, from, rules::kAngle135);

@@ -3,10 +3,12 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "desk/check/finding.h"
 #include "desk/check/json_watcher.h"
+#include "desk/check/rule_settings.h"
 #include "desk/check/xml_watcher.h"
 #include "model/job_format.h"
 
@@ -32,7 +34,8 @@ class CheckSession {
     Kept,   ///< values leak from file to file, as on the machine
   };
 
-  explicit CheckSession(Readers readers) : readers_(readers) {}
+  explicit CheckSession(Readers readers, RuleSettings settings = {})
+      : readers_(readers), settings_(std::move(settings)) {}
 
   /// Reads and checks one file of this PC. Findings of the file are sorted by place.
   void check(const std::string& file);
@@ -76,6 +79,7 @@ class CheckSession {
   };
 
   Readers readers_;
+  RuleSettings settings_;
   Report report_;
   bool loads_ = false;
   std::unique_ptr<Panel> panel_ = std::make_unique<Panel>();

@@ -10,18 +10,6 @@ constexpr std::size_t kLongestBytes = 60;
 
 }  // namespace
 
-const char* nameOf(Severity severity) {
-  switch (severity) {
-    case Severity::Note:
-      return "note";
-    case Severity::Warning:
-      return "warning";
-    case Severity::Error:
-      break;
-  }
-  return "error";
-}
-
 std::string quoted(const std::string& value) {
   std::string text = escapeControls(value);
   if (text.size() > kLongestBytes) {

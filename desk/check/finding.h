@@ -4,16 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "desk/job/rules.h"
 #include "desk/job/source_text.h"
 
 namespace desk::check {
 
 using namespace job;  // what is found stands in elements and places of a job
-
-enum class Severity { Note, Warning, Error };
-
-/// "note", "warning", "error"
-const char* nameOf(Severity severity);
 
 /// A value that an element did not bring itself.
 struct CarriedValue {

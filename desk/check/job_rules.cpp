@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "desk/base/numbers.h"
-#include "desk/check/rules.h"
+#include "desk/job/rules.h"
 #include "model/job_walks.h"
 
 namespace desk::check {

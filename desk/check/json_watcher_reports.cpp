@@ -3,7 +3,7 @@
 
 #include "desk/check/json_value_text.h"
 #include "desk/check/json_watcher.h"
-#include "desk/check/rules.h"
+#include "desk/job/rules.h"
 #include "json/json_reading.h"
 
 namespace desk::check {

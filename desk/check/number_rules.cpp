@@ -3,7 +3,7 @@
 
 #include "desk/base/numbers.h"
 #include "desk/check/job_rules.h"
-#include "desk/check/rules.h"
+#include "desk/job/rules.h"
 
 namespace desk::check {
 

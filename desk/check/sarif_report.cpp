@@ -1,7 +1,7 @@
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
 #include "desk/check/reports.h"
-#include "desk/check/rules.h"
+#include "desk/job/rules.h"
 
 namespace desk::check {
 
@@ -37,9 +37,8 @@ Json::Value location(const Report& report, const Place& place, const Element& el
 Json::Value resultOf(const Report& report, const Finding& finding) {
   Json::Value result;
   result["ruleId"] = finding.rule;
-  for (std::size_t i = 0; i < std::size(kRules); ++i) {
-    if (kRules[i].id == finding.rule) result["ruleIndex"] = static_cast<Json::UInt64>(i);
-  }
+  const auto index = findRule(finding.rule) - allRules().data();
+  result["ruleIndex"] = static_cast<Json::Int64>(index);
   result["level"] = nameOf(finding.severity);
   result["message"]["text"] = asUtf8(finding.message);
   result["locations"].append(location(report, finding.place, finding.element));
@@ -55,10 +54,10 @@ Json::Value tool() {
   Json::Value driver;
   driver["name"] = "cusdesk";
   driver["version"] = CUSDESK_VERSION;
-  for (const Rule& rule : kRules) {
+  for (const Rule& rule : allRules()) {
     Json::Value value;
     value["id"] = rule.id;
-    value["shortDescription"]["text"] = rule.help;
+    value["shortDescription"]["text"] = rule.statement;
     value["defaultConfiguration"]["level"] = nameOf(rule.usual);
     driver["rules"].append(value);
   }

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "desk/base/text.h"
-#include "desk/check/rules.h"
+#include "desk/job/rules.h"
 
 namespace desk::check {
 

@@ -7,8 +7,8 @@
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
 #include "desk/check/job_rules.h"
-#include "desk/check/rules.h"
 #include "desk/check/xml_watcher.h"
+#include "desk/job/rules.h"
 #include "xml/xml_elements.h"
 
 namespace desk::check {

@@ -49,15 +49,29 @@ void checkFiles(CheckSession& session, const std::vector<std::string>& files) {
   }
 }
 
+int explainRule(const std::string& id) {
+  std::fputs(check::explain(check::ruleNamed(id, "check: --explain")).c_str(), stdout);
+  return kExitOk;
+}
+
+check::RuleSettings settingsOf(const Arguments& arguments) {
+  check::RuleSettings settings;
+  for (const std::string& setting : arguments.values("rule"))
+    settings.set(setting, "check: --rule");
+  return settings;
+}
+
 int run(const Invocation& invocation) {
   const Arguments& arguments = invocation.command;
+  if (arguments.has("explain")) return explainRule(arguments.value("explain"));
   if (arguments.operands.empty()) throw Error(kExitUsage, "check: which files?");
   const Format& format = choice(arguments.value("format", "text"), "check: --format", kFormats);
   const FailOn failOn =
       choice(arguments.value("fail-on", "warning"), "check: --fail-on", kFailOn).failOn;
 
-  CheckSession session(arguments.has("sequence") ? CheckSession::Readers::Kept
-                                                 : CheckSession::Readers::Fresh);
+  CheckSession session(
+      arguments.has("sequence") ? CheckSession::Readers::Kept : CheckSession::Readers::Fresh,
+      settingsOf(arguments));
   checkFiles(session, arguments.operands);
   const Report& report = session.report();
   std::fputs(format.write(report, failOn, arguments.has("all")).c_str(), stdout);
@@ -78,12 +92,17 @@ Command checkCommand() {
       "tell what the panel's readers ignore, carry over or trip over in job files",
       "  cusdesk check job.json                    what a freshly started panel would miss\n"
       "  cusdesk check --sequence monday.json tuesday.json  what leaks from one into the next\n"
+      "  cusdesk check --rule attribute=off --rule duplicate-barcode=error job.xml\n"
+      "  cusdesk check --explain carried-over      what it means and how to cure it\n"
       "  cusdesk check --format sarif --fail-on error *.json > check.sarif  for a build server\n",
       {
           {"format", "FORMAT", "text (default), json, sarif or junit", '\0', namesOf(kFormats)},
           {"fail-on", "SEVERITY", "exit with 1 from this on: note, warning (default), error, never",
            '\0', namesOf(kFailOn)},
           {"sequence", nullptr, "load the files in turn into one reader, as the machine does"},
+          {"rule", "RULE=LEVEL", "take a rule as off, note, warning or error; may be given again"},
+          {"explain", "RULE", "say what a rule is about, what the machine does and how to cure it",
+           '\0', check::ruleIds()},
           {"all", nullptr, "show every finding, also those that differ in their place only"},
           {"help", nullptr, "show this help", 'h'},
       },

@@ -43,6 +43,19 @@ class Check(Folder):
                          "cusdesk: no.json: No such file or directory\n"
                          "cusdesk: .: Is a directory\n")
 
+    def test_rules_weigh_what_the_user_says_or_are_explained(self):
+        self.write("late.json", JOB % '{"BarNumber": "1", "piece": [{"cut": {"Length": "9"}}]}')
+        for setting, told, code in [("wrong-type=off", {"raises": "note"}, 0),
+                                    ("wrong-type=note", {"raises": "note", "wrong-type": "note"}, 0),
+                                    ("raises=off", {"wrong-type": "error"}, 1)]:
+            done = self.check("--rule", "raises=note", "--rule", setting, "--format", "json", "late.json",
+                              code=code)
+            self.assertEqual({one["rule"]: one["severity"]
+                              for one in json.loads(done.stdout)["findings"]}, told)
+        for words in (["--explain", "carried-ove"], ["--rule", "carried-ove=off", "bad.json"]):
+            self.assertIn("did you mean 'carried-over'?", self.check(*words, code=2).stderr)
+        self.assertIn("off, note, warning, error", self.check("--rule", "raises=no", "x", code=2).stderr)
+
     def test_json_tells_every_value_of_a_carried_finding(self):
         self.write("next.json", '{"Version": "1.0",\n "Bar": [{}]}')
         answer = json.loads(self.check("--sequence", "--format", "json", "clean.json", "next.json",

@@ -1,4 +1,4 @@
-"""The examples in docs/check.md, one section for each rule, and what check says of them.
+"""docs/check.md, one section for each rule: what check says of its example and how it explains it.
 
 Usage: docs_test.py CUSDESK DOCS          UPDATE_EXPECTED=1 writes the answers into the page instead
 """
@@ -8,6 +8,7 @@ import os
 import pathlib
 import re
 import sys
+import textwrap
 import unittest
 
 from cusdesk import Folder, run
@@ -17,6 +18,16 @@ DOCS = pathlib.Path(sys.argv.pop())
 SECTION = re.compile(r"^## (\S+)\n(.*?)(?=^## |\Z)", re.M | re.S)
 FILE = re.compile(r"^`([^`]+)`( in Latin-1)?:\n```\w+\n(.*?)^```", re.M | re.S)
 ANSWER = re.compile(r"^```console\n\$ (cusdesk [^\n]+)\n(.*?)^```", re.M | re.S)
+
+
+
+def page_of(rule, examples):
+    """The section of a rule with these examples; the words around them are those of --explain."""
+    head, machine, cure = run("check", "--explain", rule).stdout.rstrip("\n").split("\n\n")
+    head = "U" + head.split(", u", 1)[1]
+    head, machine, cure = (textwrap.fill(re.sub("^(On the machine|Cure):", r"**\1:**", text), 104,
+                                         break_on_hyphens=False) for text in (head, machine, cure))
+    return f"\n{head}\n\n{examples}\n{machine}\n{cure}\n\n"
 
 
 class Docs(Folder):
@@ -32,12 +43,13 @@ class Docs(Folder):
         sections = SECTION.findall(page)
         for rule, section in sections:
             answer = self.answer_of(rule, section)
-            if os.environ.get("UPDATE_EXPECTED") == "1":
-                written = ANSWER.sub(lambda old: f"```console\n$ {old[1]}\n{answer}```", section)
-                page = page.replace(section, written)
-                continue
-            self.assertEqual(answer, ANSWER.search(section).group(2), rule)
+            examples = section[FILE.search(section).start():section.rindex("\n```\n") + 4]
+            written = page_of(rule, ANSWER.sub(lambda old: f"```console\n$ {old[1]}\n{answer}```", examples))
             self.assertIn(f"[{rule}]\n", answer)
+            if os.environ.get("UPDATE_EXPECTED") == "1":
+                page = page.replace(section, written)
+            else:
+                self.assertEqual(section.strip(), written.strip())
         if os.environ.get("UPDATE_EXPECTED") == "1":
             DOCS.write_text(page, encoding="utf-8")
         self.write("job.json", '{"Version":"1.0"}')

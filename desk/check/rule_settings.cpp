@@ -1,0 +1,79 @@
+#include "desk/check/rule_settings.h"
+
+#include <algorithm>
+
+#include "desk/base/command_line.h"
+#include "desk/base/enum_option.h"
+#include "desk/base/errors.h"
+#include "desk/base/text.h"
+
+namespace desk::check {
+
+namespace {
+
+struct Level {
+  const char* name;
+  std::optional<Severity> severity;
+};
+constexpr Level kLevels[] = {{"off", std::nullopt},
+                             {"note", Severity::Note},
+                             {"warning", Severity::Warning},
+                             {"error", Severity::Error}};
+
+/// The text in lines of up to 80 characters, each with a line end.
+std::string wrapped(const std::string& text) {
+  constexpr std::size_t kLongest = 80;
+  std::string lines;
+  std::size_t start = 0;
+  while (text.size() - start > kLongest) {
+    const std::size_t blank = text.rfind(' ', start + kLongest);
+    lines += text.substr(start, blank - start) + "\n";
+    start = blank + 1;
+  }
+  return lines + text.substr(start) + "\n";
+}
+
+}  // namespace
+
+std::vector<std::string> ruleIds() {
+  std::vector<std::string> ids;
+  for (const Rule& rule : allRules()) ids.emplace_back(rule.id);
+  return ids;
+}
+
+const Rule& ruleNamed(const std::string& id, const std::string& what) {
+  if (const Rule* rule = findRule(id)) return *rule;
+  const std::string near = nearest(id, ruleIds());
+  throw Error(kExitUsage, what + ": there is no rule '" + id + "'; " +
+                              (near.empty() ? "they are " + joined(ruleIds(), ", ")
+                                            : "did you mean '" + near + "'?"));
+}
+
+std::string explain(const Rule& rule) {
+  const std::string article = rule.usual == Severity::Error ? "an " : "a ";
+  return wrapped(rule.id + (", usually " + article) + nameOf(rule.usual) + ": " + rule.statement +
+                 ".") +
+         "\n" + wrapped("On the machine: " + std::string(rule.machine)) + "\n" +
+         wrapped("Cure: " + std::string(rule.cure));
+}
+
+void RuleSettings::set(const std::string& setting, const std::string& what) {
+  const std::size_t end = setting.find('=');
+  const Rule& rule = ruleNamed(setting.substr(0, end), what);
+  const std::string level = end == std::string::npos ? "" : setting.substr(end + 1);
+  wanted_[&rule] = choice(level, what + " " + rule.id, kLevels).severity;
+}
+
+void RuleSettings::apply(Findings& findings, std::size_t from) const {
+  if (wanted_.empty()) return;
+  const auto isOff = [&](Finding& finding) {
+    const auto found = wanted_.find(findRule(finding.rule));
+    if (found == wanted_.end()) return false;
+    finding.severity = found->second.value_or(finding.severity);
+    return !found->second;
+  };
+  const auto first = findings.begin() + static_cast<std::ptrdiff_t>(from);
+  findings.erase(std::remove_if(first, findings.end(), isOff), findings.end());
+}
+
+}  // namespace desk::check
