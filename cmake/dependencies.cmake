@@ -4,6 +4,16 @@ find_package(PkgConfig REQUIRED)
 pkg_check_modules(jsoncpp REQUIRED IMPORTED_TARGET GLOBAL jsoncpp)
 pkg_check_modules(tinyxml2 REQUIRED IMPORTED_TARGET GLOBAL tinyxml2)
 pkg_check_modules(lua REQUIRED IMPORTED_TARGET GLOBAL lua5.3-c++)
+# The names that programs ask for, such as libjsoncpp.so.25; empty where only headers are.
+foreach(library jsoncpp tinyxml2)
+  list(GET ${library}_LINK_LIBRARIES 0 ${library}_NAME)
+  if(IS_SYMLINK "${${library}_NAME}")
+    file(READ_SYMLINK "${${library}_NAME}" ${library}_NAME)
+    get_filename_component(${library}_NAME "${${library}_NAME}" NAME)
+  else()
+    set(${library}_NAME "")
+  endif()
+endforeach()
 # UTF-8 iteration, headers only
 find_path(UTF8CPP_INCLUDE_DIR utf8.h PATH_SUFFIXES utf8cpp REQUIRED)
 

@@ -15,12 +15,21 @@ set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 install(TARGETS Custom_LuaParseModule DESTINATION . COMPONENT plugin EXCLUDE_FROM_ALL)
-install(SCRIPT ${CMAKE_CURRENT_LIST_DIR}/write_checksums.cmake COMPONENT plugin EXCLUDE_FROM_ALL)
+# What a host is compiled with: what the plug-in offers and expects, and the class of its table part.
+set(host_headers host/cbl.h host/media.h host/part_types.h host/plugin.h host/utility.h)
+set(part_headers part/svg_table.h part/table_part.h part/table_picture.h)
+install(FILES ${host_headers} DESTINATION include/host COMPONENT plugin EXCLUDE_FROM_ALL)
+install(FILES ${part_headers} DESTINATION include/part COMPONENT plugin EXCLUDE_FROM_ALL)
+install(CODE "set(CUS_SOURCE_DIR \"${PROJECT_SOURCE_DIR}\")
+set(CUS_ARCHITECTURE ${CUS_ARCHITECTURE})" COMPONENT plugin EXCLUDE_FROM_ALL)
+install(SCRIPT ${CMAKE_CURRENT_LIST_DIR}/write_archive_pages.cmake COMPONENT plugin EXCLUDE_FROM_ALL)
 if(CUS_BUILD_DESK)
   install(TARGETS cusdesk DESTINATION bin COMPONENT desk)
   install(TARGETS Custom_LuaParseModule DESTINATION lib/cusdesk COMPONENT desk)
   install(DIRECTORY examples DESTINATION share/cusdesk COMPONENT desk
           PATTERN cutCurIndex.txt EXCLUDE)
+  install(FILES ${host_headers} DESTINATION include/cusdesk/host COMPONENT desk)
+  install(FILES ${part_headers} DESTINATION include/cusdesk/part COMPONENT desk)
   install(FILES README.md CHANGELOG.md DESTINATION share/doc/cusdesk COMPONENT desk)
   install(DIRECTORY docs/ DESTINATION share/doc/cusdesk COMPONENT desk)
   install(DIRECTORY schema/ DESTINATION share/cusdesk/schema COMPONENT editor)

@@ -83,9 +83,6 @@ class JsonAnalysis {
   /// then on has an empty entry in the map.
   std::string getBarCode(const std::string& barNumber, const std::string& pieceNumber);
 
-  /// Empties `materialList` and refills it, as `getAllCut` does, without making rows.
-  void refillMaterialList();
-
   DATA_T data;  ///< the job read last
 
   // The elements under construction. They are never cleared: that is what carries values over.
@@ -100,3 +97,8 @@ class JsonAnalysis {
   std::map<std::string, std::map<std::string, std::string>> barCodeMap;
   std::vector<int> materialList;  ///< the bar number of every cut
 };
+
+// -------------------------------------------------------------------------------------------------
+
+/// Empties the reader's `materialList` and refills it, as `getAllCut` does, without making rows.
+void refillMaterialList(JsonAnalysis& reader);

@@ -18,15 +18,16 @@ std::list<RETURNACUT_T> JsonAnalysis::getCut(std::string barNumber) {
 }
 
 std::list<RETURNACUT_T> JsonAnalysis::getAllCut() {
-  refillMaterialList();
+  refillMaterialList(*this);
   return model::listCuts(data);
 }
 
-void JsonAnalysis::refillMaterialList() {
-  materialList.clear();
-  for (const BAR_T& bar : data.Bar) {
+void refillMaterialList(JsonAnalysis& reader) {
+  std::vector<int>& list = reader.materialList;
+  list.clear();
+  for (const BAR_T& bar : reader.data.Bar) {
     if (bar.piece.empty()) continue;
-    materialList.insert(materialList.end(), bar.piece.size(), std::stoi(bar.BarNumber));
+    list.insert(list.end(), bar.piece.size(), std::stoi(bar.BarNumber));
   }
 }
 

@@ -32,7 +32,7 @@ Cuts::Cuts(const DATA_T* job, const std::string& barNumber, JsonAnalysis& reader
   const bool ownJob = job == &reader.data;
   // All bar numbers are converted before the first row is made: one that is no number raises.
   if (barNumber.empty() && ownJob) {
-    reader.refillMaterialList();
+    refillMaterialList(reader);
     shared_.highestBar.source = highestBarNumber(job_, reader.materialList);
   }
   materialCount_ = std::to_string(reader.getMaterialCount());

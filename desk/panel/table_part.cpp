@@ -5,43 +5,20 @@
 
 namespace desk::panel {
 
-namespace {
-
-/// Sets a function pointer to the exported member of that name.
-template <class Function>
-void findMember(const script::Plugin& plugin, const char* name, Function*& member) {
-  member = plugin.find<Function>(name);
-}
-
-}  // namespace
-
-// --- names fixed by the plug-in ------------------------------------------------------------------
-
-TablePart::Members::Members(const script::Plugin& plugin) {
-  findMember(plugin, "_ZN19CLuaParseModulePart5ResetEv", reset);
-  findMember(plugin, "_ZN19CLuaParseModulePart7SetCellEttPKc", setCell);
-  findMember(
-      plugin,
-      "_ZN18CSVGLuaParseModule12DrawHeadTextERKSt6vectorINSt7__cxx1112basic_stringIcSt11char_"
-      "traitsIcESaIcEEESaIS6_EE",
-      drawHead);
-  findMember(
-      plugin,
-      "_ZN19CLuaParseModulePart11SetBodyTextERNSt7__cxx114listIPSt6vectorINS0_12basic_stringIcSt11"
-      "char_traitsIcESaIcEEESaIS7_EESaISA_EEE",
-      setBody);
-  findMember(plugin, "_ZN19CLuaParseModulePart6UpdateEtRiS0_", update);
-  findMember(plugin, "_ZN19CLuaParseModulePart6PageUpEv", pageUp);
-  findMember(plugin, "_ZN19CLuaParseModulePart8PageDownEv", pageDown);
-  findMember(plugin, "_ZN19CLuaParseModulePart7GetPageERtS0_", getPage);
-  findMember(plugin, "_ZN19CLuaParseModulePart8GetIndexERi", getIndex);
-  findMember(plugin, "_ZN19CLuaParseModulePart7RefreshEv", refresh);
-}
-
-// -------------------------------------------------------------------------------------------------
+TablePart::Members::Members(const script::Plugin& plugin)
+    : reset(plugin.find(cus_plugin::kReset)),
+      setCell(plugin.find(cus_plugin::kSetCell)),
+      drawHead(plugin.find(cus_plugin::kDrawHeadText)),
+      setBody(plugin.find(cus_plugin::kSetBodyText)),
+      update(plugin.find(cus_plugin::kUpdate)),
+      pageUp(plugin.find(cus_plugin::kPageUp)),
+      pageDown(plugin.find(cus_plugin::kPageDown)),
+      getPage(plugin.find(cus_plugin::kGetPage)),
+      getIndex(plugin.find(cus_plugin::kGetIndex)),
+      refresh(plugin.find(cus_plugin::kRefresh)) {}
 
 TablePart::TablePart(const script::Plugin& plugin, tagRECT area) : members_(plugin) {
-  plugin.find<int(tagPARTCALLBACKS*)>("Custom_SetFunPoint")(&callbacks_);
+  plugin.find(cus_plugin::kSetFunPoint)(&callbacks_);
   part_ = callbacks_.create();
   tagPARTINFO info{area};
   if (part_ == nullptr || !callbacks_.init(part_, &info)) {

@@ -2,13 +2,12 @@
 // the part callbacks, and paged through the plug-in's exported members.
 #pragma once
 
-#include <list>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "desk/script/plugin.h"
-#include "host/part_types.h"
+#include "host/plugin.h"
 
 namespace desk::panel {
 
@@ -21,7 +20,7 @@ struct Page {
 /// Owns the part. The plug-in must outlive it. See part/table_part.h for what the members do.
 class TablePart {
  public:
-  using Rows = std::list<std::vector<std::string>*>;
+  using Rows = cus_plugin::Rows;
 
   /// Creates a part that lies on `area` of the panel. Throws Error when the plug-in lacks a
   /// callback or member, or refuses to make a part.

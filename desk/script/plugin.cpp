@@ -43,7 +43,7 @@ void* Plugin::symbol(const char* name) const {
 }
 
 void Plugin::registerModule(lua_State* L) const {
-  find<int(lua_State*)>("Custom_RegLuaLib")(L);
+  find(cus_plugin::kRegLuaLib)(L);
 }
 
 }  // namespace desk::script

@@ -3,7 +3,7 @@
 
 #include <string>
 
-struct lua_State;
+#include "host/plugin.h"
 
 namespace desk::script {
 
@@ -24,6 +24,10 @@ class Plugin {
   template <class Exported>
   Exported* find(const char* name) const {
     return reinterpret_cast<Exported*>(symbol(name));
+  }
+  template <class Signature>
+  Signature* find(const cus_plugin::Function<Signature>& function) const {
+    return find<Signature>(function.name);
   }
 
  private:

@@ -1,7 +1,8 @@
 """Builds the packages of a finished build, unpacks them and runs what they hold.
 
-Usage: package_test.py CPACK BUILD_DIR ARCHITECTURE CUSDESK DEMO -- [EMULATOR...]
-CUSDESK is the one of the build. EMULATOR is what runs programs of the architecture.
+Usage: package_test.py CPACK BUILD_DIR ARCHITECTURE CUSDESK EXAMPLES COMPILE -- [EMULATOR...]
+CUSDESK is the one of the build. COMPILE is a command that compiles a host for the architecture; EMULATOR
+is what runs programs of it.
 """
 
 import gzip
@@ -9,6 +10,7 @@ import hashlib
 import os
 import pathlib
 import re
+import shlex
 import subprocess
 import sys
 import tarfile
@@ -16,8 +18,8 @@ import tempfile
 import time
 import unittest
 
-CPACK, BUILD, ARCHITECTURE, CUSDESK, DEMO = sys.argv[1:6]
-EMULATOR = sys.argv[7:]
+CPACK, BUILD, ARCHITECTURE, CUSDESK, EXAMPLES, COMPILE = sys.argv[1:7]
+EMULATOR = sys.argv[8:]
 del sys.argv[1:]
 SCRATCH = tempfile.TemporaryDirectory()
 
@@ -44,6 +46,9 @@ class Packages(unittest.TestCase):
         cls.archive = next(p for n, p in cls.first.items() if n.endswith(".tar.gz"))
         cls.deb = next(p for n, p in cls.first.items() if n.endswith(f"_{ARCHITECTURE}.deb"))
         cls.editor_deb = next(p for n, p in cls.first.items() if n.endswith("_all.deb"))
+        with tarfile.open(cls.archive) as archive:
+            archive.extractall(SCRATCH.name, filter="data")
+        cls.controller = pathlib.Path(SCRATCH.name, cls.archive.name.removesuffix(".tar.gz"))
         cls.root = pathlib.Path(SCRATCH.name, "root")
         for package in (cls.deb, cls.editor_deb):
             subprocess.run(["dpkg-deb", "-x", package, cls.root], check=True)
@@ -56,27 +61,47 @@ class Packages(unittest.TestCase):
             self.assertEqual(self.first[path.name + ".sha256"].read_text(),
                              f"{hashlib.sha256(path.read_bytes()).hexdigest()}  {path.name}\n")
 
-    def test_the_archive_holds_the_plugin_and_its_checksum(self):
-        self.assertRegex(self.archive.name, rf"^cus-parse-module-\d+\.\d+\.\d+-{ARCHITECTURE}\.tar")
-        folder = pathlib.Path(SCRATCH.name, "controller")
-        with tarfile.open(self.archive) as archive:
-            files = {m.name for m in archive.getmembers() if m.isfile()}
-            archive.extractall(folder, filter="data")
-        top = self.archive.name.removesuffix(".tar.gz")
-        self.assertEqual(files, {f"{top}/libCustom_LuaParseModule.so", f"{top}/SHA256SUMS"})
-        plugin = next(folder.rglob("*.so"))
-        check = subprocess.run(["sha256sum", "-c", "SHA256SUMS"], cwd=plugin.parent, check=False,
-                               capture_output=True)
+    def test_the_archive_says_what_its_plugin_is_made_for(self):
+        version = re.fullmatch(rf"cus-parse-module-(\d+\.\d+\.\d+)-{ARCHITECTURE}",
+                               self.controller.name)[1]
+        check = subprocess.run(["sha256sum", "-c", "SHA256SUMS"], cwd=self.controller, check=False,
+                               capture_output=True, text=True)
         self.assertEqual(check.returncode, 0, check.stdout)
-        answer = run(*EMULATOR, self.root / "usr/bin/cusdesk", "doctor", plugin)
+        files = [path for path in self.controller.rglob("*") if path.is_file()]
+        self.assertEqual(check.stdout.count(": OK\n"), len(files) - 1)
+        words = (self.controller / "README.txt").read_text()
+        architecture = {"amd64": "x86-64"}.get(ARCHITECTURE, ARCHITECTURE)
+        self.assertTrue(words.startswith(f"libCustom_LuaParseModule.so {version} for {architecture}\n"))
+        value = 24 if ARCHITECTURE == "armhf" else 40
+        self.assertRegex(words, rf"jsoncpp 1\.\d+\.\d+ \(sizeof\(Json::Value\) is {value}\)")
+        self.assertRegex(words, r"\(sizeof\(tinyxml2::XMLDocument\) is [1-9]\d\d\)")
+        self.assertRegex(words, r"GLIBC_2\.\d+, GLIBCXX_3\.4\.21 and CXXABI_1\.3\.9 or newer")
+        answer = run(*EMULATOR, self.root / "usr/bin/cusdesk", "doctor",
+                     self.controller / "libCustom_LuaParseModule.so")
         self.assertEqual(answer.returncode, 0, answer.stdout + answer.stderr)
         words = {"amd64": "(x86-64)"}.get(ARCHITECTURE, f"({ARCHITECTURE})")
         self.assertIn(words, answer.stdout)
 
+    def test_a_host_of_the_archive_s_headers_shows_a_table_and_unloads_clean(self):
+        host = pathlib.Path(SCRATCH.name, "host")
+        sources = sorted(pathlib.Path(EXAMPLES, "host").glob("*.cpp"))
+        head, *libraries = COMPILE.split(" LIBRARIES ")
+        subprocess.run([*shlex.split(head), "-std=c++11", "-Wall", "-Wextra", "-Wpedantic", "-Werror",
+                        "-I", self.controller / "include", *sources, "-o", host, "-rdynamic",
+                        *shlex.split(libraries[0])], check=True)
+        runner = EMULATOR or ["valgrind", "-q", "--leak-check=full", "--show-leak-kinds=all",
+                              "--errors-for-leak-kinds=all", "--error-exitcode=9"]
+        answer = run(*runner, host, self.controller / "libCustom_LuaParseModule.so", EXAMPLES)
+        self.assertEqual((answer.returncode, answer.stderr), (0, ""), answer.stdout)
+        said, picture = answer.stdout.split("<svg", 1)
+        self.assertEqual(said.splitlines()[-2:], ["loaded\t0", "page 2 of 2, row 3 is selected"])
+        self.assertEqual(re.findall(">([^<]+)</text>", picture),
+                         ["Bar", "Length", "left", "right", "2", "806.0", "45", "45"])
+
     def test_the_installed_tool_runs_the_installed_demo(self):
         demo = self.root / "usr/share/cusdesk/examples/demo.lua"
         answer = run(*EMULATOR, self.root / "usr/bin/cusdesk", "run", demo)
-        expected = run(CUSDESK, "run", DEMO)
+        expected = run(CUSDESK, "run", f"{EXAMPLES}/demo.lua")
         self.assertEqual((answer.returncode, answer.stderr), (0, ""))
         self.assertEqual(answer.stdout, expected.stdout)
         self.assertTrue((self.root / "usr/share/doc/cusdesk/integrating.md").exists())
