@@ -35,8 +35,8 @@ inline constexpr DescribedKey<DATA_T> kHeaderRows[] = {
      "Version of the job format."},
     {"Generator", "generator", KeyKind::Text, &DATA_T::Generator, Need::Always, TextForm::Any,
      "The program that wrote the job."},
-    {"Unit", "unit", KeyKind::Text, &DATA_T::Unit, Need::Always, TextForm::Any,
-     "Unit of the lengths, mm. Nothing is converted."},
+    {"Unit", "unit", KeyKind::Text, &DATA_T::Unit, Need::Always, TextForm::Unit,
+     "Unit of the lengths. Nothing is converted."},
     {"Name", "name", KeyKind::Text, &DATA_T::Name, Need::Always, TextForm::Any, "Name of the job."},
 };
 inline constexpr auto kHeaderTable = model::keysOf(kHeaderRows);
@@ -51,12 +51,12 @@ inline constexpr DescribedKey<BAR_T> kBarRows[] = {
      "Drawing of the profile's cross section."},
     {"BarNumber", "barNumber", KeyKind::IntegerText, &BAR_T::BarNumber, Need::Always,
      TextForm::Count, "Number of the bar, by which get_cut finds it."},
-    {"MaxY", "maxY", KeyKind::IntegerText, &BAR_T::MaxY, Need::Always, TextForm::Measure,
-     "Width of the profile."},
-    {"MaxZ", "maxZ", KeyKind::IntegerText, &BAR_T::MaxZ, Need::Always, TextForm::Measure,
-     "Height of the profile."},
-    {"length", nullptr, KeyKind::IntegerText, &BAR_T::length, Need::Always, TextForm::Measure,
-     "Length of the bar."},
+    {"MaxY", "maxY", KeyKind::IntegerText, &BAR_T::MaxY, Need::Always, TextForm::Size,
+     "Width of the profile across the bar, mm."},
+    {"MaxZ", "maxZ", KeyKind::IntegerText, &BAR_T::MaxZ, Need::Always, TextForm::Size,
+     "Height of the profile, mm."},
+    {"length", nullptr, KeyKind::IntegerText, &BAR_T::length, Need::Always, TextForm::Size,
+     "Length of the raw bar, mm."},
     {"BarName", "barName", KeyKind::Text, &BAR_T::BarName, Need::Always, TextForm::Any,
      "Name of the bar."},
     {"BarColor", "barColor", KeyKind::Text, &BAR_T::BarColor, Need::Always, TextForm::Any,
@@ -64,8 +64,8 @@ inline constexpr DescribedKey<BAR_T> kBarRows[] = {
     {"Sortingcode", "sortingcode", KeyKind::Text, &BAR_T::Sortingcode, Need::Always, TextForm::Any,
      "Code by which bars are sorted."},
     {"BarLeftLength", "barLeftLength", KeyKind::IntegerText, &BAR_T::BarLeftLength, Need::Always,
-     TextForm::Measure, "What is left over of the bar after its last cut."},
-    {"BarType", "barType", KeyKind::IntegerText, &BAR_T::BarType, Need::Always, TextForm::Count,
+     TextForm::Measure, "What is left over of the bar after its last cut, mm."},
+    {"BarType", "barType", KeyKind::IntegerText, &BAR_T::BarType, Need::Always, TextForm::Any,
      "Kind of the bar, a number of the planning system."},
     {"BarCad", "barCad", KeyKind::Text, &BAR_T::BarCad, Need::Always, TextForm::Any,
      "Drawing file of the bar."},
@@ -80,7 +80,7 @@ inline constexpr DescribedKey<PIECE_CHILD_SECOND_T> kPieceRows[] = {
     {"Num", "num", KeyKind::IntegerText, &PIECE_T::Num, Need::Always, TextForm::Count,
      "How many of the piece."},
     {"Over_status", "over_status", KeyKind::IntegerText, &PIECE_T::Over_status, Need::Always,
-     TextForm::Count, "How far the piece has come, as planned."},
+     TextForm::Any, "How far the piece has come, as planned."},
     {"BarCode", "barCode", KeyKind::Text, &PIECE_T::BarCode, Need::Always, TextForm::Any,
      "Barcode on the piece's label, by which get_work and get_Dimensions find it."},
     {"Customer", "customer", KeyKind::Text, &PIECE_T::Customer, Need::Always, TextForm::Any,
@@ -171,12 +171,13 @@ inline constexpr LabelKey kLabelFields[] = {
 };
 
 inline constexpr DescribedKey<CUT_T> kCutRows[] = {
-    {"Length", "length", KeyKind::Text, &CUT_T::Length, Need::Always, TextForm::Measure,
-     "Length of the piece."},
-    {"sxB", nullptr, KeyKind::Text, &CUT_T::sxB, Need::Always, TextForm::Measure,
-     "Angle of the left end, degrees."},
-    {"dxB", nullptr, KeyKind::Text, &CUT_T::dxB, Need::Always, TextForm::Measure,
-     "Angle of the right end, degrees.", "\"135\" is stored as \"45\"."},
+    {"Length", "length", KeyKind::Text, &CUT_T::Length, Need::Always, TextForm::Size,
+     "Length of the piece from tip to tip, mm."},
+    {"sxB", nullptr, KeyKind::Text, &CUT_T::sxB, Need::Always, TextForm::Angle,
+     "Angle of the left end inside the piece, degrees; 90 is square."},
+    {"dxB", nullptr, KeyKind::Text, &CUT_T::dxB, Need::Always, TextForm::Angle,
+     "Angle of the right end inside the piece, degrees; 90 is square.",
+     "\"135\" is stored as \"45\"."},
 };
 inline constexpr auto kCutTable = model::keysOf(kCutRows);
 inline constexpr const auto& kCut = kCutTable.keys;
@@ -184,14 +185,14 @@ inline constexpr const auto& kCut = kCutTable.keys;
 inline constexpr DescribedKey<WORK_T> kWorkRows[] = {
     {"Name", "name", KeyKind::Text, &WORK_T::Name, Need::Always, TextForm::Any,
      "Name of the operation, such as a drilling."},
-    {"ProfiLav", "profiLav", KeyKind::Integer, &WORK_T::ProfiLav, Need::Always, TextForm::Any,
-     "Side of the profile that is worked on."},
-    {"PositionX", "positionX", KeyKind::Number, &WORK_T::PositionX, Need::Always, TextForm::Any,
-     "Position along the piece."},
-    {"PositionY", "positionY", KeyKind::Number, &WORK_T::PositionY, Need::Always, TextForm::Any,
-     "Position across the profile."},
-    {"PositionZ", "positionZ", KeyKind::Number, &WORK_T::PositionZ, Need::Always, TextForm::Any,
-     "Position in height on the profile."},
+    {"ProfiLav", "profiLav", KeyKind::Integer, &WORK_T::ProfiLav, Need::Always, TextForm::Side,
+     "Number of the side that is worked on, as the machine numbers them."},
+    {"PositionX", "positionX", KeyKind::Number, &WORK_T::PositionX, Need::Always, TextForm::Measure,
+     "Position along the piece from its left tip, mm."},
+    {"PositionY", "positionY", KeyKind::Number, &WORK_T::PositionY, Need::Always, TextForm::Measure,
+     "Position across the profile from its lower edge, mm."},
+    {"PositionZ", "positionZ", KeyKind::Number, &WORK_T::PositionZ, Need::Always, TextForm::Measure,
+     "Position in height on the profile, mm."},
 };
 inline constexpr auto kWorkTable = model::keysOf(kWorkRows);
 inline constexpr const auto& kWork = kWorkTable.keys;

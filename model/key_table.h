@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -114,12 +115,46 @@ constexpr bool spellingsAreUnique(const Row (&rows)[count]) {
 /// Whether a job in the strict form must have a key.
 enum class Need { Always, Optional };
 
-/// What a text should look like for those who read it, beyond being a text.
+/// What a value should look like for those who read it, beyond its kind.
 enum class TextForm {
   Any,
+  Unit,     ///< of lengths
   Count,    ///< a whole number
-  Measure,  ///< a plain decimal number: a length or an angle
+  Measure,  ///< a plain decimal number: a place, or a length that may be 0
+  Size,     ///< the same for a length without which nothing can be cut
+  Angle,    ///< the same in degrees
+  Side,     ///< the number of a side of the profile
 };
+
+/// The numbers that a form allows. The readers take others too.
+struct Range {
+  double least;
+  double most;
+  bool isOpen;  ///< both ends are excluded
+
+  constexpr bool holds(double number) const {
+    return isOpen ? least < number && number < most : least <= number && number <= most;
+  }
+};
+
+constexpr Range rangeOf(TextForm form) {
+  constexpr double kEndless = std::numeric_limits<double>::infinity();
+  switch (form) {
+    case TextForm::Any:
+    case TextForm::Unit:
+      return {-kEndless, kEndless, false};
+    case TextForm::Count:
+    case TextForm::Measure:
+      return {0.0, kEndless, false};
+    case TextForm::Size:
+      return {0.0, kEndless, true};
+    case TextForm::Angle:
+      return {0.0, 180.0, true};
+    case TextForm::Side:  // machines count the four sides and two ends from 0 or from 1
+      return {0.0, 6.0, false};
+  }
+  return {-kEndless, kEndless, false};
+}
 
 /// What a field is for. Which values of scripts show it is found out from the rows that they get.
 struct Note {

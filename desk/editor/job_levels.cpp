@@ -116,6 +116,26 @@ std::string WrittenKey::description() const {
   return text + scripts + (addition.empty() ? "" : " " + addition);
 }
 
+const char* patternOf(model::TextForm form) {
+  switch (form) {
+    case model::TextForm::Any:
+      break;
+    case model::TextForm::Unit:
+      return "mm";
+    case model::TextForm::Count:
+      return "[0-9]+";
+    case model::TextForm::Measure:
+      return R"([0-9]+(\.[0-9]+)?)";
+    case model::TextForm::Size:
+      return R"([0-9]*[1-9][0-9]*(\.[0-9]+)?|0+\.[0-9]*[1-9][0-9]*)";
+    case model::TextForm::Angle:
+      return R"(0*([1-9][0-9]?|1[0-7][0-9])(\.[0-9]+)?|0+\.[0-9]*[1-9][0-9]*)";
+    case model::TextForm::Side:
+      return R"([0-6](\.0+)?)";
+  }
+  return "";
+}
+
 JobLevels jsonLevels() {
   using namespace json_keys;
   using model::Level;

@@ -1,5 +1,6 @@
 #include <json/value.h>
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 
@@ -14,11 +15,25 @@ namespace {
 
 using model::KeyKind;
 
-Json::Value integerType() {
+Json::Value numberType(const char* name, model::TextForm form) {
+  const model::Range range = model::rangeOf(form);
   Json::Value type;
-  type["type"] = "integer";
-  type["minimum"] = std::numeric_limits<std::int32_t>::min();
-  type["maximum"] = std::numeric_limits<std::int32_t>::max();
+  type["type"] = name;
+  if (std::isfinite(range.least)) {
+    type[range.isOpen ? "exclusiveMinimum" : "minimum"] = static_cast<int>(range.least);
+  }
+  if (std::isfinite(range.most)) {
+    type[range.isOpen ? "exclusiveMaximum" : "maximum"] = static_cast<int>(range.most);
+  }
+  return type;
+}
+
+/// The reader takes integers of 32 bits only.
+Json::Value integerType(model::TextForm form) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  Json::Value type = numberType("integer", form);
+  if (!std::isfinite(model::rangeOf(form).least)) type["minimum"] = Limits::min();
+  if (!std::isfinite(model::rangeOf(form).most)) type["maximum"] = Limits::max();
   return type;
 }
 
@@ -30,17 +45,18 @@ Json::Value typeOf(const WrittenKey& key) {
       break;
     case KeyKind::IntegerText:
     case KeyKind::Integer:
-      type = integerType();
+      type = integerType(key.form);
       break;
     case KeyKind::Number:
-      type["type"] = "number";
+      type = numberType("number", key.form);
       break;
     case KeyKind::Text:
     case KeyKind::Required:
     case KeyKind::Ignored:
       type["type"] = "string";
-      if (key.form == model::TextForm::Count) type["pattern"] = "^[0-9]+$";
-      if (key.form == model::TextForm::Measure) type["pattern"] = "^-?[0-9]+(\\.[0-9]+)?$";
+      if (key.form != model::TextForm::Any) {
+        type["pattern"] = std::string("^(") + patternOf(key.form) + ")$";
+      }
       break;
   }
   type["description"] = key.description();

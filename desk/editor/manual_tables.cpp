@@ -1,3 +1,6 @@
+#include <cmath>
+
+#include "desk/base/numbers.h"
 #include "desk/editor/editor_files.h"
 #include "desk/editor/job_levels.h"
 #include "desk/editor/module_notes.h"
@@ -44,28 +47,44 @@ bool isVersion(const WrittenKey& key) {
   return key.name == json_keys::kVersionKey.spelling;
 }
 
+/// What a form asks for behind the type of a value: " above 0". Empty when every number will do.
+std::string boundsOf(TextForm form) {
+  const model::Range range = model::rangeOf(form);
+  if (!std::isfinite(range.least)) return "";
+  const std::string least = shortestText(range.least);
+  if (!std::isfinite(range.most)) return (range.isOpen ? " above " : " from ") + least;
+  const std::string most = shortestText(range.most);
+  return range.isOpen ? " between " + least + " and " + most : " from " + least + " to " + most;
+}
+
+/// The one text that a key may hold; null when there are others.
+const char* onlyTextOf(const WrittenKey& key) {
+  if (isVersion(key)) return json_keys::kVersion;
+  return key.form == TextForm::Unit ? patternOf(key.form) : nullptr;
+}
+
 std::string jsonType(const WrittenKey& key) {
-  if (isVersion(key)) return code('"' + std::string(json_keys::kVersion) + '"');
+  if (const char* text = onlyTextOf(key)) return code('"' + std::string(text) + '"');
   switch (key.kind) {
     case KeyKind::Flag:
       return "true or false";
     case KeyKind::IntegerText:
     case KeyKind::Integer:
-      return "integer";
+      return "integer" + boundsOf(key.form);
     case KeyKind::Number:
-      return "number";
+      return "number" + boundsOf(key.form);
     case KeyKind::Text:
     case KeyKind::Required:
     case KeyKind::Ignored:
       break;
   }
-  return key.form == TextForm::Any ? "text" : "text, a number";
+  return key.form == TextForm::Any ? "text" : "text, a number" + boundsOf(key.form);
 }
 
 std::string xmlType(const WrittenKey& key) {
-  if (isVersion(key)) return code(json_keys::kVersion);
+  if (const char* text = onlyTextOf(key)) return code(text);
   if (key.form == TextForm::Count) return "whole number";
-  return key.form == TextForm::Measure || key.kind == KeyKind::Number ? "number" : "text";
+  return key.form == TextForm::Any ? "text" : "number" + boundsOf(key.form);
 }
 
 std::string jsonTable(const Level& level) {

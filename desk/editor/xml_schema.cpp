@@ -12,31 +12,44 @@ namespace {
 
 using model::KeyKind;
 
-/// The simple types, with the version in the place of %. Texts keep their white space, as the
-/// reader does; a blank text counts as missing. Numbers of works are bounded so that none is out of
-/// a double's range.
-constexpr char kSimpleTypes[] = R"(  <xs:simpleType name="version">
-    <xs:restriction base="xs:string"><xs:enumeration value="%"/></xs:restriction>
-  </xs:simpleType>
-  <xs:simpleType name="text">
-    <xs:restriction base="xs:string"><xs:pattern value="[\s\S]*\S[\s\S]*"/></xs:restriction>
-  </xs:simpleType>
-  <xs:simpleType name="count">
-    <xs:restriction base="xs:string"><xs:pattern value="[0-9]+"/></xs:restriction>
-  </xs:simpleType>
-  <xs:simpleType name="measure">
-    <xs:restriction base="xs:string"><xs:pattern value="-?[0-9]+(\.[0-9]+)?"/></xs:restriction>
-  </xs:simpleType>
-  <xs:simpleType name="number">
-    <xs:restriction base="xs:decimal"><xs:totalDigits value="15"/></xs:restriction>
-  </xs:simpleType>
-)";
+struct TypeName {
+  model::TextForm form;
+  const char* name;
+};
+constexpr TypeName kTypeNames[] = {
+    {model::TextForm::Unit, "unit"},       {model::TextForm::Count, "count"},
+    {model::TextForm::Measure, "measure"}, {model::TextForm::Size, "size"},
+    {model::TextForm::Angle, "angle"},     {model::TextForm::Side, "side"},
+};
 
-const char* typeOf(const WrittenKey& key) {
-  if (key.name == "Version") return "version";
-  if (key.kind == KeyKind::Number) return "number";
-  if (key.form == model::TextForm::Count) return "count";
-  return key.form == model::TextForm::Measure ? "measure" : "text";
+std::string typeOf(const WrittenKey& key) {
+  if (key.name == json_keys::kVersionKey.spelling) return "version";
+  for (const TypeName& type : kTypeNames) {
+    if (type.form == key.form) return type.name;
+  }
+  return "text";
+}
+
+std::string simpleType(const char* name, const std::string& facet) {
+  return std::string("  <xs:simpleType name=\"") + name +
+         "\">\n    <xs:restriction base=\"xs:string\">" + facet +
+         "</xs:restriction>\n  </xs:simpleType>\n";
+}
+
+std::string pattern(const std::string& expression) {
+  return "<xs:pattern value=\"" + expression + "\"/>";
+}
+
+/// Texts keep their white space, as the reader does; a blank text counts as missing. No number is
+/// so long that it is out of a double's range.
+std::string simpleTypes() {
+  std::string text = simpleType("version", std::string("<xs:enumeration value=\"") +
+                                               json_keys::kVersion + "\"/>") +
+                     simpleType("text", pattern("[\\s\\S]*\\S[\\s\\S]*"));
+  for (const TypeName& type : kTypeNames) {
+    text += simpleType(type.name, pattern(patternOf(type.form)) + "<xs:maxLength value=\"30\"/>");
+  }
+  return text;
 }
 
 std::string annotation(const std::string& indent, const std::string& text) {
@@ -76,8 +89,6 @@ std::string complexType(const Level& level, const std::string& content) {
 std::string xmlSchema() {
   using namespace xml_elements;
   const auto [header, bar, piece, cut, work] = xmlLevels();
-  std::string simpleTypes = kSimpleTypes;
-  simpleTypes.replace(simpleTypes.find('%'), 1, json_keys::kVersion);
   return std::string("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") +
          "<xs:schema xmlns:xs=\"http://www.w3.org/2001/XMLSchema\">\n" +
          "  <xs:element name=\"Job\" type=\"header\"/>\n" +
@@ -86,7 +97,7 @@ std::string xmlSchema() {
          complexType(piece, elements(piece, 0, kPieceRowsBeforeCuts) + "      <xs:element name=\"" +
                                 kCuts + "\" type=\"cut\"/>\n" +
                                 elements(piece, kPieceRowsBeforeCuts) + repeated(kWorks, "work")) +
-         complexType(cut, elements(cut)) + complexType(work, elements(work)) + simpleTypes +
+         complexType(cut, elements(cut)) + complexType(work, elements(work)) + simpleTypes() +
          "</xs:schema>\n";
 }
 

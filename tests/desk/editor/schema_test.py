@@ -28,6 +28,19 @@ OF_THE_JOB = {"angle-135", "never-stored", "duplicate-barcode", "duplicate-numbe
               "other-job"}
 
 
+# What no bar, piece or work can have: level, key, values.
+OUT_OF_BOUNDS = [(0, "Unit", "inch MM"), (1, "BarNumber", "-1"), (1, "MaxY", "0"), (1, "MaxZ", "-5"),
+                 (1, "length", "0"), (1, "BarLeftLength", "-1"), (2, "Num", "-1"),
+                 (3, "Length", "0 00.0 -9 65,5 1.200,5 +7"), (3, "sxB", "-45 0 0.0 180 200 45,5"),
+                 (4, "ProfiLav", "-1 7 99"), (4, "PositionX", "-1"), (4, "PositionZ", "-1")]
+
+
+def out_of_bounds():
+    for level, key, values in OUT_OF_BOUNDS:
+        for value in values.split():
+            yield level, key, value
+
+
 def rules_by_file(folder, good, files):
     """What check says of each file when it is loaded after `good`, as rules without OF_THE_JOB."""
     words = [word for name in files for word in (good, name)]
@@ -76,8 +89,9 @@ def sound_json_jobs():
     """(what was done, job): changes that leave a job in the writers' form."""
     for level, key, value in [(0, "Bar", []), (1, "piece", []), (2, "work", []), (0, "Name", ""),
                               (2, "Buyer", "买方 \"7\""), (1, "length", 2147483647),
-                              (2, "Num", -2147483648), (4, "PositionX", 7), (4, "PositionY", -1e300),
-                              (4, "ProfiLav", 2.0), (3, "Length", "900"), (0, "success", False)]:
+                              (2, "Over_status", -2147483648), (4, "PositionX", 7),
+                              (4, "PositionZ", 0), (4, "ProfiLav", 2.0), (3, "Length", "0900.5"),
+                              (3, "sxB", "22.5"), (3, "dxB", "0.5"), (0, "success", False)]:
         job = copy.deepcopy(JSON_JOB)
         json_levels(job)[level][0][key] = value
         yield f"{key} = {value}", job
@@ -114,12 +128,14 @@ class JsonSchema(Folder):
                 (1, "BarNumber", "barNumber", 7), (2, "machine", "machin", "saw"),
                 (2, "Field2", "field2", "x"), (3, "Length", "Length", "900mm"),
                 (3, "dxB", "dxB", "45°"), (1, "length", "length", 2147483648),
-                (0, "Version", "Version", "1.00")]:
+                (0, "Version", "Version", "1.00"),
+                *((level, key, key, value if level in (0, 3) else int(value))
+                  for level, key, value in out_of_bounds())]:
             job = copy.deepcopy(JSON_JOB)
             target = json_levels(job)[level][0]
             del target[old]
             target[new] = value
-            self.assertFalse(VALIDATOR.is_valid(job), new)
+            self.assertFalse(VALIDATOR.is_valid(job), (new, value))
 
 
 def elements_by_level(root):
@@ -176,7 +192,8 @@ def write(folder, roots):
 
 
 WORK, PIECE = "Bar/Piece/Work/", "Bar/Piece/"
-SOUND_XML = [(PIECE + "Customer", "买方 <7>"), (WORK + "PositionX", "-12"), (PIECE + "Num", "0"),
+SOUND_XML = [(PIECE + "Customer", "买方 <7>"), (WORK + "PositionX", "12.5"), (PIECE + "Num", "0"),
+             (WORK + "ProfiLav", "1.0"), (PIECE + "Cut/Length", "0.5"), (PIECE + "Cut/dxB", "179.9"),
              lambda root: root.find("Bar/Piece").remove(root.find(PIECE + "Extra_Pie")),
              lambda root: [root.remove(bar) for bar in root.findall("Bar")]]
 LENIENT_XML = [(WORK + "PositionX", "12.5mm"), (WORK + "ProfiLav", "front"),
@@ -205,7 +222,10 @@ class XmlSchema(Folder):
             self.assertEqual(rules[names[i]] == set(), i < len(sound), (what, rules[names[i]]))
 
     def test_writers_keep_to_the_form_where_readers_are_lenient(self):
-        jobs = list(xml_jobs(LENIENT_XML))
+        levels = ["", "Bar/", PIECE, PIECE + "Cut/", WORK]
+        names = {"length": "Length", "BarLeftLength": "LeftLength"}
+        jobs = list(xml_jobs(LENIENT_XML + [(levels[level] + names.get(key, key), value)
+                                            for level, key, value in out_of_bounds()]))
         names = write(self.folder, [root for _, root in jobs])
         self.assertEqual(valid_xml(self.folder, names), set())
 
