@@ -17,13 +17,15 @@ using namespace desk;
 using commands::allCommands;
 using commands::globalOptions;
 
+constexpr char kVersion[] = "cusdesk " CUSDESK_VERSION "\n";
+
 std::string programHelp() {
   std::string text =
       "Examples:\n"
       "  cusdesk run demo.lua                      run a script with the shipped example jobs\n"
       "  cusdesk --root panel --usb stick run a.lua  run it with your own folders\n"
       "\n"
-      "Usage: cusdesk [OPTION...] COMMAND [ARG...]\n"
+      "Usage: cusdesk [OPTION...] COMMAND [OPTION...] [ARG...]\n"
       "\n"
       "Commands:\n";
   for (const Command& command : allCommands()) {
@@ -37,9 +39,11 @@ std::string programHelp() {
 
 std::string commandHelp(const Command& command) {
   const std::string operands = *command.operands == '\0' ? "" : std::string(" ") + command.operands;
-  return std::string("Examples:\n") + command.examples + "\nUsage: cusdesk [OPTION...] " +
-         command.name + " [OPTION...]" + operands + "\n  " + command.help + "\n\nOptions:\n" +
-         optionsHelp(command.options);
+  const std::string own =
+      command.options.empty() ? "" : "\nOptions:\n" + optionsHelp(command.options);
+  return std::string("Examples:\n") + command.examples + "\nUsage: cusdesk " + command.name +
+         " [OPTION...]" + operands + "\n  " + command.help + "\n" + own +
+         "\nOptions of every command:\n" + optionsHelp(globalOptions());
 }
 
 const Command& find(const std::string& name) {
@@ -59,29 +63,37 @@ int show(const std::string& text) {
   return kExitOk;
 }
 
+/// @param words what stands behind the command: its own options and the program's, and operands
+int run(const Command& command, const std::vector<std::string>& words, Arguments arguments) {
+  std::vector<Option> options = command.options;
+  options.insert(options.end(), globalOptions().begin(), globalOptions().end());
+  const Arguments behind =
+      command.leavesTheRest ? parse(words, options) : parseAnywhere(words, options);
+  arguments.addOptions(behind);
+  arguments.operands = behind.operands;
+  if (arguments.has("help")) return show(commandHelp(command));
+  if (arguments.has("version")) return show(kVersion);
+  checkOperands(command, arguments.operands);
+  setColours(choice(arguments.value("color", "auto"), "--color", kColours).when);
+  return command.run(arguments);
+}
+
 int dispatch(const std::vector<std::string>& words) {
-  Invocation invocation;
-  invocation.global = parse(words, globalOptions());
-  std::vector<std::string> rest = invocation.global.operands;
-  if (invocation.global.has("version")) return show("cusdesk " CUSDESK_VERSION "\n");
+  Arguments arguments = parse(words, globalOptions());
+  std::vector<std::string> rest = std::move(arguments.operands);
+  if (arguments.has("version")) return show(kVersion);
   if (rest.empty()) {
-    if (invocation.global.has("help")) return show(programHelp());
+    if (arguments.has("help")) return show(programHelp());
     throw Error(kExitUsage, "which command? See 'cusdesk --help'");
   }
   if (rest.front() == "help") {
     rest.erase(rest.begin());
-    invocation.global.options["help"] = {""};
     if (rest.empty()) return show(programHelp());
+    return show(commandHelp(find(rest.front())));
   }
   const Command& command = find(rest.front());
   rest.erase(rest.begin());
-  invocation.command = command.takesOptionsAnywhere ? parseAnywhere(rest, command.options)
-                                                    : parse(rest, command.options);
-  if (invocation.global.has("help") || invocation.command.has("help")) {
-    return show(commandHelp(command));
-  }
-  setColours(choice(invocation.global.value("color", "auto"), "--color", kColours).when);
-  return command.run(invocation);
+  return run(command, rest, std::move(arguments));
 }
 
 /// One line, whatever the names in it hold.

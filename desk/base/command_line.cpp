@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <numeric>
+#include <sstream>
 #include <utility>
 
 #include "desk/base/errors.h"
+#include "desk/base/text.h"
 
 namespace desk {
 
@@ -70,6 +72,12 @@ std::vector<std::string> Arguments::values(const std::string& name) const {
   return found == options.end() ? std::vector<std::string>() : found->second;
 }
 
+void Arguments::addOptions(const Arguments& behind) {
+  for (const auto& [name, values] : behind.options) {
+    options[name].insert(options[name].end(), values.begin(), values.end());
+  }
+}
+
 Arguments parse(const std::vector<std::string>& words, const std::vector<Option>& options) {
   std::vector<std::string> copies = words;
   copies.insert(copies.begin(), "cusdesk");
@@ -108,10 +116,7 @@ Arguments parseAnywhere(const std::vector<std::string>& words, const std::vector
   std::vector<std::string> rest = words;
   for (;;) {
     const Arguments next = parse(rest, options);
-    for (const auto& [name, given] : next.options) {
-      std::vector<std::string>& values = all.options[name];
-      values.insert(values.end(), given.begin(), given.end());
-    }
+    all.addOptions(next);
     const std::size_t read = rest.size() - next.operands.size();
     const bool isEnded = read > 0 && rest[read - 1] == "--";
     const std::size_t taken =
@@ -120,6 +125,47 @@ Arguments parseAnywhere(const std::vector<std::string>& words, const std::vector
     all.operands.insert(all.operands.end(), next.operands.begin(), end);
     if (end == next.operands.end()) return all;
     rest.assign(end, next.operands.end());
+  }
+}
+
+std::vector<Operand> operandsOf(const Command& command) {
+  std::vector<Operand> operands;
+  std::istringstream words(command.operands);
+  std::string word;
+  while (words >> word) {
+    Operand& operand = operands.emplace_back();
+    operand.isOptional = word.front() == '[';
+    operand.repeats = word.find("...") != std::string::npos;
+    const auto isMark = [](char c) { return c == '[' || c == ']' || c == '.'; };
+    word.erase(std::remove_if(word.begin(), word.end(), isMark), word.end());
+    operand.name = word;
+    if (word.find('|') == std::string::npos) continue;
+    std::istringstream choices(word);
+    for (std::string choice; std::getline(choices, choice, '|');) operand.values.push_back(choice);
+  }
+  return operands;
+}
+
+void checkOperands(const Command& command, const std::vector<std::string>& operands) {
+  const std::vector<Operand> known = operandsOf(command);
+  const auto refuse = [&](const std::string& reason) {
+    throw Error(kExitUsage, command.name + (": " + reason) + " Usage: cusdesk " + command.name +
+                                " " + command.operands);
+  };
+  if (operands.size() < known.size() && !known[operands.size()].isOptional) {
+    refuse("which " + known[operands.size()].name + "?");
+  }
+  if (known.empty() ||
+      std::any_of(known.begin(), known.end(), [](const Operand& one) { return one.repeats; })) {
+    return;
+  }
+  if (operands.size() > known.size()) refuse("'" + operands[known.size()] + "' is one too many.");
+  for (std::size_t i = 0; i < operands.size(); ++i) {
+    const std::vector<std::string>& values = known[i].values;
+    if (values.empty() || contains(values, operands[i])) continue;
+    const std::string near = nearest(operands[i], values);
+    refuse("what is '" + operands[i] + "'?" +
+           (near.empty() ? "" : " Did you mean '" + near + "'?"));
   }
 }
 

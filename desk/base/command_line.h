@@ -17,38 +17,50 @@ struct Option {
   std::vector<std::string> values = {};  ///< all its argument may be, where that is a few names
 };
 
-/// What a command line says: options and the operands behind them.
+/// What a command line says: options and the operands among them.
 struct Arguments {
-  /// By name, the arguments in the order given; an option without argument has "".
+  /// By name, all that was given in its order; an option without argument is "".
   std::map<std::string, std::vector<std::string>> options;
   std::vector<std::string> operands;
 
   bool has(const std::string& name) const { return options.count(name) != 0; }
-  /// The argument given last.
-  std::string value(const std::string& name, const std::string& otherwise = "") const;
-  /// All arguments of an option that may be given again.
-  std::vector<std::string> values(const std::string& name) const;
-};
 
-struct Invocation;
+  /// What was given last.
+  std::string value(const std::string& name, const std::string& otherwise = "") const;
+
+  /// All that was given, for an option that may be given again.
+  std::vector<std::string> values(const std::string& name) const;
+
+  /// Adds options that stand behind these.
+  void addOptions(const Arguments& behind);
+};
 
 /// One command: a row of the table that help, dispatch, completion and man page come from.
 struct Command {
   const char* name;
-  const char* operands;  ///< as the help shows them
+  const char* operands;  ///< as the help shows them: "FILE...", "SCRIPT [ARG...]", "FILE one|other"
   const char* help;      ///< one line
   const char* examples;  ///< whole lines, each a command one can type
   std::vector<Option> options;
-  int (*run)(const Invocation&);  ///< returns the exit code
-  /// Whether options may stand behind operands. Not where the rest is for somebody else.
-  bool takesOptionsAnywhere = false;
+  int (*run)(const Arguments&);  ///< with the program's options; returns the exit code
+  /// Whether the first operand ends the options: what stands behind it is for somebody else.
+  bool leavesTheRest = false;
 };
 
-/// What a command gets to see.
-struct Invocation {
-  Arguments global;   ///< what stood before the command
-  Arguments command;  ///< what stood behind it
+/// One operand of a command.
+struct Operand {
+  std::string name;                 ///< "FILE"; of a choice all its words, "one|other"
+  std::vector<std::string> values;  ///< the words of a choice
+  bool isOptional = false;
+  bool repeats = false;
 };
+
+/// What `command` takes, from its row of the table.
+std::vector<Operand> operandsOf(const Command& command);
+
+/// Throws Error when operands are missing, too many, or none of the words of a choice. A command
+/// that takes none in its table answers for them itself; behind one that repeats nothing is judged.
+void checkOperands(const Command& command, const std::vector<std::string>& operands);
 
 /// Splits `words` into options and operands. Options end at the first operand or at "--". Throws
 /// Error for an unknown option, with the nearest known one, and for a missing or surplus argument.

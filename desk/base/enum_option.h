@@ -6,9 +6,19 @@
 #include <string>
 #include <vector>
 
+#include "desk/base/command_line.h"
 #include "desk/base/errors.h"
+#include "desk/base/text.h"
 
 namespace desk {
+
+/// The names of all rows, for the help and for completion.
+template <class Row, std::size_t count>
+std::vector<std::string> namesOf(const Row (&table)[count]) {
+  std::vector<std::string> names;
+  for (const Row& row : table) names.emplace_back(row.name);
+  return names;
+}
 
 /// The row of `table` that is called `wanted`. Throws Error with all names otherwise.
 /// @param what what the names are for: "check: --format"
@@ -17,17 +27,9 @@ const Row& choice(const std::string& wanted, const std::string& what, const Row 
   const auto found = std::find_if(std::begin(table), std::end(table),
                                   [&](const Row& row) { return row.name == wanted; });
   if (found != std::end(table)) return *found;
-  std::string names;
-  for (const Row& row : table) names += std::string(names.empty() ? "" : ", ") + row.name;
-  throw Error(kExitUsage, what + " is one of " + names);
-}
-
-/// The names of all rows, for the help and for completion.
-template <class Row, std::size_t count>
-std::vector<std::string> namesOf(const Row (&table)[count]) {
-  std::vector<std::string> names;
-  for (const Row& row : table) names.emplace_back(row.name);
-  return names;
+  const std::string near = nearest(wanted, namesOf(table));
+  throw Error(kExitUsage, what + " is one of " + joined(namesOf(table), ", ") + ", not '" + wanted +
+                              "'" + (near.empty() ? "" : "; did you mean '" + near + "'?"));
 }
 
 }  // namespace desk

@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <sstream>
-
 #include "desk/base/text.h"
 #include "desk/commands/bash_completion.sh.h"
 #include "desk/commands/commands.h"
@@ -25,11 +22,10 @@ std::string argumentOf(const Option& option) {
   return kAnything;
 }
 
-/// The words that a branch stands for: a command and what comes behind it.
+/// The words that a branch stands for: a command, "*" for any, and what comes behind it.
 std::string pattern(const std::string& command, const std::string& behind) {
-  std::string text = "'";
-  text += command;
-  return text + " " + behind + "'";
+  const std::string behindIt = "' " + behind + "'";
+  return command == "*" ? "*" + behindIt : "'" + command + behindIt.substr(1);
 }
 
 /// One branch of a case.
@@ -61,29 +57,20 @@ std::string argumentBranches(const std::string& command, const std::vector<Optio
   return text;
 }
 
-/// Whether `c` says that an operand may be left out or repeated.
-bool isMark(char c) {
-  return c == '[' || c == ']' || c == '.';
-}
-
-/// The branches for a command's operands as the help shows them: "FILE...", "schema|stub", or
-/// "FILE... [bars|works]", where each word behind the first can be either.
+/// The branches for a command's operands. In "FILE... [bars|works]" each word behind the first can
+/// be either.
 std::string operandBranches(const Command& command) {
   std::string text;
   std::string files;
-  std::istringstream operands(command.operands);
-  std::string word;
-  for (int place = 1; operands >> word; ++place) {
-    const bool repeats = word.find("...") != std::string::npos;
-    const bool isChoice = word.find('|') != std::string::npos;
-    word.erase(std::remove_if(word.begin(), word.end(), isMark), word.end());
-    std::replace(word.begin(), word.end(), '|', ' ');
-    const bool isLast = (operands >> std::ws).eof();
-    const bool isEach = isLast && (repeats || !files.empty());
+  const std::vector<Operand> operands = operandsOf(command);
+  for (std::size_t i = 0; i < operands.size(); ++i) {
+    const Operand& operand = operands[i];
+    const bool isLast = i + 1 == operands.size();
+    const bool isEach = isLast && (operand.repeats || !files.empty());
     const std::string words =
-        isEach ? pattern(command.name, "") + "*" : pattern(command.name, std::to_string(place));
-    text += branch(words, isChoice ? files + word : kFiles);
-    if (repeats) files = std::string(kFiles) + " ";
+        isEach ? pattern(command.name, "") + "*" : pattern(command.name, std::to_string(i + 1));
+    text += branch(words, operand.values.empty() ? kFiles : files + joined(operand.values, " "));
+    if (operand.repeats) files = std::string(kFiles) + " ";
   }
   return text;
 }
@@ -96,15 +83,16 @@ std::string function(const char* name, const char* comment, const std::string& b
 }  // namespace
 
 std::string bashCompletion() {
-  std::string options = branch("' '*", optionNames(globalOptions()));
-  std::string arguments = argumentBranches("", globalOptions());
+  const std::string everywhere = optionNames(globalOptions());
+  std::string options = branch("' '*", everywhere);
+  std::string arguments = argumentBranches("*", globalOptions());
   std::string operands;
   std::vector<std::string> names;
   for (const Command& command : allCommands()) {
     const std::string name = command.name;
     names.push_back(name);
-    options += branch(command.takesOptionsAnywhere ? pattern(name, "") + "*" : pattern(name, "0"),
-                      optionNames(command.options));
+    options += branch(command.leavesTheRest ? pattern(name, "0") : pattern(name, "") + "*",
+                      optionNames(command.options) + " " + everywhere);
     arguments += argumentBranches(name, command.options);
     operands += operandBranches(command);
   }

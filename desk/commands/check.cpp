@@ -61,8 +61,7 @@ check::RuleSettings settingsOf(const Arguments& arguments) {
   return settings;
 }
 
-int run(const Invocation& invocation) {
-  const Arguments& arguments = invocation.command;
+int run(const Arguments& arguments) {
   if (arguments.has("explain")) return explainRule(arguments.value("explain"));
   if (arguments.operands.empty()) throw Error(kExitUsage, "check: which files?");
   const Format& format = choice(arguments.value("format", "text"), "check: --format", kFormats);
@@ -88,7 +87,7 @@ int run(const Invocation& invocation) {
 Command checkCommand() {
   return {
       "check",
-      "FILE...",
+      "[FILE...]",
       "tell what the panel's readers ignore, carry over or trip over in job files",
       "  cusdesk check job.json                    what a freshly started panel would miss\n"
       "  cusdesk check --sequence monday.json tuesday.json  what leaks from one into the next\n"
@@ -104,10 +103,8 @@ Command checkCommand() {
           {"explain", "RULE", "say what a rule is about, what the machine does and how to cure it",
            '\0', check::ruleIds()},
           {"all", nullptr, "show every finding, also those that differ in their place only"},
-          {"help", nullptr, "show this help", 'h'},
       },
       run,
-      true,
   };
 }
 

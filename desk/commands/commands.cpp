@@ -24,6 +24,8 @@ const std::vector<Option>& globalOptions() {
       {"usb", "DIR", "stands for the USB disk (default: mnt/usb below the root)"},
       {"color", "WHEN", "colours and source lines: auto (default), always or never", '\0',
        namesOf(kColours)},
+      {"quiet", nullptr, "the answer only: no lines of the plug-in, greeting or summary", 'q'},
+      {"verbose", nullptr, "the plug-in's lines that are left out, on standard error", 'v'},
       {"help", nullptr, "show this help, or that of a command", 'h'},
       {"version", nullptr, "show the version"},
   };
@@ -45,9 +47,9 @@ namespace {
 
 /// The directory that stands for the controller's file system. An empty or missing one would leave
 /// the PC's own.
-std::string rootDirectory(const Arguments& global) {
-  if (!global.has("root")) return shippedExamples();
-  std::string root = global.value("root");
+std::string rootDirectory(const Arguments& arguments) {
+  if (!arguments.has("root")) return shippedExamples();
+  std::string root = arguments.value("root");
   if (root.empty()) throw Error(kExitUsage, "option '--root' needs a directory");
   std::error_code reason;
   if (!std::filesystem::is_directory(root, reason)) {
@@ -59,17 +61,17 @@ std::string rootDirectory(const Arguments& global) {
 
 }  // namespace
 
-std::string applyGlobalOptions(const Arguments& global) {
+std::string applyGlobalOptions(const Arguments& arguments) {
   deskhost::Settings& settings = deskhost::settings();
-  settings.root = rootDirectory(global);
-  settings.usb = global.value("usb", settings.root + "/mnt/usb");
+  settings.root = rootDirectory(arguments);
+  settings.usb = arguments.value("usb", settings.root + "/mnt/usb");
   // The progress file goes below the root too, unless the environment says otherwise.
   constexpr char kProgressVariable[] = "CUS_CUTCURINDEX_FILE";
   const char* chosen = std::getenv(kProgressVariable);
   if (chosen == nullptr || *chosen == '\0') {
     setenv(kProgressVariable, (settings.root + CUS_CUTCURINDEX_DEFAULT).c_str(), 1);
   }
-  return global.has("plugin") ? global.value("plugin") : shippedPlugin();
+  return arguments.has("plugin") ? arguments.value("plugin") : shippedPlugin();
 }
 
 }  // namespace desk::commands

@@ -8,14 +8,14 @@
 
 namespace desk::commands {
 
-/// Options that stand before the command.
+/// Options of the program, which stand before or behind the command.
 const std::vector<Option>& globalOptions();
 
 /// All commands, in the order in which the help lists them.
 const std::vector<Command>& allCommands();
 
 /// Applies --root and --usb to the host's services, and returns the path of the plug-in.
-std::string applyGlobalOptions(const Arguments& global);
+std::string applyGlobalOptions(const Arguments& arguments);
 
 /// A script for bash that completes commands, options and their arguments.
 std::string bashCompletion();

@@ -16,11 +16,10 @@ void print(const doctor::Remark& remark) {
               escapeControls(remark.text).c_str());
 }
 
-int run(const Invocation& invocation) {
-  const std::vector<std::string>& operands = invocation.command.operands;
-  if (operands.size() != 1) throw Error(kExitUsage, "doctor: which plug-in? Name one file");
-  const std::string against = invocation.command.value("against");
-  const std::string panel = invocation.command.value("host");
+int run(const Arguments& arguments) {
+  const std::vector<std::string>& operands = arguments.operands;
+  const std::string against = arguments.value("against");
+  const std::string panel = arguments.value("host");
   std::optional<doctor::Sysroot> target;
   std::optional<doctor::Sysroot> host;
   if (!against.empty()) target.emplace(against);
@@ -59,7 +58,6 @@ Command doctorCommand() {
       {
           {"against", "PATHS", "the target's root, library folders or libraries, with : between"},
           {"host", "PATHS", "the panel runtime's program and its libraries, with : between"},
-          {"help", nullptr, "show this help", 'h'},
       },
       run,
   };

@@ -28,9 +28,6 @@ struct Target {
 };
 
 Target targetOf(const Arguments& arguments) {
-  if (arguments.operands.size() != 1) {
-    throw Error(kExitUsage, "draw: which file? See 'cusdesk draw --help'");
-  }
   Target target;
   target.file = arguments.value("output");
   const std::string ending = std::filesystem::path(target.file).extension().string();
@@ -119,13 +116,12 @@ DATA_T readQuietly(const Arguments& arguments) {
   return readJob(arguments.operands.front());
 }
 
-int run(const Invocation& invocation) {
-  const Arguments& arguments = invocation.command;
+int run(const Arguments& arguments) {
   const Target target = targetOf(arguments);
   const std::string& file = arguments.operands.front();
   std::optional<Progress> progress(std::in_place);
   progress->show("drawing " + file);
-  applyGlobalOptions(invocation.global);
+  applyGlobalOptions(arguments);
   const DATA_T job = readQuietly(arguments);
   const std::vector<draw::BarPlace> bars = layOutBars(job, arguments);
   const std::string source = std::filesystem::path(file).filename().string();
@@ -148,12 +144,8 @@ Command drawCommand() {
           {"output", "FILE", "where to draw: a .svg or .png file; '-' is SVG on standard output",
            'o'},
           {"bar", "NUMBER", "only the bars with this number"},
-          {"quiet", nullptr, "no summary on standard output", 'q'},
-          {"verbose", nullptr, "let the reader's lines go to standard error", 'v'},
-          {"help", nullptr, "show this help", 'h'},
       },
       run,
-      true,
   };
 }
 

@@ -46,8 +46,7 @@ int writeEditorFiles(const std::string& folder) {
   return kExitOk;
 }
 
-int run(const Invocation& invocation) {
-  const Arguments& arguments = invocation.command;
+int run(const Arguments& arguments) {
   const std::vector<std::string>& operands = arguments.operands;
   if (arguments.has("into") && operands.empty()) return writeEditorFiles(arguments.value("into"));
   if (arguments.has("into") || operands.size() != 1) {
@@ -63,7 +62,7 @@ int run(const Invocation& invocation) {
 Command exportCommand() {
   return {
       "export",
-      "schema|xsd|stub|luacheckrc|completion|man|tables",
+      "[schema|xsd|stub|luacheckrc|completion|man|tables]",
       "write out what editors and shells want to know",
       "  cusdesk export --into .cusdesk            schema, XSD, Lua stub and luacheck settings\n"
       "  cusdesk export schema > cutting-job.schema.json  one of them\n"
@@ -72,10 +71,8 @@ Command exportCommand() {
       "  cusdesk export tables > tables.md         the tables of the manual, in Markdown\n",
       {
           {"into", "DIR", "write all files for editors into this folder"},
-          {"help", nullptr, "show this help", 'h'},
       },
       run,
-      true,
   };
 }
 

@@ -101,12 +101,12 @@ std::string manPage() {
   return ".\\\" Made by 'cusdesk export man'.\n"
          ".TH CUSDESK 1 \"\" \"cusdesk " CUSDESK_VERSION "\" \"User Commands\"\n" +
          section("NAME", "cusdesk \\- the panel of a profile cutting machine, on a PC\n") +
-         section("SYNOPSIS", bold("cusdesk") + " [" + italic("OPTION") + "...] " +
-                                 italic("COMMAND") + " [" + italic("ARGUMENT") + "...]\n") +
+         section("SYNOPSIS",
+                 bold("cusdesk") + " " + italic("COMMAND") + " [" + italic("ARGUMENT") + "...]\n") +
          section("DESCRIPTION",
                  "Stands in for the panel: loads the cutting-job plug-in, runs the scripts of the\n"
                  "machine with it, tells what its readers make of job files, and shows its table.\n"
-                 "Options of \\fBcusdesk\\fR itself stand before the command.\n") +
+                 "The options of all commands stand before or behind the command.\n") +
          section("OPTIONS", optionList(globalOptions())) + section("COMMANDS", list) +
          section("EXIT STATUS", escaped(kExitCodesHelp) + "\n") +
          section("ENVIRONMENT", environment()) + section("FILES", files());

@@ -52,8 +52,7 @@ unsigned long long number(const Arguments& arguments, const std::string& option,
   return value;
 }
 
-panel::PanelSetup setupOf(const Invocation& invocation) {
-  const Arguments& arguments = invocation.command;
+panel::PanelSetup setupOf(const Arguments& arguments) {
   panel::PanelSetup setup;
   setup.facts.width = 800;
   setup.facts.height = 480;
@@ -63,7 +62,7 @@ panel::PanelSetup setupOf(const Invocation& invocation) {
     refuse("size", "WIDTHxHEIGHT in pixels, such as 1280x800");
   }
   setup.verbose = arguments.has("verbose");
-  setup.plugin = applyGlobalOptions(invocation.global);
+  setup.plugin = applyGlobalOptions(arguments);
   setup.facts.script = arguments.value("script");
   if (setup.facts.script.empty()) setup.facts.script = shippedExamples() + "/panel.lua";
   if (!std::ifstream(setup.facts.script)) {
@@ -97,8 +96,7 @@ void refuseAny(const Arguments& arguments, std::initializer_list<const char*> op
   }
 }
 
-int run(const Invocation& invocation) {
-  const Arguments& arguments = invocation.command;
+int run(const Arguments& arguments) {
   if (!arguments.operands.empty()) {
     throw Error(kExitUsage, "panel: what is '" + arguments.operands.front() +
                                 "'? A script comes with --script, a job with --job");
@@ -106,11 +104,11 @@ int run(const Invocation& invocation) {
   if (arguments.has("svg") || arguments.has("png")) {
     refuseAny(arguments, {"port", "no-open"}, "is for the page, not for a picture");
     const panel::PictureOrder order = pictureOrderOf(arguments);
-    return panel::drawPanel(setupOf(invocation), order);
+    return panel::drawPanel(setupOf(arguments), order);
   }
   refuseAny(arguments, {"page", "click", "clock"}, "is for a picture: name it with --svg or --png");
   const auto port = static_cast<int>(number(arguments, "port", 0, 0, USHRT_MAX));
-  return panel::servePanel(setupOf(invocation), port, !arguments.has("no-open"));
+  return panel::servePanel(setupOf(arguments), port, !arguments.has("no-open"));
 }
 
 }  // namespace
@@ -135,8 +133,6 @@ Command panelCommand() {
           {"page", "N", "for a picture: go to this page first"},
           {"click", "X,Y", "for a picture: then click there"},
           {"clock", "MS", "for a picture: milliseconds between two steps (default: 100)"},
-          {"verbose", nullptr, "the plug-in's lines on standard error", 'v'},
-          {"help", nullptr, "show this help", 'h'},
       },
       run,
   };

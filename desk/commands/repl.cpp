@@ -51,16 +51,12 @@ int prompt(script::ScriptEngine& engine, const repl::PromptCode& code, const Arg
   return kExitOk;
 }
 
-int run(const Invocation& invocation) {
-  const Arguments& arguments = invocation.command;
-  const script::Plugin plugin(applyGlobalOptions(invocation.global));
+int run(const Arguments& arguments) {
+  const script::Plugin plugin(applyGlobalOptions(arguments));
   const bool raw = arguments.has("raw-errors");
-  const bool verbose = arguments.has("verbose");
-  script::ScriptEngine engine(plugin,
-                              raw ? script::ModuleErrors::Raw : script::ModuleErrors::Guarded,
-                              raw       ? script::PluginLines::Kept
-                              : verbose ? script::PluginLines::StandardError
-                                        : script::PluginLines::Dropped);
+  script::ScriptEngine engine(
+      plugin, raw ? script::ModuleErrors::Raw : script::ModuleErrors::Guarded,
+      arguments.has("verbose") ? script::PluginLines::StandardError : script::PluginLines::Dropped);
   const repl::PromptCode promptCode(engine.state());  // before a script can change what it keeps
   shortenModule(engine.state());
   if (arguments.has("job")) {
@@ -92,12 +88,10 @@ Command replCommand() {
       "  echo 'job.get_cut(\"1\")' | cusdesk repl --job mine.json  ask once\n",
       {
           {"job", "FILE", "load this job file first, from anywhere on this PC"},
-          {"quiet", nullptr, "no greeting", 'q'},
           {"raw-errors", nullptr, "let C++ exceptions of the module reach Lua as on the panel"},
-          {"verbose", nullptr, "let the plug-in's lines go to standard error", 'v'},
-          {"help", nullptr, "show this help", 'h'},
       },
       run,
+      true,
   };
 }
 

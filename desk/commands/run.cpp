@@ -1,5 +1,5 @@
 // cusdesk run: runs a script as the panel would.
-#include "desk/base/errors.h"
+#include "desk/base/text.h"
 #include "desk/commands/commands.h"
 #include "desk/script/script_engine.h"
 
@@ -7,17 +7,24 @@ namespace desk::commands {
 
 namespace {
 
-int run(const Invocation& invocation) {
-  std::vector<std::string> arguments = invocation.command.operands;
-  if (arguments.empty()) throw Error(kExitUsage, "run: which script?");
-  const std::string script = arguments.front();
-  arguments.erase(arguments.begin());
+/// A script for others to read may be followed by "-q" too; the script sees it all the same.
+bool isQuiet(const Arguments& arguments) {
+  return arguments.has("quiet") || contains(arguments.operands, "-q");
+}
 
-  const script::Plugin plugin(applyGlobalOptions(invocation.global));
-  const bool raw = invocation.command.has("raw-errors");
+int run(const Arguments& arguments) {
+  std::vector<std::string> words = arguments.operands;
+  const std::string script = words.front();
+  words.erase(words.begin());
+
+  const script::Plugin plugin(applyGlobalOptions(arguments));
+  const bool raw = arguments.has("raw-errors");
   script::ScriptEngine engine(plugin,
-                              raw ? script::ModuleErrors::Raw : script::ModuleErrors::Guarded);
-  return engine.run(script, arguments);
+                              raw ? script::ModuleErrors::Raw : script::ModuleErrors::Guarded,
+                              !isQuiet(arguments)        ? script::PluginLines::Kept
+                              : arguments.has("verbose") ? script::PluginLines::StandardError
+                                                         : script::PluginLines::Dropped);
+  return engine.run(script, words);
 }
 
 }  // namespace
@@ -31,9 +38,9 @@ Command runCommand() {
       "  cusdesk --root panel --usb stick run a.lua  with your own folders\n",
       {
           {"raw-errors", nullptr, "let C++ exceptions of the module reach Lua as on the panel"},
-          {"help", nullptr, "show this help", 'h'},
       },
       run,
+      true,
   };
 }
 

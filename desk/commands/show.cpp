@@ -93,10 +93,10 @@ Question questionOf(const Arguments& arguments) {
   return {subject, arguments.value("barcode"), arguments.value("bar")};
 }
 
-TextTable answer(const Invocation& invocation, const std::string& file, const Question& question) {
-  const StdoutRedirect detour(invocation.command.has("verbose") ? StdoutRedirect::To::StandardError
-                                                                : StdoutRedirect::To::Nowhere);
-  const script::Plugin plugin(applyGlobalOptions(invocation.global));
+TextTable answer(const Arguments& arguments, const std::string& file, const Question& question) {
+  const StdoutRedirect detour(arguments.has("verbose") ? StdoutRedirect::To::StandardError
+                                                       : StdoutRedirect::To::Nowhere);
+  const script::Plugin plugin(applyGlobalOptions(arguments));
   script::ScriptEngine engine(plugin, script::ModuleErrors::Guarded);
   show::loadJob(engine, job::presentJob(file).name);
   return ask(engine, question);
@@ -109,13 +109,13 @@ void addWhere(TextTable& table, const Question& question, const std::string& fil
   addOrigins(table, question, session.job(format), format);
 }
 
-TextTable tableFor(const Invocation& invocation, const std::string& file, const Question& question,
+TextTable tableFor(const Arguments& arguments, const std::string& file, const Question& question,
                    bool where) {
   Progress progress;
   // The plug-in's lines would get mixed up with it.
-  if (!invocation.command.has("verbose")) progress.show("loading " + escapeControls(file));
+  if (!arguments.has("verbose")) progress.show("loading " + escapeControls(file));
   try {
-    TextTable table = answer(invocation, file, question);
+    TextTable table = answer(arguments, file, question);
     if (where) addWhere(table, question, file);
     return table;
   } catch (const show::Raised& raised) {
@@ -162,14 +162,13 @@ int summarize(const Arguments& arguments) {
   return kExitOk;
 }
 
-int run(const Invocation& invocation) {
-  const Arguments& arguments = invocation.command;
+int run(const Arguments& arguments) {
   if (isSummary(arguments)) return summarize(arguments);
   const Question question = questionOf(arguments);
   const std::string& file = arguments.operands[0];
   const Format& format = choice(arguments.value("format", "text"), "show: --format", kFormats);
   const bool where = arguments.has("where");
-  std::fputs(format.write(tableFor(invocation, file, question, where), where).c_str(), stdout);
+  std::fputs(format.write(tableFor(arguments, file, question, where), where).c_str(), stdout);
   return kExitOk;
 }
 
@@ -191,11 +190,8 @@ Command showCommand() {
           {"keep-from", "LENGTH",
            "how long a leftover is worth keeping, in a summary (default: 500)"},
           {"where", nullptr, "add the line that each value was read from; mark carried ones"},
-          {"verbose", nullptr, "let the plug-in's lines go to standard error", 'v'},
-          {"help", nullptr, "show this help", 'h'},
       },
       run,
-      true,
   };
 }
 

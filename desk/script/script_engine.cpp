@@ -1,6 +1,5 @@
 #include "desk/script/script_engine.h"
 
-#include <cassert>
 #include <cstdio>
 #include <exception>
 #include <utility>
@@ -26,13 +25,17 @@ StdoutRedirect::To destinationOf(PluginLines lines) {
   return StdoutRedirect::To::StandardOutput;
 }
 
-/// Calls the module function in upvalue 1, whose name is upvalue 2; upvalue 3 says what becomes of
-/// its lines. Errors of Lua's own pass.
+/// Calls the module function in upvalue 1; upvalue 3 says what becomes of its lines.
+int callRedirected(lua_State* L) {
+  const auto lines = static_cast<PluginLines>(lua_tointeger(L, lua_upvalueindex(3)));
+  const StdoutRedirect redirect(destinationOf(lines));
+  return lua_tocfunction(L, lua_upvalueindex(1))(L);
+}
+
+/// The same for the function whose name is upvalue 2. Errors of Lua's own pass.
 int callGuarded(lua_State* L) {
   try {
-    const auto lines = static_cast<PluginLines>(lua_tointeger(L, lua_upvalueindex(3)));
-    const StdoutRedirect redirect(destinationOf(lines));
-    return lua_tocfunction(L, lua_upvalueindex(1))(L);
+    return callRedirected(L);
   } catch (const std::exception& exception) {
     lua_settop(L, 0);
     luaL_where(L, 1);
@@ -42,7 +45,8 @@ int callGuarded(lua_State* L) {
   return lua_error(L);
 }
 
-/// Puts the guard around every function of the module, in place. The argument is for the guard.
+/// Puts a guard around every function of the module, in place. The arguments are the guard and what
+/// it is to do with the lines.
 int guardModule(lua_State* L) {
   lua_getglobal(L, kModule);
   const int module = lua_gettop(L);
@@ -51,12 +55,12 @@ int guardModule(lua_State* L) {
       lua_pop(L, 1);
       continue;
     }
-    lua_pushvalue(L, -2);                 // name, function, name
-    lua_pushvalue(L, 1);                  // name, function, name, lines
-    lua_pushcclosure(L, callGuarded, 3);  // name, guard
-    lua_pushvalue(L, -2);                 // name, guard, name
-    lua_insert(L, -2);                    // name, name, guard
-    lua_settable(L, module);              // name
+    lua_pushvalue(L, -2);                           // name, function, name
+    lua_pushvalue(L, 2);                            // name, function, name, lines
+    lua_pushcclosure(L, lua_tocfunction(L, 1), 3);  // name, guard
+    lua_pushvalue(L, -2);                           // name, guard, name
+    lua_insert(L, -2);                              // name, name, guard
+    lua_settable(L, module);                        // name
   }
   return 0;
 }
@@ -81,7 +85,6 @@ void writeFailure(const std::string& failure) {
 
 ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLines lines)
     : state_(luaL_newstate()), report_(writeFailure) {
-  assert(errors == ModuleErrors::Guarded || lines == PluginLines::Kept);
   if (state_ == nullptr) throw Error(kExitIoError, "not enough memory for a Lua state");
   lua_State* L = state();
   luaL_openlibs(L);
@@ -89,10 +92,11 @@ ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLine
     const StdoutRedirect redirect(destinationOf(lines));
     plugin.registerModule(L);
   }
-  if (errors == ModuleErrors::Raw) return;
+  if (errors == ModuleErrors::Raw && lines == PluginLines::Kept) return;
   lua_pushcfunction(L, guardModule);
+  lua_pushcfunction(L, errors == ModuleErrors::Raw ? callRedirected : callGuarded);
   lua_pushinteger(L, static_cast<int>(lines));
-  if (lua_pcall(L, 1, 0, 0) != LUA_OK) {
+  if (lua_pcall(L, 2, 0, 0) != LUA_OK) {
     throw Error(kExitIoError, "the plug-in registered no module " + std::string(kModule));
   }
 }

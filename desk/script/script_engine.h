@@ -28,7 +28,6 @@ enum class PluginLines {
 class ScriptEngine {
  public:
   /// The plug-in must outlive the engine. Throws Error when it cannot be registered.
-  /// Raw requires Kept (asserted): it is the guard that moves the lines.
   ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLines lines = PluginLines::Kept);
 
   /// Hands failures, message and traceback, to `report` and no longer to standard error.

@@ -22,10 +22,15 @@ class CommandLine(unittest.TestCase):
             (["-x"], "unknown option '-x'"),
             (["run", "-hx"], "unknown option '-x'"),
             (["--root=", "run", "a.lua"], "option '--root' needs a directory"),
-            (["run"], "run: which script?"),
+            (["run"], "run: which SCRIPT? Usage: cusdesk run SCRIPT [ARG...]"),
+            (["draw", "a.json", "b.json"], "draw: 'b.json' is one too many. Usage: cusdesk draw FILE"),
+            (["show"], "show: which FILE? Usage: cusdesk show FILE... "
+                       "[bars|works|cuts|holes|labels|dimensions]"),
+            (["show", "job.json", "cuts", "--format", "jsn"],
+             "show: --format is one of text, json, csv, not 'jsn'; did you mean 'json'?"),
+            (["export", "scheme"], "export: what is 'scheme'? Did you mean 'schema'? Usage: cusdesk "
+                                   "export [schema|xsd|stub|luacheckrc|completion|man|tables]"),
             (["export"], "export: name one thing, or a folder with --into"),
-            (["export", "scheme"], "export: what to export is one of schema, xsd, stub, luacheckrc, "
-                                   "completion, man, tables"),
             (["run", "--raw-error", "--no-such"], "unknown option '--no-such'"),
         ]:
             answer = run(*words)
@@ -76,6 +81,23 @@ class Scripts(Folder):
         answer, folder = self.run_script("io.write(arg[0], '|', #arg, '|', arg[2], '|', ...)",
                                          "-x", "two")
         self.assertTrue(answer.stdout.endswith(f"{folder}/script.lua|2|two|-xtwo"), answer.stdout)
+
+    def test_options_of_the_program_stand_anywhere_before_the_script_and_q_behind_it_too(self):
+        script = self.write("a.lua", "print(cus_ParseModule.getjson_Flash('no.json').errorCode, ...)")
+        lines = ["cus_ParseModule " + "-" * 32, "cus_ParseModule2 " + "-" * 32,
+                 "The string ends with .json", "read File error............."]
+        root = ["--root", self.folder]
+        for words, stdout, plugin in [
+            ([*root, "run", script, "x"], [*lines, "-2\tx"], []),
+            (["run", *root, "-q", script, "-v"], ["-2\t-v"], []),
+            (["-q", "run", "-v", *root, script], ["-2"], lines),
+            (["run", "--raw-errors", "-q", *root, script], ["-2"], []),
+            ([*root, "run", script, "-q"], ["-2\t-q"], []),
+        ]:
+            answer = run(*words)
+            self.assertEqual(answer.stdout.splitlines(), stdout, words)
+            own = [line for line in answer.stderr.splitlines() if not line.startswith("cusdesk: ")]
+            self.assertEqual(own, plugin, words)
 
     def test_exit_status_is_the_script_s_own(self):
         for text, code in [("os.exit(7)", 7), ("os.exit(true)", 0), ("return 5", 0),

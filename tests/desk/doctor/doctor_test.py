@@ -115,7 +115,6 @@ class OtherFiles(unittest.TestCase):
         os.mkfifo(pipe)
         for words, code, start in [
             ([pipe], 3, f"{pipe} is not a regular file"),
-            ([], 2, "doctor: which plug-in? Name one file"),
             (["no/such.so"], 3, "cannot read no/such.so: "),
             (["/"], 3, "/ is a folder: name a file in it"),
             ([__file__], 3, f"{__file__} is neither a library nor a program"),

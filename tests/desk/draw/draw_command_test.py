@@ -140,7 +140,6 @@ class Draw(Folder):
         self.write("letters.xml", 
             "<J><Bar><Piece><CtrsZ>1</CtrsZ><Work><ProfiLav>x</ProfiLav></Work></Piece></Bar></J>")
         for words, code, line in [
-            (["-o", "a.svg"], 2, "draw: which file?"),
             ([good], 2, "draw: say where to draw"),
             ([good, "-o", "a.jpg"], 2, "draw: say where to draw"),
             (["none.json", "-o", "a.svg"], 3, "cannot read none.json: no such file"),

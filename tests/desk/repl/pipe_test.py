@@ -40,7 +40,6 @@ class Pipe(unittest.TestCase):
         loud = run(text, "-v")
         self.assertEqual(loud.stdout, "0\n")
         self.assertIn("The string ends with .json\n", loud.stderr)
-        self.assertIn("The string ends with .json\n0\n", run(text, "--raw-errors").stdout)
 
     def test_job_of_this_pc_is_loaded_first(self):
         self.assertEqual(run("#job.get_cut('')", "--job", str(EXAMPLE)).stdout, "46\n")

@@ -154,7 +154,6 @@ B (5)    2 way (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
                            ("raises.xml", "<Job><Bar>\n<Piece/></Bar></Job>")]:
             self.write(name, text)
         for words, code, part in [
-            ([], 2, "which file?"),
             (["job.json", "bad.json", "cuts"], 2, "A table is one file's"),
             (["job.json", "hole"], 2, "'hole' is neither a file nor a table; did you mean 'holes'?"),
             (["cuts", "job.json"], 2, "'cuts' stands behind the file"),
