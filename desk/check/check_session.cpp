@@ -113,17 +113,18 @@ void CheckSession::checkEncoding() {
           (count == 1 ? " byte" : " bytes") + " in this file)");
 }
 
-void CheckSession::reportFault(int line, int byteColumn, const std::string& reason) {
+void CheckSession::reportFault(const deskhost::DocumentFault& fault) {
+  const std::string& reason = fault.reason;
   const bool trailing =
       !isUtf16(source().bytes()) && (reason.find("Extra non-whitespace") == 0 ||
                                      reason.find("bytes after a zero byte") != std::string::npos);
-  Position at = source().positionInBytes(line, byteColumn);
+  Position at = source().positionInBytes(fault.line, fault.column);
   if (at.line == 0) at = {1, 0};
   const std::string end = reason.empty() || reason.back() == '.' ? " " : ". ";
-  const std::string consequence =
-      trailing ? "A panel may load what stands in front; cusdesk refuses the file"
-               : std::string("Nothing is loaded: the panel answers -2 and keeps the ") +
-                     model::rowOf(model::formatOfName(source().name())).name + " job before";
+  std::string consequence = std::string("Nothing is loaded: the panel answers -2 and keeps the ") +
+                            model::rowOf(model::formatOfName(source().name())).name + " job before";
+  if (trailing) consequence = "A panel may load what stands in front; cusdesk refuses the file";
+  if (fault.isOnlyHere) consequence = "A panel would load it: only cusdesk refuses";
   add(trailing ? rules::kTrailingText : rules::kSyntax, Severity::Error, at,
       reason + end + consequence);
 }
@@ -132,7 +133,7 @@ void CheckSession::checkJson() {
   Json::Value root;
   deskhost::DocumentFault fault;
   if (!deskhost::parseJson(source().bytes(), root, fault)) {
-    reportFault(fault.line, fault.column, fault.reason);
+    reportFault(fault);
     return;
   }
   const JsonPositions text(source().bytes(), source().markSize());
@@ -146,7 +147,7 @@ void CheckSession::checkXml() {
   tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
   deskhost::DocumentFault fault;
   if (!deskhost::parseXml(source().bytes(), document, fault)) {
-    reportFault(fault.line, fault.column, fault.reason);
+    reportFault(fault);
     return;
   }
   const std::string thrown =

@@ -10,6 +10,7 @@
 #include "desk/check/json_watcher.h"
 #include "desk/check/rule_settings.h"
 #include "desk/check/xml_watcher.h"
+#include "desk/host/documents.h"
 #include "model/job_format.h"
 
 namespace desk::check {
@@ -63,7 +64,7 @@ class CheckSession {
   void checkJob(model::JobFormat format);
   void checkZeroReferences();
   void checkOtherReader();
-  void reportFault(int line, int byteColumn, const std::string& reason);
+  void reportFault(const deskhost::DocumentFault& fault);
   void noteLeniencies(const JsonPositions& text);
   void add(const char* rule, Severity severity, Position at, const std::string& message);
 

@@ -24,7 +24,7 @@ constexpr std::size_t kChunkBytes = std::size_t{64} << 10;
 constexpr int kOpenFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 
 std::string sizeReason() {
-  return "larger than " + std::to_string(settings().maxDocumentBytes) + " bytes";
+  return "larger than " + std::to_string(settings().maxDocumentBytes) + " bytes; " + kOnlyHere;
 }
 
 /// What keeps the open file from being read, or an empty text. Sets `size` to what it holds now.
@@ -89,11 +89,18 @@ bool readDocumentFile(const std::string& file, std::string& text, std::string& r
   return fault.empty();
 }
 
+DocumentFault faultAt(std::string_view text, std::size_t offset, const std::string& reason) {
+  const std::string_view before = text.substr(0, offset);
+  const auto lines = std::count(before.begin(), before.end(), '\n');
+  const std::size_t start = before.rfind('\n') + 1;  // 0 when there is none
+  return {1 + static_cast<int>(lines), 1 + static_cast<int>(offset - start), reason};
+}
+
 std::string describe(const std::string& name, const DocumentFault& fault) {
   std::string text = (name.empty() ? "\"\"" : name) + ":";
   if (fault.line > 0) text += std::to_string(fault.line) + ":";
   if (fault.line > 0 && fault.column > 0) text += std::to_string(fault.column) + ":";
-  return text + " " + fault.reason;
+  return text + " " + fault.reason + (fault.isOnlyHere ? std::string("; ") + kOnlyHere : "");
 }
 
 bool loadDocument(const std::string& name, const DocumentParser& parse) noexcept {

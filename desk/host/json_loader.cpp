@@ -55,14 +55,14 @@ bool parseJson(const std::string& text, Json::Value& root, DocumentFault& fault)
     } else if (!endsWithValue(begin, end, root)) {
       fault = {0, 0, "there are bytes after a zero byte"};
     } else {
-      return true;
+      return checkElements(root, {begin, static_cast<std::size_t>(end - begin)}, fault);
     }
   } catch (const Json::Exception& error) {
     // The library throws the same for a lack of memory.
     const std::string cause = error.what();
     const bool tooDeep = cause.find("stackLimit") != std::string::npos;
     const std::string depth = std::to_string(settings().maxJsonDepth);
-    fault = {0, 0, tooDeep ? "nested deeper than " + depth + " levels" : cause};
+    fault = {0, 0, tooDeep ? "nested deeper than " + depth + " levels" : cause, tooDeep};
   }
   return false;
 }

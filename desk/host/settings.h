@@ -43,6 +43,15 @@ struct Settings {
   /// Attributes of one XML element. The XML library compares each with all before it.
   std::size_t maxXmlAttributes = 256;
 
+  /// Character references without a ';' in one XML text or value. The XML library searches for the
+  /// ';' of each up to the end.
+  std::size_t maxXmlReferences = 256;
+
+  /// Memory for the records of a job: so many bytes, and as many more for each byte of the
+  /// document.
+  std::size_t recordBytes = std::size_t{40} << 20;
+  std::size_t recordBytesPerByte = 40;
+
   DownloadLimits download;
 };
 

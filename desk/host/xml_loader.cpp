@@ -47,7 +47,8 @@ bool parseXml(const std::string& text, tinyxml2::XMLDocument& document, Document
   if (!checkXmlTags(text, fault)) return false;
   if (document.Parse(text.data(), text.size()) != tinyxml2::XML_SUCCESS) {
     fault = libraryFault(document);
-  } else if (hasOneRoot(document, fault)) {
+  } else if (hasOneRoot(document, fault) &&
+             checkElements(*document.RootElement(), text.size(), fault)) {
     return true;
   }
   document.Clear();

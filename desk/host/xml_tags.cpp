@@ -1,12 +1,14 @@
-#include "desk/host/documents.h"
-
 #include <algorithm>
+#include <cstring>
 #include <string>
 
+#include "desk/host/documents.h"
 #include "desk/host/settings.h"
 
 namespace deskhost {
 namespace {
+
+constexpr char kReference[] = "&#";
 
 /// Markup that runs to its own end mark whatever it holds. The last one is any other declaration.
 struct Section {
@@ -14,74 +16,117 @@ struct Section {
 };
 constexpr Section kSections[] = {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}, {"<!", ">"}};
 
-int lineOf(std::string_view text, std::size_t at) {
-  const std::string_view before = text.substr(0, at);
-  return 1 + static_cast<int>(std::count(before.begin(), before.end(), '\n'));
-}
-
+/// Most bytes are passed over by memchr. The zero byte behind the text ends the loop over a tag.
 class TagWalk {
  public:
-  explicit TagWalk(std::string_view text) : text_(text) {}
+  explicit TagWalk(const std::string& text)
+      : text_(text),
+        end_(text.c_str() + text.size()),
+        hasReferences_(text.find(kReference) != std::string::npos) {}
 
   bool run(DocumentFault& fault) {
-    while ((at_ = text_.find('<', at_)) < text_.size()) {
-      const std::size_t start = at_;
-      if (skipSection()) continue;
-      walkTag();
-      if (reason_.empty()) continue;
-      fault = {lineOf(text_, start), 0, reason_};
-      return false;
+    const char* at = text_.c_str();
+    while (!isRefused_) {
+      const char* const start = next('<', at);
+      if (hasReferences_) countReferences(at, start);
+      if (start == end_) break;
+      at = start[1] == '!' || start[1] == '?' ? afterSection(start) : walkTag(start);
     }
-    return true;
+    if (isRefused_) fault = std::move(fault_);
+    return !isRefused_;
   }
 
  private:
-  bool skipSection() {
+  /// The first `byte` from there on, else the end.
+  const char* next(char byte, const char* from) const {
+    const void* found = std::memchr(from, byte, static_cast<std::size_t>(end_ - from));
+    return found == nullptr ? end_ : static_cast<const char*>(found);
+  }
+
+  void refuse(const char* at, const std::string& reason) {
+    if (isRefused_) return;
+    isRefused_ = true;
+    fault_ = faultAt(text_, static_cast<std::size_t>(at - text_.data()), reason);
+  }
+
+  void refuseBeyond(const char* at, std::size_t most, const char* what) {
+    refuse(at, "more than " + std::to_string(most) + what);
+    fault_.isOnlyHere = true;
+  }
+
+  const char* afterSection(const char* start) const {
+    const std::string_view rest(start, static_cast<std::size_t>(end_ - start));
     for (const Section& section : kSections) {
-      if (text_.compare(at_, section.start.size(), section.start) != 0) continue;
-      const std::size_t end = text_.find(section.end, at_ + section.start.size());
-      at_ = std::min(end, text_.size());
-      return true;
+      if (rest.compare(0, section.start.size(), section.start) != 0) continue;
+      return start + std::min(rest.find(section.end, section.start.size()), rest.size());
     }
-    return false;
+    return start + 1;
   }
 
-  /// Goes past the tag's '>'. Each attribute has one '=' outside of quotes.
-  void walkTag() {
-    const std::size_t name = text_.find_first_not_of(" \t\r\n", at_ + 1);
-    const bool closes = name < text_.size() && text_[name] == '/';
+  /// Returns the tag's '>', or the end. Each attribute has one '=' outside of quotes.
+  const char* walkTag(const char* start) {
     std::size_t attributes = 0;
-    for (++at_; at_ < text_.size() && text_[at_] != '>'; ++at_) {
-      const char byte = text_[at_];
-      if (byte == '=') ++attributes;
-      if (byte == '"' || byte == '\'') at_ = std::min(text_.find(byte, at_ + 1), text_.size() - 1);
+    const char* at = start + 1;
+    for (;; ++at) {
+      while (static_cast<unsigned char>(*at) > '>') ++at;
+      if (*at == '>' || at >= end_) break;
+      if (*at == '=' && ++attributes == maxAttributes_ + 1) {
+        refuseBeyond(start, maxAttributes_, " attributes in one element");
+      }
+      if (*at == '"' || *at == '\'') at = std::min(valueEnd(at), end_ - 1);
     }
-    if (attributes > settings().maxXmlAttributes) {
-      reason_ =
-          "more than " + std::to_string(settings().maxXmlAttributes) + " attributes in one element";
-    }
-    countLevel(closes);
+    countLevel(start, at);
+    return at;
   }
 
-  void countLevel(bool closes) {
-    const bool empty = at_ < text_.size() && text_[at_ - 1] == '/';
-    if (closes && open_ == 0 && reason_.empty()) reason_ = "an end tag closes no element";
-    if (closes && open_ > 0) --open_;
-    if (!closes && !empty) ++open_;
+  /// The mark that ends a value, else the end.
+  const char* valueEnd(const char* mark) {
+    const char* const end = next(*mark, mark + 1);
+    if (hasReferences_) countReferences(mark, end);
+    return end;
   }
 
-  std::string_view text_;
-  std::size_t at_ = 0;
+  void countLevel(const char* start, const char* end) {
+    const char* name = start + 1;
+    while (static_cast<unsigned char>(*name) <= ' ' && name < end) ++name;
+    if (*name == '/') {
+      if (open_ == 0) refuse(start, "an end tag closes no element");
+      --open_;
+    } else if (end[-1] != '/') {
+      ++open_;
+    }
+  }
+
+  /// Those of one text or value: from each, the library searches for a ';' up to its end.
+  void countReferences(const char* from, const char* to) {
+    const std::string_view text(from, static_cast<std::size_t>(to - from));
+    std::size_t unfinished = 0;
+    std::size_t last = 0;
+    for (std::size_t at = text.find(kReference); at < text.size();
+         at = text.find(kReference, at + 1)) {
+      if (text.substr(last, at - last).find(';') != std::string_view::npos) unfinished = 0;
+      last = at;
+      if (++unfinished <= settings().maxXmlReferences) continue;
+      refuseBeyond(from + at, settings().maxXmlReferences, " character references without a ';'");
+      return;
+    }
+  }
+
+  const std::string& text_;
+  const char* const end_;
+  const bool hasReferences_;
+  const std::size_t maxAttributes_ = settings().maxXmlAttributes;
   std::size_t open_ = 0;
-  std::string reason_;
+  bool isRefused_ = false;
+  DocumentFault fault_;
 };
 
 }  // namespace
 
-bool checkXmlTags(std::string_view text, DocumentFault& fault) {
+bool checkXmlTags(const std::string& text, DocumentFault& fault) {
   const std::size_t zero = text.find('\0');
-  if (zero != std::string_view::npos && zero + 1 < text.size()) {
-    fault = {lineOf(text, zero), 0, "there are bytes after a zero byte"};
+  if (zero != std::string::npos && zero + 1 < text.size()) {
+    fault = faultAt(text, zero, "there are bytes after a zero byte");
     return false;
   }
   return TagWalk(text).run(fault);

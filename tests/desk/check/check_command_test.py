@@ -176,7 +176,7 @@ ODDITIES = [
      "and keeps the JSON job before [syntax]"),
     ("wide.xml", (XML % "").encode("utf-16"),
      "1:1: error: UTF-16, which no reader takes: save the file as UTF-8 [not-utf8]\n"
-     "1: error: there are bytes after a zero byte. Nothing is loaded: the panel answers -2 "
+     "1:4: error: there are bytes after a zero byte. Nothing is loaded: the panel answers -2 "
      "and keeps the XML job before [syntax]"),
     ("sums.json", JOB % f'{{"BarNumber": 1, "length": 6001, "piece": [{TEN_PIECES}]}},\n'
      '{"BarNumber": 2, "length": 2000, "piece": [{"PieceNumber": 1, "cut": {"Length": "2000.1"}}]}',

@@ -24,14 +24,15 @@ TEST_F(HostTest, ReadsAFileUpToTheBound) {
     EXPECT_TRUE(readBack(file) == text) << size;
   }
   tree.write("a.json", std::string(100'001, 'x'));
-  EXPECT_EQ(readBack(file), "refused: " + file + ": larger than 100000 bytes");
+  EXPECT_EQ(readBack(file), "refused: " + file + ": larger than 100000 bytes; " + deskhost::kOnlyHere);
 }
 
 TEST_F(HostTest, ReadsFilesWhoseSizeIsNotKnownBeforehand) {
   const std::string text = readBack("/proc/self/status");
   EXPECT_EQ(text.compare(0, 5, "Name:"), 0) << text;
   deskhost::settings().maxDocumentBytes = 10;
-  EXPECT_EQ(readBack("/proc/self/status"), "refused: /proc/self/status: larger than 10 bytes");
+  EXPECT_EQ(readBack("/proc/self/status"),
+            std::string("refused: /proc/self/status: larger than 10 bytes; ") + deskhost::kOnlyHere);
 }
 
 TEST_F(HostTest, ReadsRegularFilesOnlyAndNeverWaits) {

@@ -32,6 +32,8 @@ std::string bytes(const char (&text)[N]) {
   return {text, N - 1};
 }
 
+const std::string kOnlyHere = "; a panel would load it: only cusdesk refuses";
+
 /// A document and what the log says about it; nothing when it is to load.
 struct Row {
   std::string text, complaint;
@@ -58,8 +60,8 @@ TEST_F(HostTest, LoadsJsonOrSaysWhereItFails) {
       {"[\"\\u12\"]", ":1:2: Bad unicode escape sequence in string: four digits expected."},
       {"{}\n}", ":2:1: Extra non-whitespace after JSON value."},
       {bytes(kZeroInside), ": there are bytes after a zero byte"},
-      {nested(65), ": nested deeper than 64 levels"},
-      {repeated("[", 1'000'000), ": nested deeper than 64 levels"},
+      {nested(65), ": nested deeper than 64 levels" + kOnlyHere},
+      {repeated("[", 1'000'000), ": nested deeper than 64 levels" + kOnlyHere},
   };
   for (const Row& row : rows) {
     tree.write("root/mnt/data/a", row.text);
@@ -94,12 +96,17 @@ TEST_F(HostTest, LoadsXmlOrSaysWhereItFails) {
       {"<!-- a -->", ": there is no root element"},
       {"<a/>\n<b/>", ":2: a second root element"},
       {"<a>\n<b>\n</a>", ":2: element without its end tag"},
-      {"<a/>\n</a>\n<b/>", ":2: an end tag closes no element"},
+      {"<a/>\n</a>\n<b/>", ":2:1: an end tag closes no element"},
       {"<a/>\nx", ":2: text that no tag ends"},
       {"<a b='1'\nb='2'/>", ":2: malformed attribute, or the same one twice"},
       {"<a>\n<b", ":2: malformed tag"},
-      {"<a>\n" + std::string(1, '\0') + "</a>", ":2: there are bytes after a zero byte"},
-      {"\n<a>" + tag(257) + "</a>", ":2: more than 256 attributes in one element"},
+      {"<a>\n" + std::string(1, '\0') + "</a>", ":2:1: there are bytes after a zero byte"},
+      {"\n<a>" + tag(257) + "</a>", ":2:4: more than 256 attributes in one element" + kOnlyHere},
+      {"<a>\n" + repeated("&#", 257) + ";</a>",
+       ":2:513: more than 256 character references without a ';'" + kOnlyHere},
+      {"<a b='" + repeated("<&#", 257) + "'/>",
+       ":1:776: more than 256 character references without a ';'" + kOnlyHere},
+      {"<a>" + repeated(repeated("&#", 256) + "<b/>&#38;", 2) + "</a>", ""},
       {repeated("<a>", 200) + repeated("</a>", 200), ":1: elements are nested too deep"},
   };
   for (const Row& row : rows) {
@@ -112,6 +119,41 @@ TEST_F(HostTest, LoadsXmlOrSaysWhereItFails) {
     EXPECT_EQ(code >= 0, row.complaint.empty()) << row.text.substr(0, 80);
     EXPECT_EQ(root, document.RootElement()) << row.text.substr(0, 80);
     EXPECT_EQ(root == nullptr, code < 0) << row.text.substr(0, 80);
+  }
+}
+
+TEST_F(HostTest, BoundsTheRecordsOfAJob) {
+  // Room for one bar, two pieces and one work, or one text that is held six times.
+  deskhost::settings().recordBytes = 2200 + 2 * 7000 + 2700;
+  deskhost::settings().recordBytesPerByte = 0;
+  const std::string json = "{\"bar\":[{\"piece\":[{\"cut\":{\"Length\":\"";
+  const std::string xml = "<J><Bar><Piece><Cut><Length>";
+  const std::string xmlEnd = "</Length></Cut>\n<Work/></Piece>\n<Piece/>";
+  const std::string refused = ": the records up to here take more memory than a document of ";
+  const struct {
+    std::string text;
+    const char* place;
+  } rows[] = {
+      {json + "1\"},\"work\":[0]},\n0]}]}", nullptr},
+      {json + "1\"},\"work\":[0]},\n0,0]}]}", ":2:3"},
+      {json + "1\"},\"work\":[0,\n 0]},0]}]}", ":2:6"},
+      {json + std::string(200, 'x') + "\"},\"work\":[0]},\n0]}]}", ":2:1"},
+      {xml + "1" + xmlEnd + "</Bar></J>", nullptr},
+      {xml + "1" + xmlEnd + "\n<Piece/></Bar></J>", ":4"},
+      {xml + "1" + xmlEnd + "</Bar>\n<Bar/></J>", ":4"},
+      {xml + std::string(200, 'x') + xmlEnd + "</Bar></J>", ":3"},
+  };
+  for (const auto& [text, place] : rows) {
+    tree.write("root/mnt/data/a", text);
+    Json::Value value;
+    tinyxml2::XMLDocument document;
+    tinyxml2::XMLElement* root = nullptr;
+    const bool loaded = text[0] == '{' ? cbl::loadJsonFile(kPath, value, false) >= 0
+                                       : cbl::loadXmlFile(kPath, document, root) >= 0;
+    EXPECT_EQ(loaded, place == nullptr) << text;
+    const std::string log = kPath + std::string(place == nullptr ? "" : place) + refused +
+                            std::to_string(text.size()) + " bytes is granted" + kOnlyHere + "\n";
+    EXPECT_EQ(takeLog(), place == nullptr ? "" : log);
   }
 }
 
