@@ -8,7 +8,7 @@
 #   make sanitize, make clang   the tests under sanitizers, or built with clang
 #   make fuzz     each fuzz target for FUZZ_SECONDS (60), FUZZ_JOBS (1) of them side by side
 #   make threads  the panel's page, clicks and scripts for THREAD_SECONDS (60) under ThreadSanitizer
-#   make soak     10,000 loads, 1,000 plug-ins loaded and unloaded, the unit tests under valgrind
+#   make soak     20,000 loads by 1,000 plug-ins loaded and unloaded, the unit tests under valgrind
 #   make coverage what the tests reach of the plug-in, held against tests/coverage/unreached.txt
 #   make bench    times and memory against the host's documents and tables, and the goals for them
 #   make peers    the same jobs with what scripts would use instead: other Lua libraries
@@ -69,11 +69,11 @@ fuzz: setup
 threads: setup
 	cmake --preset threads
 	cmake --build --preset threads -j $(JOBS)
-	python3 tests/desk/panel/threads_test.py build/threads/cusdesk $(THREAD_SECONDS)
+	PYTHONPATH=tests/support python3 tests/desk/panel/threads_test.py build/threads/cusdesk $(THREAD_SECONDS)
 
 soak: build
 	tests/robustness/run_valgrind.sh build
-	build/bin/soak build/libCustom_LuaParseModule.so 10000 1000
+	build/bin/soak build/libCustom_LuaParseModule.so 1000
 
 coverage: setup
 	cmake --preset coverage

@@ -61,6 +61,13 @@ class Folder(unittest.TestCase):
             self.assertEqual(done.returncode, code, (words, done.stderr))
         return done
 
+    def refused(self, code, line, *words, **options):
+        """A command that gives up says so on the last line of standard error and nothing else."""
+        answer = self.run_here(*words, code=code, **options)
+        last = answer.stderr.splitlines()[-1]
+        self.assertTrue(last.startswith("cusdesk: ") and line in last, (words, answer.stderr))
+        self.assertEqual(answer.stdout, "", words)
+
     def on_terminal(self, *words, columns=80, stderr=None, **environment):
         """What a command writes to a terminal; standard error too unless it has another place."""
         leader, follower = pty.openpty()

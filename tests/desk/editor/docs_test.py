@@ -14,16 +14,16 @@ import re
 import shutil
 import subprocess
 import sys
-import tempfile
 import unittest
 
+from cusdesk import Folder, run
+
 SOURCE = pathlib.Path(sys.argv.pop()).resolve()
-CUSDESK = str(pathlib.Path(sys.argv.pop()).resolve())
 DOCS = SOURCE / "docs"
 PAGES = ("manual.md", "jobs.md", "oddities.md")
 UPDATE = os.environ.get("UPDATE_EXPECTED") == "1"
 
-SECTION = re.compile(r"^##+ .*?(?=^##+ |\Z)", re.M | re.S)
+SECTION = re.compile(r"(?:^##+ |\A).*?(?=^##+ |\Z)", re.M | re.S)
 FILE = re.compile(r"^`([^`]+)`:\n```\w+\n(.*?)^```", re.M | re.S)
 SCRIPT = re.compile(r"^```lua\n(.*?)^```\n```text\n(.*?)^```", re.M | re.S)
 CONSOLE = re.compile(r"^```console\n(.*?)^```", re.M | re.S)
@@ -35,64 +35,51 @@ OWN_LINES = re.compile(
 STUB = (SOURCE / "schema/cus_ParseModule.lua").read_text(encoding="utf-8")
 
 
-def run_script(script, files):
-    with tempfile.TemporaryDirectory() as folder:
-        root = pathlib.Path(folder, "root")
+def made_tables():
+    """The tables of today, by the marker that stands above each."""
+    return dict(TABLE.findall(run("export", "tables", check=True).stdout))
+
+
+class Docs(Folder):
+    def run_script(self, script, files):
+        root = self.folder / "root"
+        shutil.rmtree(root, ignore_errors=True)
         shutil.copytree(SOURCE / "examples/mnt", root / "mnt")
         for name, text in files:
             kind = "XmlFile" if name.endswith(".xml") else "JsonFile"
-            (root / "mnt/data/CustomFileDir" / kind / name).write_text(text, encoding="utf-8")
-        path = pathlib.Path(folder, "script.lua")
-        path.write_text(script, encoding="utf-8")
-        answer = subprocess.run([CUSDESK, "--root", root, "run", path], capture_output=True,
-                                encoding="utf-8", timeout=60, check=True,
-                                env={"PATH": os.environ["PATH"], "NO_PROXY": "*"})
-    return OWN_LINES.sub("", answer.stdout)
+            self.write(f"root/mnt/data/CustomFileDir/{kind}/{name}", text)
+        answer = self.run_here("--root", root, "run", self.write("script.lua", script), code=0,
+                               env={"PATH": os.environ["PATH"], "NO_PROXY": "*"})
+        return OWN_LINES.sub("", answer.stdout)
 
-
-def run_console(text, files):
-    """The block with what its commands print now."""
-    with tempfile.TemporaryDirectory() as folder:
+    def run_console(self, text, files):
+        """The block with what its commands print now."""
         for name, content in files:
-            pathlib.Path(folder, name).write_text(content, encoding="utf-8")
+            self.write(name, content)
         lines = ""
         for command in re.findall(r"^\$ cusdesk (.*)$", text, re.M):
-            answer = subprocess.run([CUSDESK, *command.split()], cwd=folder, capture_output=True,
-                                    encoding="utf-8", timeout=60, check=False)
+            answer = self.run_here(*command.split())
             lines += f"$ cusdesk {command}\n{answer.stdout}{answer.stderr}"
-    return lines
+        return lines
 
+    def renewed(self, page):
+        """The page with the tables and answers of today."""
+        def section(found):
+            files = FILE.findall(found[0])
+            text = SCRIPT.sub(lambda old: f"```lua\n{old[1]}```\n```text\n"
+                                          f"{self.run_script(old[1], files)}```", found[0])
+            return CONSOLE.sub(lambda old: f"```console\n{self.run_console(old[1], files)}```", text)
 
-def made_tables():
-    """The tables of today, by the marker that stands above each."""
-    return dict(TABLE.findall(subprocess.run([CUSDESK, "export", "tables"], capture_output=True,
-                                             encoding="utf-8", timeout=60, check=True).stdout))
-
-
-def renewed(page):
-    """The page with the tables and answers of today."""
-    def section(found):
-        files = FILE.findall(found.group(0))
-        text = SCRIPT.sub(lambda old: f"```lua\n{old[1]}```\n```text\n{run_script(old[1], files)}```",
-                          found.group(0))
-        return CONSOLE.sub(lambda old: f"```console\n{run_console(old[1], files)}```", text)
-
-    tables = made_tables()
-    page = TABLE.sub(lambda old: f"<!-- {old[1]} -->\n{tables[old[1]]}", page)
-    head = page[:page.index("\n## ")]
-    return SCRIPT.sub(lambda old: f"```lua\n{old[1]}```\n```text\n{run_script(old[1], [])}```",
-                      head) + SECTION.sub(section, page[len(head):])
-
-
-class Docs(unittest.TestCase):
-    maxDiff = None
+        tables = made_tables()
+        page = TABLE.sub(lambda old: f"<!-- {old[1]} -->\n{tables[old[1]]}", page)
+        return SECTION.sub(section, page)
 
     def test_examples_and_tables_are_those_of_today(self):
         for name in PAGES:
             page = (DOCS / name).read_text(encoding="utf-8")
             if UPDATE:
-                (DOCS / name).write_text(renewed(page), encoding="utf-8")
-            self.assertEqual((DOCS / name).read_text(encoding="utf-8"), renewed(page), name)
+                (DOCS / name).write_text(self.renewed(page), encoding="utf-8")
+            self.assertEqual((DOCS / name).read_text(encoding="utf-8"), self.renewed(page), name)
             blocks = len(re.findall("^```lua$", page, re.M))
             self.assertEqual(blocks, len(SCRIPT.findall(page)), f"{name}: a script without answer")
 
@@ -111,16 +98,15 @@ class Docs(unittest.TestCase):
 
     def test_the_written_jobs_are_in_the_strict_form(self):
         files = dict(FILE.findall((DOCS / "jobs.md").read_text(encoding="utf-8")))
-        with tempfile.TemporaryDirectory() as folder:
-            for name, schema, command in [
-                    ("job.json", "cutting-job.schema.json",
-                     [sys.executable, "-m", "jsonschema", "-i", "job.json"]),
-                    ("job.xml", "cutting-job.xsd", ["xmllint", "--noout", "--schema"])]:
-                pathlib.Path(folder, name).write_text(files[name], encoding="utf-8")
-                words = [SOURCE / "schema" / schema] + ([name] if name == "job.xml" else [])
-                answer = subprocess.run([*command, *words], cwd=folder, capture_output=True,
-                                        text=True, timeout=60, check=False)
-                self.assertEqual(answer.returncode, 0, answer.stdout + answer.stderr)
+        schema = SOURCE / "schema/cutting-job"
+        for name, command in [
+                ("job.json", [sys.executable, "-m", "jsonschema", "-i", "job.json",
+                              f"{schema}.schema.json"]),
+                ("job.xml", ["xmllint", "--noout", "--schema", f"{schema}.xsd", "job.xml"])]:
+            self.write(name, files[name])
+            answer = subprocess.run(command, cwd=self.folder, capture_output=True, text=True,
+                                    timeout=60, check=False)
+            self.assertEqual(answer.returncode, 0, answer.stdout + answer.stderr)
 
     def test_integrators_find_every_name_and_floor_of_the_contract(self):
         contract = json.loads((SOURCE / "module/boundary.json").read_text(encoding="utf-8"))

@@ -20,6 +20,80 @@ DownloadCode get(const std::string& url, const std::string& target) {
   return static_cast<DownloadCode>(cbl::CHttpDownload().get(url, target, "", 0, -1));
 }
 
+std::string length(std::uint64_t size) {
+  return "Content-Length: " + std::to_string(size) + "\r\n";
+}
+
+/// The answer to a path, and what becomes of it.
+struct Row {
+  std::string path;
+  Answer answer;
+  DownloadCode code = DownloadCode::Done;
+  std::string reason{};
+};
+
+std::vector<Row> rows() {
+  const std::string body = kBody, block(16384, ' ');
+  const std::string sized = httpHead("200 OK", length(body.size() + 10)) + body;
+  const std::string chunk = httpHead("200 OK", "Transfer-Encoding: chunked\r\n") + "f\r\n" + body;
+  const std::string page = "<!DOCTYPE html><html><p>Please log in<br></html>";
+  const auto redirect = [](const std::string& place) {
+    return Answer{httpHead("302 Found", "Location: " + place + "\r\n" + length(5)) + "moved"};
+  };
+  const std::chrono::milliseconds pause{20};
+  const std::string tooManyHeaders = "headers larger than 65536 bytes";
+  using Code = DownloadCode;
+  return {
+      {"ok", {httpWhole("200 OK", body)}},
+      {"redirect", redirect("/ok")},
+      {"chunks", {chunk + "\r\n0\r\n\r\n"}},
+      {"404", {httpWhole("404 Not Found", body)}, Code::HttpStatus, "HTTP status 404"},
+      {"304", {httpHead("304 Not Modified")}, Code::HttpStatus, "HTTP status 304"},
+      {"204", {httpHead("204 No Content")}, Code::HttpStatus, "HTTP status 204"},
+      {"206", {httpWhole("206 Partial Content", body)}, Code::HttpStatus, "HTTP status 206"},
+      {"loop", redirect("/loop"), Code::TooManyRedirects, "5"},
+      {"to-file", redirect("file:///etc/hostname"), Code::BadUrl, "file"},
+      {"to-ftp", redirect("ftp://127.0.0.1/ok"), Code::BadUrl, "ftp"},
+      {"to-nowhere", {httpHead("302 Found", length(0))}, Code::HttpStatus, "HTTP status 302"},
+      {"page", {httpWhole("200 OK", page)}, Code::NotADocument, "document:1:1: Syntax error"},
+      {"empty", {httpWhole("200 OK", "")}, Code::NotADocument, "document:1:1: Syntax error"},
+      {"short-length", {httpHead("200 OK", length(7)) + body}, Code::NotADocument, "document:1:"},
+      {"packed",
+       {httpHead("200 OK", "Content-Encoding: gzip\r\n" + length(4)) + "\x1f\x8b\x08z"},
+       Code::NotADocument,
+       "document:1:1"},
+      {"two-lengths",
+       {httpHead("200 OK", length(body.size()) + length(body.size() + 10)) + body},
+       Code::Incomplete},
+      {"cutoff", {sized}, Code::Incomplete, "10 bytes remaining"},
+      {"reset", {sized, "", 0, {}, true}, Code::Incomplete},
+      {"chunk-cutoff", {chunk.substr(0, chunk.size() - 1)}, Code::Incomplete},
+      {"chunk-no-size", {chunk + "\r\nzz\r\n"}, Code::Incomplete},
+      {"chunk-no-end", {chunk + "\r\n"}, Code::Incomplete},
+      {"hang-up", {""}, Code::Incomplete, "Empty reply"},
+      {"half-a-head", {"HTTP/1.1 200 OK\r\nContent-Le"}, Code::Incomplete, "within its headers"},
+      {"bad-status", {"HTTP/1.1 9x9 What\r\n\r\n" + body}, Code::BadUrl, "Unsupported"},
+      {"no-http", {body}, Code::BadUrl, "HTTP/0.9"},
+      {"announced-huge", {httpHead("200 OK", length(1ULL << 40)) + body}, Code::TooLarge},
+      {"endless", {httpHead("200 OK"), block, 4096}, Code::TooLarge, "larger than 100000 bytes"},
+      {"continues", {"", "HTTP/1.1 100 Continue\r\n\r\n", 10'000}, Code::TooLarge, tooManyHeaders},
+      {"endless-headers",
+       {"HTTP/1.1 200 OK\r\n", "X-More: yes\r\n", 400'000},
+       Code::TooLarge,
+       tooManyHeaders},
+      {"endless-line", {"HTTP/1.1 200 OK\r\nX: ", block, 4096}, Code::TooLarge},
+      {"silent", {"", "", 150, pause}, Code::TooSlow, "timed out"},
+      {"slow-head", {"HTTP/1.1 200 OK\r\n", "X: y\r\n", 150, pause}, Code::TooSlow, "timed out"},
+      {"slow", {httpHead("200 OK", length(100'000)), "  ", 250, pause}, Code::TooSlow, "timed out"},
+  };
+}
+
+std::map<std::string, Answer> answers() {
+  std::map<std::string, Answer> all;
+  for (const Row& row : rows()) all[row.path] = row.answer;
+  return all;
+}
+
 class DownloadTest : public HostTest {
  protected:
   DownloadTest() {
@@ -41,73 +115,32 @@ class DownloadTest : public HostTest {
         std::distance(fs::directory_iterator(tree.path("root/mnt/data")), {}));
   }
 
-  FaultServer server{kBody};
+  FaultServer server{answers()};
 };
 
 }  // namespace
 
 TEST_F(DownloadTest, KeepsTheOldFileUnlessAWholeDocumentArrived) {
-  const struct {
-    std::string url;
-    DownloadCode code;
-    std::string reason;
-  } rows[] = {
-      {server.url("ok"), DownloadCode::Done, ""},
-      {server.url("redirect"), DownloadCode::Done, ""},
-      {server.url("404"), DownloadCode::HttpStatus, "HTTP status 404"},
-      {server.url("500"), DownloadCode::HttpStatus, "HTTP status 500"},
-      {server.url("304"), DownloadCode::HttpStatus, "HTTP status 304"},
-      {server.url("204"), DownloadCode::HttpStatus, "HTTP status 204"},
-      {server.url("206"), DownloadCode::HttpStatus, "HTTP status 206"},
-      {server.url("loop"), DownloadCode::TooManyRedirects, "5"},
-      {server.url("to-file"), DownloadCode::BadUrl, "file"},
-      {server.url("chunks"), DownloadCode::Done, ""},
-      {server.url("trailer"), DownloadCode::Done, ""},
-      {server.url("to-ftp"), DownloadCode::BadUrl, "ftp"},
-      {server.url("to-nowhere"), DownloadCode::HttpStatus, "HTTP status 302"},
-      {server.url("short-length"), DownloadCode::NotADocument, "not a document:1:"},
-      {server.url("bad-length"), DownloadCode::Incomplete, ""},
-      {server.url("two-lengths"), DownloadCode::Incomplete, ""},
-      {server.url("chunk-no-size"), DownloadCode::Incomplete, ""},
-      {server.url("chunk-huge-size"), DownloadCode::Incomplete, ""},
-      {server.url("chunk-no-end"), DownloadCode::Incomplete, ""},
-      {server.url("packed"), DownloadCode::NotADocument, "not a document:1:1"},
-      {server.url("half-a-head"), DownloadCode::Incomplete, "within its headers"},
-      {server.url("bad-status"), DownloadCode::BadUrl, "Unsupported response code"},
-      {server.url("continues"), DownloadCode::TooLarge, "headers larger than 65536 bytes"},
-      {server.url("silent"), DownloadCode::TooSlow, "timed out"},
-      {server.url("slow-head"), DownloadCode::TooSlow, "timed out"},
-      {server.url("cutoff"), DownloadCode::Incomplete, "10 bytes remaining"},
-      {server.url("chunk-cutoff"), DownloadCode::Incomplete, ""},
-      {server.url("reset"), DownloadCode::Incomplete, ""},
-      {server.url("hang-up"), DownloadCode::Incomplete, "Empty reply"},
-      {server.url("no-http"), DownloadCode::BadUrl, "HTTP/0.9"},
-      {server.url("announced-huge"), DownloadCode::TooLarge, ""},
-      {server.url("endless"), DownloadCode::TooLarge, "document larger than 100000 bytes"},
-      {server.url("endless-headers"), DownloadCode::TooLarge, "headers larger than 65536 bytes"},
-      {server.url("endless-header-line"), DownloadCode::TooLarge, ""},
-      {server.url("slow"), DownloadCode::TooSlow, "timed out"},
-      {server.url("page"), DownloadCode::NotADocument, "not a document:1:1: Syntax error"},
-      {server.url("empty"), DownloadCode::NotADocument, "not a document:1:1: Syntax error"},
-      {server.refusingUrl(), DownloadCode::NoConnection, "Failed to connect"},
-      {"file://" + tree.path("root/mnt/data/job.json").string(), DownloadCode::BadUrl,
-       "not an http"},
-      {"127.0.0.1/a.json", DownloadCode::BadUrl, "not an http or https address"},
-      {"", DownloadCode::BadUrl, "not an http or https address"},
-  };
+  std::vector<Row> all = rows();
+  for (Row& row : all) row.path = server.url(row.path);
+  const std::string none = "not an http or https address";
+  all.push_back({server.refusingUrl(), {}, DownloadCode::NoConnection, "Failed to connect"});
+  all.push_back(
+      {"file://" + tree.path("root/mnt/data/job.json").string(), {}, DownloadCode::BadUrl, none});
+  all.push_back({"127.0.0.1/a.json", {}, DownloadCode::BadUrl, none});
   int kept = 0;
-  for (const auto& row : rows) {
+  for (const Row& row : all) {
     tree.write("root/mnt/data/job.json", kOld);
     deskhost::settings().download.totalTime =
         std::chrono::seconds(row.code == DownloadCode::TooSlow ? 1 : 60);
-    const DownloadCode code = get(row.url, kTarget);
+    const DownloadCode code = get(row.path, kTarget);
     kept += job() == kOld ? 1 : 0;
     const std::string log = takeLog();
-    EXPECT_EQ(static_cast<int>(code), static_cast<int>(row.code)) << row.url << " " << log;
-    EXPECT_EQ(job(), code == DownloadCode::Done ? kBody : kOld) << row.url;
-    EXPECT_EQ(files(), 1U) << row.url;
+    EXPECT_EQ(static_cast<int>(code), static_cast<int>(row.code)) << row.path << " " << log;
+    EXPECT_EQ(job(), code == DownloadCode::Done ? kBody : kOld) << row.path;
+    EXPECT_EQ(files(), 1U) << row.path;
     EXPECT_EQ(log.empty(), code == DownloadCode::Done) << log;
-    EXPECT_NE(log.find(row.reason), std::string::npos) << row.url << " " << log;
+    EXPECT_NE(log.find(row.reason), std::string::npos) << row.path << " " << log;
   }
   std::fprintf(stderr, "servers: %d bad answers refused\n", kept);
 }
@@ -134,7 +167,7 @@ TEST_F(DownloadTest, ChecksJsonAndXmlTargetsOnly) {
   fs::create_symlink("other", tree.path("root/mnt/data/link.json"));
   tree.write("root/mnt/data/other", kOld);
   EXPECT_EQ(get(server.url("page"), "/mnt/data/link.json"), DownloadCode::NotADocument);
-  FaultServer xml("<job/>");
+  const FaultServer xml("<job/>");
   EXPECT_EQ(get(xml.url("ok"), "/mnt/data/job.xml"), DownloadCode::Done);
   EXPECT_EQ(tree.read("root/mnt/data/job.xml"), "<job/>");
 }

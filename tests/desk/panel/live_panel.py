@@ -6,12 +6,14 @@ import signal
 import subprocess
 import time
 
+from cusdesk import CUSDESK
+
 
 class LivePanel:
     """Runs from `with` to the end of its block, on a free port of 127.0.0.1."""
 
-    def __init__(self, cusdesk, *words, options=()):
-        self._words = [cusdesk, *options, "panel", "--no-open", *words]
+    def __init__(self, *words):
+        self._words = [CUSDESK, "panel", "--no-open", *words]
 
     def __enter__(self):
         self.process = subprocess.Popen(self._words, stdout=subprocess.PIPE,

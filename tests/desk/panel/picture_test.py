@@ -6,92 +6,74 @@ Usage: picture_test.py CUSDESK       UPDATE_EXPECTED=1 in the environment rewrit
 import os
 import pathlib
 import re
-import subprocess
-import sys
-import tempfile
 import unittest
 
-CUSDESK = sys.argv.pop()
+from cusdesk import CUSDESK, Folder
+
 EXPECTED = pathlib.Path(__file__).with_name("expected") / "cut_list.svg"
-
-
-def run(*words, **options):
-    return subprocess.run([CUSDESK, "panel", *words], capture_output=True, text=True, timeout=60,
-                          check=False, **options)
-
-
-def draw(*words):
-    answer = run("--svg", "-", *words)
-    assert answer.returncode == 0, answer.stderr
-    return answer.stdout
 
 
 def texts(svg):
     return re.findall(r"<text[^>]*>([^<]*)</text>", svg)
 
 
-def script(text, *words):
-    with tempfile.TemporaryDirectory() as folder:
-        file = pathlib.Path(folder, "table.lua")
-        file.write_text(text, encoding="utf-8")
-        return run("--svg", "-", "--script", str(file), *words)
+class Panel(Folder):
+    def panel(self, *words, **options):
+        return self.run_here("panel", *words, **options)
+
+    def draw(self, *words):
+        return self.panel("--svg", "-", *words, code=0).stdout
+
+    def script(self, text, *words):
+        return self.panel("--svg", "-", "--script", self.write("table.lua", text), *words)
 
 
-class Steps(unittest.TestCase):
+class Steps(Panel):
     def test_shipped_cut_list_after_paging_and_a_click(self):
         words = ("--size", "800x160", "--page", "2", "--click", "100,90")
-        svg = draw(*words)
+        svg = self.draw(*words)
         if os.environ.get("UPDATE_EXPECTED"):
             EXPECTED.write_text(svg, encoding="utf-8")
         self.assertEqual(svg, EXPECTED.read_text(encoding="utf-8"))
-        self.assertEqual(svg, draw(*words))
+        self.assertEqual(svg, self.draw(*words))
 
     def test_throttle_refuses_a_page_within_100_ms_and_grants_a_later_one(self):
-        first, second, third = (draw("--page", page) for page in "123")
+        first, second, third = (self.draw("--page", page) for page in "123")
         self.assertEqual(len({first, second, third}), 3)
-        self.assertEqual(draw("--page", "2", "--clock", "99"), first)
-        self.assertEqual(draw("--page", "2", "--clock", "100"), second)
-        self.assertEqual(draw("--page", "3", "--clock", "50"), third)
-        self.assertEqual(draw("--page", "3", "--clock", "0"), first)
-        selected = draw("--page", "2", "--clock", "0", "--click", "9,99")
+        self.assertEqual(self.draw("--page", "2", "--clock", "99"), first)
+        self.assertEqual(self.draw("--page", "2", "--clock", "100"), second)
+        self.assertEqual(self.draw("--page", "3", "--clock", "50"), third)
+        self.assertEqual(self.draw("--page", "3", "--clock", "0"), first)
+        selected = self.draw("--page", "2", "--clock", "0", "--click", "9,99")
         self.assertIn("#ffd24d", selected, "a click is not throttled")
         self.assertEqual(texts(selected), texts(second), "the redraw shows the rows set before")
 
     def test_png_needs_the_converter(self):
-        with tempfile.TemporaryDirectory() as folder:
-            file = pathlib.Path(folder, "table.png")
-            self.assertEqual(run("--png", str(file)).returncode, 0)
-            self.assertEqual(file.read_bytes()[:8], b"\x89PNG\r\n\x1a\n")
-            if pathlib.Path(CUSDESK).read_bytes().startswith(b"#!"):
-                return  # the emulator is on the search path too
-            answer = run("--png", str(file), env={"PATH": folder})
-            self.assertEqual(answer.returncode, 3)
-            self.assertRegex(answer.stderr, "PNG needs the program rsvg-convert .*\n$")
+        self.panel("--png", "table.png", code=0)
+        self.assertEqual((self.folder / "table.png").read_bytes()[:8], b"\x89PNG\r\n\x1a\n")
+        if not pathlib.Path(CUSDESK).read_bytes().startswith(b"#!"):  # an emulator has to be found
+            self.refused(3, "PNG needs the program rsvg-convert ", "panel", "--png", "table.png",
+                         env={"PATH": str(self.folder)})
 
     def test_wrong_command_lines_are_answered_with_one_line(self):
-        with tempfile.TemporaryDirectory() as folder:
-            for words, code, line in [
-                (["job.json"], 2, "what is 'job.json'"),
-                (["--port", "70000"], 2, "a number from 0 to 65535"),
-                (["--page", "2"], 2, "name it with --svg"),
-                (["--svg", "-", "--no-open"], 2, "is for the page"),
-                (["--svg", "-", "--page", "0"], 2, "a number from 1 to 65535"),
-                (["--svg", "-", "--click", "5"], 2, "X,Y in pixels"),
-                (["--svg", "-", "--size", "0x5"], 2, "WIDTHxHEIGHT"),
-                (["--script", folder + "/none.lua"], 3, "cannot open"),
-                (["--job", folder + "/none.json"], 3, "no such file"),
-                (["--svg", folder + "/none/a.svg"], 3, "cannot write"),
-                (["--svg", "/dev/full"], 3, "cannot write /dev/full"),
-                (["--svg", "-", "--page", "7"], 3, "no page 7: 6 of 6"),
-            ]:
-                answer = run(*words)
-                self.assertEqual(answer.returncode, code, words)
-                last = answer.stderr.splitlines()[-1]
-                self.assertTrue(last.startswith("cusdesk: ") and line in last, answer.stderr)
-                self.assertEqual(answer.stdout, "", words)
+        for words, code, line in [
+            ("job.json", 2, "what is 'job.json'"),
+            ("--port 70000", 2, "a number from 0 to 65535"),
+            ("--page 2", 2, "name it with --svg"),
+            ("--svg - --no-open", 2, "is for the page"),
+            ("--svg - --page 0", 2, "a number from 1 to 65535"),
+            ("--svg - --click 5", 2, "X,Y in pixels"),
+            ("--svg - --size 0x5", 2, "WIDTHxHEIGHT"),
+            ("--script none.lua", 3, "cannot open"),
+            ("--job none.json", 3, "no such file"),
+            ("--svg none/a.svg", 3, "cannot write"),
+            ("--svg /dev/full", 3, "cannot write /dev/full"),
+            ("--svg - --page 7", 3, "no page 7: 6 of 6"),
+        ]:
+            self.refused(code, line, "panel", *words.split())
 
 
-class Scripts(unittest.TestCase):
+class Scripts(Panel):
     def test_lists_functions_and_orders_show_the_same_rows(self):
         table = "panel.head{'n', 'text'} %s panel.grid(2, 2, '1:3') %s panel.update(%s)"
         rows = "panel.rows{{1, 'a'}, {2}, {3, true, 'beyond'}, nil, {5.5, '<b>&'}}"
@@ -108,7 +90,7 @@ class Scripts(unittest.TestCase):
             ("", rows, "0", 1, []),
         ]:
             text = table % (order, data, total)
-            answer = script(text, "--page", str(page))
+            answer = self.script(text, "--page", str(page))
             self.assertEqual(texts(answer.stdout), ["n", "text"] + expected, text + answer.stderr)
 
     def test_handlers_take_the_place_of_the_default(self):
@@ -121,28 +103,26 @@ class Scripts(unittest.TestCase):
           print(panel.index(), panel.width, panel.height, panel.job)
         """
         for click, row in [("10,130", "row\t4\t4"), ("10,400", "row\tnil\tnil"), ("10,30", None)]:
-            answer = script(text, "--page", "2", "--click", click)
+            answer = self.script(text, "--page", "2", "--click", click)
             self.assertEqual(answer.returncode, 0, answer.stderr)
             expected = ["nil\t800\t480\tnil", "down\ttrue\t2\t2"] + ([row] if row else [])
             self.assertEqual(answer.stderr.splitlines(), expected)
 
     def test_output_keeps_its_order_and_the_plug_in_s_lines_come_with_v_only(self):
         text = "io.write('a') print('b') cus_ParseModule.getjson_Flash('no.json') io.stdout:write('c')"
-        quiet = script(text).stderr.splitlines()
+        quiet = self.script(text).stderr.splitlines()
         self.assertEqual([quiet[0], quiet[-1]], ["ab", "c"])
         self.assertRegex(quiet[1], "^cusdesk: /mnt/.*no.json: ")
-        loud = script(text, "-v").stderr.splitlines()
+        loud = self.script(text, "-v").stderr.splitlines()
         self.assertEqual(loud[2:4], ["ab", "The string ends with .json"])
         self.assertEqual(loud[-2:], ["read File error.............", "c"])
 
     def test_job_of_this_pc_is_what_panel_job_loads(self):
-        with tempfile.TemporaryDirectory() as folder:
-            for name in ("a", "mine.json"):
-                job = pathlib.Path(folder, name)
-                job.write_text('{"data": 1}', encoding="utf-8")
-                answer = script("print(cus_ParseModule.getjson_Flash(panel.job).errorCode)",
-                                "--job", str(job))
-                self.assertEqual(answer.stderr, "-3\n", name)
+        for name in ("a", "mine.json"):
+            self.write(name, '{"data": 1}')
+            answer = self.script("print(cus_ParseModule.getjson_Flash(panel.job).errorCode)",
+                                 "--job", name)
+            self.assertEqual(answer.stderr, "-3\n", name)
 
     def test_mistakes_are_told_with_their_place(self):
         for text, message in [
@@ -161,7 +141,7 @@ class Scripts(unittest.TestCase):
             ("cus_ParseModule.getjson_Flash('a.js')", ":1: getjson_Flash: basic_string::substr"),
             ("syntax error", "syntax error near"),
         ]:
-            answer = script(text)
+            answer = self.script(text)
             self.assertEqual((answer.returncode, answer.stdout), (1, ""), text)
             self.assertIn(message, answer.stderr)
 

@@ -17,7 +17,7 @@ import time
 
 from live_panel import LivePanel
 
-CUSDESK, SECONDS = sys.argv[1], float(sys.argv[2])
+SECONDS = float(sys.argv[1])  # the program is taken off by then
 PIECE = {"PieceNumber": 1, "BarCode": "X", "cut": {"Length": "100", "sxB": "45", "dxB": "90"}, "work": []}
 
 
@@ -53,7 +53,7 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         job = pathlib.Path(folder) / "job.json"
         write_job(job, 30)
-        with LivePanel(CUSDESK, "--job", str(job)) as panel:
+        with LivePanel("--job", str(job)) as panel:
             panel.view()  # from then on there is a picture
             end = time.monotonic() + SECONDS
 
