@@ -33,7 +33,8 @@ OUT_OF_BOUNDS = [(level, key, value) for level, key, values in [
     (0, "Unit", "inch MM"), (1, "BarNumber", "-1"), (1, "MaxY", "0"), (1, "MaxZ", "-5"),
     (1, "length", "0"), (1, "BarLeftLength", "-1"), (2, "Num", "-1"),
     (3, "Length", "0 00.0 -9 65,5 1.200,5 +7"), (3, "sxB", "-45 0 0.0 180 200 45,5"),
-    (4, "ProfiLav", "-1 7 99"), (4, "PositionX", "-1"), (4, "PositionZ", "-1")] for value in values.split()]
+    (4, "ProfiLav", "-1 7 99"), (4, "PositionX", "-1"), (4, "PositionZ", "-1")]
+    for value in values.split()]
 
 
 def rules_by_file(folder, good, files):
