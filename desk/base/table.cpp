@@ -1,6 +1,7 @@
 #include "desk/base/table.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 #include "desk/base/numbers.h"
@@ -121,6 +122,12 @@ std::string csvLine(const std::vector<std::string>& fields) {
   return line + "\r\n";
 }
 
+/// A whole number without a fraction of zeros.
+Json::Value numberValue(const Cell& cell) {
+  const bool isWhole = std::abs(cell.number) < 1e15 && std::trunc(cell.number) == cell.number;
+  return isWhole ? Json::Value(static_cast<Json::Int64>(cell.number)) : Json::Value(cell.number);
+}
+
 }  // namespace
 
 Cell numberCell(double number) {
@@ -182,7 +189,7 @@ Json::Value jsonRows(const TextTable& table, bool where) {
     Json::Value object(Json::objectValue);
     for (std::size_t i = 0; i < row.size(); ++i) {
       const Cell& cell = row[i];
-      Json::Value value = cell.isNumber ? Json::Value(cell.number) : Json::Value(asUtf8(cell.text));
+      Json::Value value = cell.isNumber ? numberValue(cell) : Json::Value(asUtf8(cell.text));
       Json::Value& member = object[table.keys[i]];
       if (!where) {
         member = value;

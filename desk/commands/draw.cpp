@@ -12,6 +12,7 @@
 #include "desk/draw/job_picture.h"
 #include "desk/draw/summary.h"
 #include "desk/job/job_file.h"
+#include "desk/job/selection.h"
 #include "desk/panel/other_programs.h"
 #include "json/json_analysis.h"
 #include "model/job_format.h"
@@ -70,14 +71,11 @@ DATA_T readJob(const std::string& file) {
                                 "; cusdesk check tells why");
 }
 
-std::vector<draw::BarPlace> layOutBars(const DATA_T& job, const Arguments& arguments) {
+std::vector<draw::BarPlace> layOutBars(const DATA_T& job, const job::Selection& selection) {
+  job::requireAny("draw", job, selection);
   std::vector<draw::BarPlace> bars;
-  const std::string wanted = arguments.value("bar");
   for (const BAR_T& bar : job.Bar) {
-    if (!arguments.has("bar") || bar.BarNumber == wanted) bars.push_back(draw::layOut(bar));
-  }
-  if (arguments.has("bar") && bars.empty()) {
-    throw Error(kExitIoError, "draw: the job has no bar " + wanted);
+    if (selection.has(bar)) bars.push_back(draw::layOut(bar));
   }
   return bars;
 }
@@ -123,7 +121,7 @@ int run(const Arguments& arguments) {
   progress->show("drawing " + file);
   applyGlobalOptions(arguments);
   const DATA_T job = readQuietly(arguments);
-  const std::vector<draw::BarPlace> bars = layOutBars(job, arguments);
+  const std::vector<draw::BarPlace> bars = layOutBars(job, {arguments.value("bar"), ""});
   const std::string source = std::filesystem::path(file).filename().string();
   write(draw::drawJob({job.Name, source, job.Unit}, bars), target);
   progress.reset();

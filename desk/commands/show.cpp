@@ -4,16 +4,14 @@
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
-#include "desk/base/numbers.h"
 #include "desk/base/output.h"
 #include "desk/base/table.h"
 #include "desk/base/text.h"
 #include "desk/check/check_session.h"
-#include "desk/check/reports.h"
 #include "desk/commands/commands.h"
+#include "desk/commands/show_job.h"
 #include "desk/job/job_file.h"
 #include "desk/show/cause.h"
-#include "desk/show/job_summary.h"
 #include "desk/show/origins.h"
 #include "desk/show/script_answers.h"
 
@@ -24,13 +22,20 @@ namespace {
 using show::Question;
 using show::Subject;
 
-struct SubjectRow {
+struct TableRow {
   const char* name;
-  Subject subject;
+  bool takesBar;
+  bool takesBarCode;
+  Subject subject;        ///< what the panel is asked
+  bool isPieces = false;  ///< it is not asked
 };
-constexpr SubjectRow kSubjects[] = {
-    {"bars", Subject::Bars},   {"works", Subject::Works},   {"cuts", Subject::Cuts},
-    {"holes", Subject::Holes}, {"labels", Subject::Labels}, {"dimensions", Subject::Dimensions}};
+constexpr TableRow kTables[] = {{"bars", true, true, Subject::Bars},
+                                {"pieces", true, true, Subject::Cuts, true},
+                                {"works", true, true, Subject::Works},
+                                {"cuts", true, true, Subject::Cuts},
+                                {"holes", false, false, Subject::Holes},
+                                {"labels", true, true, Subject::Labels},
+                                {"dimensions", false, true, Subject::Dimensions}};
 
 struct Format {
   const char* name;
@@ -42,16 +47,9 @@ constexpr Format kFormats[] = {
     {"json", jsonText},
     {"csv", csvText}};
 
-double lengthOf(const std::string& text) {
-  double length = 0.0;
-  bool whole = false;
-  if (numberOf(text, length, whole) && whole && length >= 0.0) return length;
-  throw Error(kExitUsage, "show: --keep-from is a length, not '" + text + "'");
-}
-
 /// What stands for no file although it is taken for one: a table, or a word like one.
 void refuseWrongWords(const std::vector<std::string>& files) {
-  const std::vector<std::string> tables = namesOf(kSubjects);
+  const std::vector<std::string> tables = namesOf(kTables);
   for (const std::string& file : files) {
     if (std::filesystem::exists(file)) continue;
     if (contains(tables, file)) {
@@ -68,29 +66,24 @@ void refuseWrongWords(const std::vector<std::string>& files) {
 /// Whether no table is asked for.
 bool isSummary(const Arguments& arguments) {
   std::vector<std::string> files = arguments.operands;
-  const bool isSummary = !files.empty() && !contains(namesOf(kSubjects), files.back());
+  const bool isSummary = !files.empty() && !contains(namesOf(kTables), files.back());
   if (!isSummary && files.size() > 1) files.pop_back();
   refuseWrongWords(files);
   return isSummary;
 }
 
-Question questionOf(const Arguments& arguments) {
-  if (arguments.operands.size() != 2) {
-    throw Error(kExitUsage, "show: which file? A table is one file's; see 'cusdesk show --help'");
+Question questionOf(const Arguments& arguments, const TableRow& table) {
+  const std::string name = table.name;
+  if (arguments.has("bar") && !table.takesBar) {
+    throw Error(kExitUsage, "show: --bar selects nothing of " + name);
   }
-  const Subject subject = choice(arguments.operands[1], "show: what to show", kSubjects).subject;
-  const bool takesBarCode = subject == Subject::Works || subject == Subject::Dimensions;
-  const bool takesBar = subject == Subject::Cuts || subject == Subject::Bars;
-  if (arguments.has("barcode") && !takesBarCode) {
-    throw Error(kExitUsage, "show: --barcode is for works and dimensions");
+  if (arguments.has("barcode") && !table.takesBarCode) {
+    throw Error(kExitUsage, "show: --barcode selects nothing of " + name);
   }
-  if (arguments.has("bar") && !takesBar) {
-    throw Error(kExitUsage, "show: --bar is for bars and cuts");
-  }
-  if (subject == Subject::Dimensions && !arguments.has("barcode")) {
+  if (table.subject == Subject::Dimensions && !arguments.has("barcode")) {
     throw Error(kExitUsage, "show: dimensions need a --barcode");
   }
-  return {subject, arguments.value("barcode"), arguments.value("bar")};
+  return {table.subject, arguments.value("barcode"), arguments.value("bar")};
 }
 
 TextTable answer(const Arguments& arguments, const std::string& file, const Question& question) {
@@ -102,11 +95,17 @@ TextTable answer(const Arguments& arguments, const std::string& file, const Ques
   return ask(engine, question);
 }
 
-void addWhere(TextTable& table, const Question& question, const std::string& file) {
+/// Adds where the values were read, and leaves the rows that are asked for.
+void finish(TextTable& table, const Question& question, const std::string& file, bool where) {
+  const bool isWhole = question.bar.empty() && question.barCode.empty();
+  if (isWhole && !where) return;
   check::CheckSession session(check::CheckSession::Readers::Fresh);
   session.check(file);
   const model::JobFormat format = model::formatOfName(file);
-  addOrigins(table, question, session.job(format), format);
+  const job::TracedJob& job = session.job(format);
+  job::requireAny("show", job.job, {question.bar, question.barCode});
+  if (where) addOrigins(table, panelQuestion(question), job, format);
+  narrow(table, question, job.job);
 }
 
 TextTable tableFor(const Arguments& arguments, const std::string& file, const Question& question,
@@ -115,61 +114,34 @@ TextTable tableFor(const Arguments& arguments, const std::string& file, const Qu
   // The plug-in's lines would get mixed up with it.
   if (!arguments.has("verbose")) progress.show("loading " + escapeControls(file));
   try {
-    TextTable table = answer(arguments, file, question);
-    if (where) addWhere(table, question, file);
+    TextTable table = answer(arguments, file, panelQuestion(question));
+    finish(table, question, file, where);
     return table;
   } catch (const show::Raised& raised) {
     throw Error(raised.code(), raised.what() + show::causeOf(raised, file));
   }
 }
 
-struct SummaryFormat {
-  const char* name;
-  std::string (*write)(const show::JobSummary&);
-};
-constexpr SummaryFormat kSummaryFormats[] = {
-    {"text",
-     [](const show::JobSummary& summary) { return summaryText(summary, terminalOf(stdout)); }},
-    {"json", show::summaryJson},
-    {"csv", show::summaryCsv}};
-
-/// Reads and checks a job. Throws Error when a panel would not load it.
-void load(check::CheckSession& session, const std::string& file) {
-  session.check(file);
-  const check::Report& report = session.report();
-  if (!report.unreadable.empty()) throw Error(kExitIoError, report.unreadable.front().reason);
-  if (session.loads()) return;
-  throw Error(kExitIoError, "cannot load " + file + "; cusdesk check " + file + " tells why");
-}
-
-int summarize(const Arguments& arguments) {
-  const SummaryFormat& format =
-      choice(arguments.value("format", "text"), "show: --format of a summary", kSummaryFormats);
-  show::JobSummary summary(lengthOf(arguments.value("keep-from", "500")));
-  Progress progress;
-  for (const std::string& file : arguments.operands) {
-    progress.show("summing up " + escapeControls(file));
-    check::CheckSession session(check::CheckSession::Readers::Fresh);
-    load(session, file);
-    const auto count = [&](check::Severity severity) {
-      return countOf(session.report(), severity);
-    };
-    summary.add(file, session.job(model::formatOfName(file)).job,
-                {count(check::Severity::Error), count(check::Severity::Warning),
-                 count(check::Severity::Note)});
-  }
-  std::fputs(format.write(summary).c_str(), stdout);
+int showRows(const Arguments& arguments, const TableRow& row) {
+  const Question question = questionOf(arguments, row);
+  const Format& format = choice(arguments.value("format", "text"), "show: --format", kFormats);
+  const bool where = arguments.has("where");
+  const TextTable table = tableFor(arguments, arguments.operands.front(), question, where);
+  std::fputs(format.write(table, where).c_str(), stdout);
+  const std::string remark = remarkOn(table, question);
+  if (!remark.empty()) log(remark);
   return kExitOk;
 }
 
 int run(const Arguments& arguments) {
-  if (isSummary(arguments)) return summarize(arguments);
-  const Question question = questionOf(arguments);
-  const std::string& file = arguments.operands[0];
-  const Format& format = choice(arguments.value("format", "text"), "show: --format", kFormats);
-  const bool where = arguments.has("where");
-  std::fputs(format.write(tableFor(arguments, file, question, where), where).c_str(), stdout);
-  return kExitOk;
+  if (isSummary(arguments)) return showSummary(arguments);
+  if (arguments.operands.size() != 2) {
+    throw Error(kExitUsage, "show: which file? A table is one file's; see 'cusdesk show --help'");
+  }
+  const TableRow& table = choice(arguments.operands.back(), "show: what to show", kTables);
+  if (!table.isPieces) return showRows(arguments, table);
+  if (arguments.has("where")) throw Error(kExitUsage, "show: pieces tell their lines as they are");
+  return showPieces(arguments);
 }
 
 }  // namespace
@@ -177,15 +149,17 @@ int run(const Arguments& arguments) {
 Command showCommand() {
   return {
       "show",
-      "FILE... [bars|works|cuts|holes|labels|dimensions]",
+      "FILE... [bars|pieces|works|cuts|holes|labels|dimensions]",
       "sum up job files, or show the rows that scripts get for one",
       "  cusdesk show job.json                     bars, yield, stock to fetch, leftovers\n"
       "  cusdesk show job.json cuts                one row per piece, as get_cut(\"\") answers\n"
+      "  cusdesk show job.json pieces --barcode DEMO-0101  where a piece is, and what is done to "
+      "it\n"
       "  cusdesk show job.json --where works --barcode DEMO-0101  with the line of each value\n"
       "  cusdesk show job.xml labels --format csv  for a spreadsheet\n",
       {
-          {"barcode", "CODE", "works or dimensions of the pieces with this barcode"},
-          {"bar", "NUMBER", "cuts of the bars with this number, or these bars"},
+          {"barcode", "CODE", "only what is about pieces with this barcode"},
+          {"bar", "NUMBER", "only what is about bars with this number"},
           {"format", "FORMAT", "text (default), json or csv", '\0', namesOf(kFormats)},
           {"keep-from", "LENGTH",
            "how long a leftover is worth keeping, in a summary (default: 500)"},

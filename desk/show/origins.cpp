@@ -112,7 +112,7 @@ class LoadedJob {
     const DATA_T& job = isJson_ ? json_.data : otherJob_;
     switch (question.subject) {
       case Subject::Bars:
-        return barsOf(rows({Subject::Cuts, "", ""}), rows({Subject::Labels, "", ""}), question.bar);
+        return barsOf(rows({Subject::Cuts, "", ""}), rows({Subject::Labels, "", ""}));
       case Subject::Works:
         job_rows::works(job, question.barCode, sink);
         break;

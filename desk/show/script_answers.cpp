@@ -112,8 +112,7 @@ TextTable ask(script::ScriptEngine& engine, const Question& question) {
   };
   switch (question.subject) {
     case Subject::Bars:
-      return barsOf(ask(engine, {Subject::Cuts, "", ""}), ask(engine, {Subject::Labels, "", ""}),
-                    question.bar);
+      return barsOf(ask(engine, {Subject::Cuts, "", ""}), ask(engine, {Subject::Labels, "", ""}));
     case Subject::Works:
       return rows("get_work", &question.barCode);
     case Subject::Cuts:
@@ -128,7 +127,7 @@ TextTable ask(script::ScriptEngine& engine, const Question& question) {
   return rows("get_Dimensions", &question.barCode);
 }
 
-TextTable barsOf(const TextTable& cuts, const TextTable& labels, const std::string& bar) {
+TextTable barsOf(const TextTable& cuts, const TextTable& labels) {
   TextTable table{keysOf({Subject::Bars, "", ""}), {}};
   // Cuts and labels come in the same order, one of each per piece, and a cut says how many pieces
   // its bar holds.
@@ -137,7 +136,7 @@ TextTable barsOf(const TextTable& cuts, const TextTable& labels, const std::stri
     row.reserve(table.keys.size());
     for (const std::string& key : kFromCut) row.push_back(cellOf(cuts, i, key));
     for (const std::string& key : kFromLabel) row.push_back(cellOf(labels, i, key));
-    if (bar.empty() || row.front().text == bar) table.rows.push_back(row);
+    table.rows.push_back(row);
     i += std::strtoul(cellOf(cuts, i, "CutNumBer").text.c_str(), nullptr, 10);
   }
   return table;

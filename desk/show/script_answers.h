@@ -31,11 +31,11 @@ void loadJob(script::ScriptEngine& engine, const std::string& name);
 /// The keys of the rows that answer a question.
 std::vector<std::string> keysOf(const Question& question);
 
-/// The rows that a script gets for the job loaded last. Throws Raised.
+/// The rows that a script gets for the job loaded last; see panelQuestion. Throws Raised.
 TextTable ask(script::ScriptEngine& engine, const Question& question);
 
-/// The bars with a number, or all for "". No command lists the bars: theirs are put together from
-/// all cuts and labels, so a bar without pieces is not among them, as for a script.
-TextTable barsOf(const TextTable& cuts, const TextTable& labels, const std::string& bar);
+/// The bars. No command lists them: theirs are put together from all cuts and labels, so a bar
+/// without pieces is not among them, as for a script.
+TextTable barsOf(const TextTable& cuts, const TextTable& labels);
 
 }  // namespace desk::show

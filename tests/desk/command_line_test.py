@@ -25,7 +25,7 @@ class CommandLine(unittest.TestCase):
             (["run"], "run: which SCRIPT? Usage: cusdesk run SCRIPT [ARG...]"),
             (["draw", "a.json", "b.json"], "draw: 'b.json' is one too many. Usage: cusdesk draw FILE"),
             (["show"], "show: which FILE? Usage: cusdesk show FILE... "
-                       "[bars|works|cuts|holes|labels|dimensions]"),
+                       "[bars|pieces|works|cuts|holes|labels|dimensions]"),
             (["show", "job.json", "cuts", "--format", "jsn"],
              "show: --format is one of text, json, csv, not 'jsn'; did you mean 'json'?"),
             (["export", "scheme"], "export: what is 'scheme'? Did you mean 'schema'? Usage: cusdesk "

@@ -138,13 +138,34 @@ B (5)    2 way (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
         self.assertIn('"PositionX": 0.1,', self.show("job.json", "works", "--format=json")[0])
 
     def test_questions_narrow_the_answer(self):
-        for words, count in [(["works", "--barcode", "B"], 1), (["works", "--barcode", "X"], 0),
-                             (["cuts", "--bar", "1"], 2), (["cuts", "--bar", "2"], 0),
-                             (["bars", "--bar", "1"], 1), (["bars", "--bar", "2"], 0), (["holes"], 1), (["labels"], 2),
-                             (["dimensions", "--barcode", "B"], 1),
-                             (["dimensions", "--barcode", "A"], 0)]:
-            rows = json.loads(self.show("job.json", *words, "--format", "json")[0])
-            self.assertEqual(len(rows), count, words)
+        for words, count, remark in [
+                (["works", "--barcode", "B"], 1, ""), (["works", "--bar", "1"], 2, ""),
+                (["works", "--bar", "1", "--barcode", "B", "--where"], 1, ""),
+                (["cuts", "--bar", "1"], 2, "get_cut(\"1\") leaves BarCode empty"),
+                (["cuts", "--bar", "1", "--barcode", "B"], 1, ""), (["cuts", "--bar", "2"], 0, ""),
+                (["bars", "--bar", "1"], 1, ""), (["bars", "--barcode", "B"], 1, ""),
+                (["bars", "--bar", "2"], 0, ""), (["holes"], 1, ""),
+                (["labels"], 2, ""), (["labels", "--barcode", "A"], 1, ""),
+                (["dimensions", "--barcode", "B"], 1, ""),
+                (["dimensions", "--barcode", "A"], 0, "get_Dimensions answers only for the piece")]:
+            rows, error = self.show("job.json", *words, "--format", "json")
+            self.assertEqual((len(json.loads(rows)), error[:14]),
+                             (count, remark and "cusdesk: as on"), words)
+            self.assertIn(remark, error)
+
+    def test_pieces_have_their_places(self):
+        text = self.show("job.json", "pieces")[0]
+        self.assertEqual(text, """\
+bar  place  piece  from  length  left  right  barcode  works                         label  line
+---  -----  -----  ----  ------  ----  -----  -------  ----------------------------  -----  ----
+  1      1      1     0     900    45     45  A        2 way (side 0: 0.1, 0, 0)               3
+  1      2      2   900     900    45     45  B        2 way (side 0: 1e+300, 0, 0)            5
+""")
+        self.assertEqual(self.show("job.json", "pieces", "--barcode", "B")[0].splitlines()[8],
+                         "  work 1   2 way (side 0: 1e+300, 0, 0)")
+        piece, = json.loads(self.show("job.json", "pieces", "--barcode=A", "--format=json")[0])
+        self.assertEqual((piece["from"], piece["works"], piece["label"]["Field19"]), (0, [
+            {"Name": "2 way", "ProfiLav": 0, "PositionX": 0.1, "PositionY": 0, "PositionZ": 0}], ""))
 
     def test_what_cannot_be_shown_is_told(self):
         for name, text in [("bad.json", "{"), ("none.json", "{}"),
@@ -160,8 +181,12 @@ B (5)    2 way (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
             (["job.json", "--keep-from", "5O0"], 2, "--keep-from is a length, not '5O0'"),
             (["job.json", "bad.json"], 3, "cannot load bad.json"),
             (["job.json", "dimensions"], 2, "dimensions need a --barcode"),
-            (["job.json", "labels", "--bar", "1"], 2, "--bar is for bars and cuts"),
-            (["job.json", "cuts", "--barcode", "1"], 2, "--barcode is for works and dimensions"),
+            (["job.json", "holes", "--bar", "1"], 2, "--bar selects nothing of holes"),
+            (["job.json", "pieces", "--where"], 2, "pieces tell their lines"),
+            (["job.json", "cuts", "--bar", "99"], 3, "show: the job has no bar 99"),
+            (["job.json", "pieces", "--bar", "2", "--barcode", "A"], 3,
+             "show: bar 2 has no piece with barcode A"),
+            (["job.json", "works", "--barcode", "X"], 3, "the job has no piece with barcode X"),
             (["no.json", "cuts"], 3, "cannot read no.json"),
             (["bad.json", "cuts"], 3, "(errorCode -2)"),
             (["none.json", "cuts"], 3, "(errorCode -3)"),

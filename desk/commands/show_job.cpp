@@ -1,0 +1,96 @@
+#include "desk/commands/show_job.h"
+
+#include <cstdio>
+
+#include "desk/base/enum_option.h"
+#include "desk/base/errors.h"
+#include "desk/base/numbers.h"
+#include "desk/base/text.h"
+#include "desk/check/check_session.h"
+#include "desk/check/reports.h"
+#include "desk/job/selection.h"
+#include "desk/show/job_summary.h"
+#include "desk/show/pieces.h"
+
+namespace desk::commands {
+
+namespace {
+
+using check::CheckSession;
+using check::Severity;
+using show::JobSummary;
+using Pieces = std::vector<show::PieceFact>;
+
+/// How an answer of this kind is written.
+template <class Answer>
+struct Format {
+  const char* name;
+  std::string (*write)(const Answer&);
+};
+
+constexpr Format<JobSummary> kSummaryFormats[] = {
+    {"text", [](const JobSummary& summary) { return summaryText(summary, terminalOf(stdout)); }},
+    {"json", show::summaryJson},
+    {"csv", show::summaryCsv}};
+
+constexpr Format<Pieces> kPiecesFormats[] = {
+    {"text", [](const Pieces& pieces) { return piecesText(pieces, terminalOf(stdout)); }},
+    {"json", show::piecesJson},
+    {"csv", show::piecesCsv}};
+
+/// A job as a panel that has just started reads it, and what a check finds in it.
+class CheckedJob {
+ public:
+  /// Throws Error when the file cannot be read or a panel would not load it.
+  explicit CheckedJob(const std::string& file) : format_(model::formatOfName(file)) {
+    Progress progress;
+    progress.show("loading " + escapeControls(file));
+    session_.check(file);
+    const check::Report& report = session_.report();
+    if (!report.unreadable.empty()) throw Error(kExitIoError, report.unreadable.front().reason);
+    if (session_.loads()) return;
+    throw Error(kExitIoError, "cannot load " + file + "; cusdesk check " + file + " tells why");
+  }
+
+  const job::TracedJob& traced() const { return session_.job(format_); }
+  std::size_t count(Severity severity) const { return countOf(session_.report(), severity); }
+
+ private:
+  CheckSession session_{CheckSession::Readers::Fresh};
+  model::JobFormat format_;
+};
+
+double lengthOf(const std::string& text) {
+  double length = 0.0;
+  bool whole = false;
+  if (numberOf(text, length, whole) && whole && length >= 0.0) return length;
+  throw Error(kExitUsage, "show: --keep-from is a length, not '" + text + "'");
+}
+
+}  // namespace
+
+int showSummary(const Arguments& arguments) {
+  const auto& format =
+      choice(arguments.value("format", "text"), "show: --format of a summary", kSummaryFormats);
+  JobSummary summary(lengthOf(arguments.value("keep-from", "500")));
+  for (const std::string& file : arguments.operands) {
+    const CheckedJob job(file);
+    summary.add(
+        file, job.traced().job,
+        {job.count(Severity::Error), job.count(Severity::Warning), job.count(Severity::Note)});
+  }
+  std::fputs(format.write(summary).c_str(), stdout);
+  return kExitOk;
+}
+
+int showPieces(const Arguments& arguments) {
+  const auto& format =
+      choice(arguments.value("format", "text"), "show: --format of pieces", kPiecesFormats);
+  const CheckedJob job(arguments.operands.front());
+  const job::Selection selection{arguments.value("bar"), arguments.value("barcode")};
+  job::requireAny("show", job.traced().job, selection);
+  std::fputs(format.write(show::piecesOf(job.traced(), selection)).c_str(), stdout);
+  return kExitOk;
+}
+
+}  // namespace desk::commands

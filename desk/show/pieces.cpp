@@ -1,0 +1,122 @@
+#include "desk/show/pieces.h"
+
+#include "desk/base/numbers.h"
+#include "desk/base/text.h"
+#include "desk/draw/bar_layout.h"
+
+namespace desk::show {
+
+namespace {
+
+TextTable tableOf(const std::vector<PieceFact>& pieces) {
+  TextTable table{{"bar", "place", "piece", "from", "length", "left", "right", "barcode", "works",
+                   "label", "line"},
+                  {}};
+  for (const PieceFact& fact : pieces) {
+    const PIECE_T& piece = *fact.piece;
+    std::vector<std::string> works;
+    for (const WORK_T& work : piece.work) works.push_back(workText(work));
+    table.rows.push_back({{fact.bar->BarNumber},
+                          numberCell(fact.place),
+                          {piece.PieceNumber},
+                          numberCell(fact.from),
+                          {piece.Length},
+                          {piece.sxB},
+                          {piece.dxB},
+                          {piece.BarCode},
+                          {joined(works, "; ")},
+                          {labelText(piece)},
+                          numberCell(fact.at.line)});
+  }
+  return table;
+}
+
+/// A row with a column for each of its works.
+TextTable spread(TextTable table, const PIECE_T& piece) {
+  std::size_t column = 0;
+  while (table.keys[column] != "works") ++column;
+  const auto at = static_cast<std::ptrdiff_t>(column);
+  table.keys.erase(table.keys.begin() + at);
+  std::vector<Cell>& row = table.rows.front();
+  row.erase(row.begin() + at);
+  for (std::size_t i = piece.work.size(); i-- > 0;) {
+    table.keys.insert(table.keys.begin() + at, "work " + std::to_string(i + 1));
+    row.insert(row.begin() + at, {workText(piece.work[i])});
+  }
+  return table;
+}
+
+Json::Value worksValue(const PIECE_T& piece) {
+  Json::Value works(Json::arrayValue);
+  for (const WORK_T& work : piece.work) {
+    Json::Value value;
+    for (const auto& key : json_keys::kWork) {
+      value[key.spelling] = key.kind == model::KeyKind::Text
+                                ? Json::Value(asUtf8(work.*key.field.text))
+                                : Json::Value(work.*key.field.number);
+    }
+    works.append(value);
+  }
+  return works;
+}
+
+Json::Value labelValue(const PIECE_T& piece) {
+  Json::Value label(Json::objectValue);
+  label["mark"] = asUtf8(piece.mark);
+  for (const auto& row : json_keys::kLabelFields) {
+    label[row.spelling] = asUtf8(piece.Fields.*row.field);
+  }
+  return label;
+}
+
+}  // namespace
+
+std::vector<PieceFact> piecesOf(const job::TracedJob& job, const job::Selection& selection) {
+  std::vector<PieceFact> pieces;
+  for (std::size_t i = 0; i < job.job.Bar.size(); ++i) {
+    const BAR_T& one = job.job.Bar[i];
+    if (!selection.has(one)) continue;
+    const draw::BarPlace places = draw::layOut(one);
+    for (std::size_t k = 0; k < one.piece.size(); ++k) {
+      if (!selection.has(one.piece[k])) continue;
+      pieces.push_back({&one, &one.piece[k], static_cast<int>(k) + 1, places.pieces[k].start,
+                        job.bars[i].pieces[k].place.at});
+    }
+  }
+  return pieces;
+}
+
+std::string labelText(const PIECE_T& piece) {
+  std::vector<std::string> texts;
+  if (!piece.mark.empty()) texts.push_back(piece.mark);
+  for (const auto& row : json_keys::kLabelFields) {
+    if (const std::string& text = piece.Fields.*row.field; !text.empty()) texts.push_back(text);
+  }
+  return joined(texts, ", ");
+}
+
+std::string workText(const WORK_T& work) {
+  return work.Name + " (side " + shortestText(work.ProfiLav) + ": " + shortestText(work.PositionX) +
+         ", " + shortestText(work.PositionY) + ", " + shortestText(work.PositionZ) + ")";
+}
+
+std::string piecesText(const std::vector<PieceFact>& pieces, const Terminal& terminal) {
+  const TextTable table = tableOf(pieces);
+  if (pieces.size() == 1) return recordText(spread(table, *pieces.front().piece), 0, false);
+  return tableText(table, false, terminal);
+}
+
+std::string piecesCsv(const std::vector<PieceFact>& pieces) {
+  return csvText(tableOf(pieces), false);
+}
+
+std::string piecesJson(const std::vector<PieceFact>& pieces) {
+  Json::Value rows = jsonRows(tableOf(pieces), false);
+  for (Json::ArrayIndex i = 0; i < rows.size(); ++i) {
+    rows[i]["works"] = worksValue(*pieces[i].piece);
+    rows[i]["label"] = labelValue(*pieces[i].piece);
+  }
+  return jsonDocument(rows);
+}
+
+}  // namespace desk::show

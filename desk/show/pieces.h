@@ -1,0 +1,37 @@
+// The pieces of a job with their places: on the bar, and in the file.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "desk/base/table.h"
+#include "desk/job/selection.h"
+#include "desk/job/traced_job.h"
+
+namespace desk::show {
+
+/// One piece. Bar and piece are the job's and go with it.
+struct PieceFact {
+  const BAR_T* bar;
+  const PIECE_CHILD_SECOND_T* piece;
+  int place;         ///< on the bar, from 1
+  double from;       ///< of its left tip, on the bar, mm
+  job::Position at;  ///< where it begins in the file
+};
+
+std::vector<PieceFact> piecesOf(const job::TracedJob& job, const job::Selection& selection);
+
+/// What is printed on a piece's label: its mark and the label fields that hold anything.
+std::string labelText(const PIECE_T& piece);
+
+/// "drill (side 1: 28, 32.5, 12)": the name, the side and the position along, across and in height.
+std::string workText(const WORK_T& work);
+
+/// A table of them; on a terminal a single piece gets a line for each of its works.
+std::string piecesText(const std::vector<PieceFact>& pieces, const Terminal& terminal);
+std::string piecesCsv(const std::vector<PieceFact>& pieces);
+
+/// An array of objects: "works" is an array of objects, "label" an object.
+std::string piecesJson(const std::vector<PieceFact>& pieces);
+
+}  // namespace desk::show
