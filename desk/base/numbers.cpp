@@ -3,6 +3,7 @@
 #include <json/writer.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -54,6 +55,13 @@ bool numberOf(const std::string& text, double& number, bool& whole) {
   if (end == start || !std::isfinite(number)) return false;
   whole = end[std::strspn(end, " \t\r\n")] == '\0';
   return true;
+}
+
+const char* refusalOf(const std::string& text) {
+  char* end = nullptr;
+  errno = 0;
+  std::strtod(text.c_str(), &end);
+  return end != text.c_str() && errno == ERANGE ? "out of range" : "no number";
 }
 
 std::string jsonDocument(const Json::Value& root) {

@@ -18,6 +18,9 @@ std::string hundredthsText(double number);
 /// @return false when there is none, or one out of range
 bool numberOf(const std::string& text, double& number, bool& whole);
 
+/// Why the standard conversions refuse a text: "no number" or "out of range".
+const char* refusalOf(const std::string& text);
+
 /// The document with a line end: indented, characters as they are, numbers as short as they read
 /// back. Texts must be UTF-8.
 std::string jsonDocument(const Json::Value& root);

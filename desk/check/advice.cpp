@@ -84,16 +84,6 @@ Aliases aliasesAt(Level level, bool toXml) {
   return aliases;
 }
 
-/// A name without what people vary: case, blanks, dashes and underscores.
-std::string simplified(const std::string& name) {
-  std::string text;
-  for (const char byte : name) {
-    if (byte == '_' || byte == '-' || byte == ' ') continue;
-    text += static_cast<char>(std::tolower(static_cast<unsigned char>(byte)));
-  }
-  return text;
-}
-
 std::string otherSpelling(const std::string& unknown, const std::vector<std::string>& names) {
   const std::string wanted = simplified(unknown);
   const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
@@ -102,11 +92,35 @@ std::string otherSpelling(const std::string& unknown, const std::vector<std::str
   return found == names.end() ? std::string() : *found;
 }
 
+std::string numberBehind(const std::string& name) {
+  return name.substr(name.find_last_not_of("0123456789") + 1);
+}
+
+/// The names that do not number another thing than `unknown` does.
+std::vector<std::string> ofSameNumber(const std::string& unknown,
+                                      const std::vector<std::string>& names) {
+  const std::string number = numberBehind(unknown);
+  if (number.empty()) return names;
+  std::vector<std::string> same;
+  std::copy_if(names.begin(), names.end(), std::back_inserter(same),
+               [&](const std::string& name) { return numberBehind(name) == number; });
+  return same;
+}
+
 }  // namespace
 
 const char* nameOf(Level level) {
   constexpr const char* kNames[] = {"the header", "a bar", "a piece", "a cut", "a work"};
   return kNames[static_cast<std::size_t>(level)];
+}
+
+std::string simplified(const std::string& name) {
+  std::string text;
+  for (const char byte : name) {
+    if (byte == '_' || byte == '-' || byte == ' ') continue;
+    text += static_cast<char>(std::tolower(static_cast<unsigned char>(byte)));
+  }
+  return text;
 }
 
 const std::vector<std::string>& namesAt(Level level, JobFormat format) {
@@ -138,10 +152,10 @@ Advice adviceFor(const std::string& unknown, Level level, JobFormat format) {
     return {steers ? Severity::Error : Severity::Warning,
             std::string("; it belongs to ") + nameOf(other)};
   }
-  if (meant.empty()) meant = nearest(unknown, namesAt(level, format));
+  if (meant.empty()) meant = nearest(unknown, ofSameNumber(unknown, namesAt(level, format)));
   if (meant.empty()) return {Severity::Warning, ""};
   return {steersMachine(level, meant) ? Severity::Error : Severity::Warning,
-          "; did you mean \"" + meant + "\"?"};
+          "; did you mean \"" + meant + "\"?", meant};
 }
 
 }  // namespace desk::check

@@ -23,9 +23,13 @@ const std::vector<std::string>& namesAt(Level level, model::JobFormat format);
 /// losing another value a warning.
 bool steersMachine(Level level, const std::string& name);
 
+/// A name without what people vary: case, blanks, dashes and underscores.
+std::string simplified(const std::string& name);
+
 struct Advice {
-  Severity severity;  ///< an error when the key was likely meant for one that steers the machine
-  std::string text;   ///< "did you mean ...?" with what separates it from a message; may be empty
+  Severity severity;    ///< an error when the key was likely meant for one that steers the machine
+  std::string text;     ///< "did you mean ...?" with what separates it from a message; may be empty
+  std::string meant{};  ///< the name of this level that it was likely meant for; may be empty
 };
 
 /// What an unknown name was likely meant for: another way to write a known one, the name that the

@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "desk/base/text.h"
+#include "desk/check/causes.h"
 #include "desk/check/job_rules.h"
 #include "desk/host/documents.h"
 #include "desk/job/rules.h"
@@ -73,6 +74,7 @@ void CheckSession::check(const std::string& file, std::string bytes) {
   settings_.apply(report_.findings, from);
   const auto start = report_.findings.begin() + static_cast<std::ptrdiff_t>(from);
   std::stable_sort(start, report_.findings.end(), standsBefore);
+  putUnderCauses(report_.findings, from, model::formatOfName(file));
   fold(report_.findings, from, rules::kAngle135);
 }
 

@@ -34,6 +34,12 @@ void forEachPiece(const LoadedJob& job, Visit&& visit) {
   }
 }
 
+/// Whether a value was read for another element, which is a finding already.
+bool isCarried(const LoadedJob& job, OriginId value, const Element& element) {
+  const Origin& origin = job.traced.origins[value];
+  return origin.place.file != job.file || !(origin.element == element);
+}
+
 std::string lineText(const Place& place) {
   return " (line " + std::to_string(place.at.line) + ")";
 }
@@ -46,8 +52,7 @@ void checkBarCodes(const LoadedJob& job, Findings& findings) {
     const OriginId value = trace.keys[kBarCodeField];
     const Place place = placeOfValue(job, value, trace.place);
     const auto [first, isNew] = known.try_emplace(piece.BarCode, Earlier{element, value, place});
-    // What was carried over is a finding already.
-    if (isNew || first->second.value == value) return;
+    if (isNew || isCarried(job, value, element)) return;
     findings.push_back(
         {rules::kDuplicateBarCode,
          Severity::Warning,

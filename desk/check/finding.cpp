@@ -1,5 +1,7 @@
 #include "desk/check/finding.h"
 
+#include <algorithm>
+
 #include "desk/base/text.h"
 
 namespace desk::check {
@@ -9,6 +11,13 @@ namespace {
 constexpr std::size_t kLongestBytes = 60;
 
 }  // namespace
+
+bool makesRaise(const Finding& finding, Raises what) {
+  const auto& all = finding.consequences;
+  return finding.raises == what || std::any_of(all.begin(), all.end(), [&](const Finding& one) {
+           return makesRaise(one, what);
+         });
+}
 
 std::string quoted(const std::string& value) {
   std::string text = escapeControls(value);

@@ -31,9 +31,15 @@ struct Finding {
   std::string key{};                    ///< the key, element or attribute that it is about, if any
   std::vector<CarriedValue> carried{};  ///< the values that stayed
   Raises raises = Raises::Nothing;      ///< what raises because of it
+  std::string loses{};                  ///< the known key that the element lacks because of it
+  std::vector<std::string> lacks{};     ///< the known keys whose absence it tells, but for carried
+  std::vector<Finding> consequences{};  ///< what would not be told without it
 };
 
 using Findings = std::vector<Finding>;
+
+/// Whether something raises because of the finding or of one of its consequences.
+bool makesRaise(const Finding& finding, Raises what);
 
 /// The value between quotation marks, fit for one line: what cannot be shown is spelled out, what
 /// is long is cut.

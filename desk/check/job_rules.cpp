@@ -57,24 +57,30 @@ void checkLengths(const LoadedJob& job, Findings& findings) {
     double length = 0.0;
     bool whole = false;
     if (!numberOf(bar.length, length, whole)) continue;
+    const Element here{number, 0, 0};
+    const OriginId value = trace.keys[fieldOf<BAR_T>(&BAR_T::length)];
+    const auto add = [&](const std::string& message) {
+      findings.push_back({rules::kDoesNotFit,
+                          Severity::Error,
+                          placeOfValue(job, value, trace.place),
+                          message,
+                          here,
+                          job.format == model::JobFormat::Xml ? "Length" : "length",
+                          {}});
+    };
+    if (length < 0.0) {
+      add(describe(here) + " is " + shortestText(length) + " long");
+      continue;
+    }
     double sum = 0.0;
     for (const PIECE_T& piece : bar.piece) {
       double one = 0.0;
       if (numberOf(piece.Length, one, whole)) sum += std::max(one, 0.0);
     }
     if (sum * (1.0 - kRounding) <= length) continue;
-    const Element here{number, 0, 0};
-    const OriginId value = trace.keys[fieldOf<BAR_T>(&BAR_T::length)];
-    findings.push_back(
-        {rules::kDoesNotFit,
-         Severity::Error,
-         placeOfValue(job, value, trace.place),
-         piecesText(bar.piece.size(), here) + sumText(sum) +
-             (bar.piece.size() == 1 ? " long, the bar " : " long together, the bar ") +
-             shortestText(length),
-         here,
-         job.format == model::JobFormat::Xml ? "Length" : "length",
-         {}});
+    add(piecesText(bar.piece.size(), here) + sumText(sum) +
+        (bar.piece.size() == 1 ? " long, the bar " : " long together, the bar ") +
+        shortestText(length));
   }
 }
 

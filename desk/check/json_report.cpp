@@ -28,6 +28,9 @@ Json::Value findingValue(const Report& report, const Finding& finding) {
     one["element"] = describe(carried.element);
     value["carried"].append(one);
   }
+  for (const Finding& one : finding.consequences) {
+    value["consequences"].append(findingValue(report, one));
+  }
   return value;
 }
 

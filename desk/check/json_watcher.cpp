@@ -74,28 +74,34 @@ void JsonWatcher::label(const Json::Value& piece, const LabelKey& row, const Jso
     reportShadowed(*second, *first, row.secondSpelling, row.spelling, Level::Piece);
     return;
   }
-  labelTaken(piece, row.secondSpelling, row.secondField);
+  const Findings overwritten = labelTaken(piece, row.secondSpelling, row.secondField);
   if (row.secondField == row.field) return;
-  report(rules::kLabelMisplaced, Severity::Warning, placeOfKey(*second),
-         "\"" + std::string(row.secondSpelling) + "\" fills " + nameOf(row.secondField) +
-             "; write \"" + row.spelling + "\" for the field of that number",
-         row.secondSpelling);
+  Finding& misplaced =
+      report(rules::kLabelMisplaced, Severity::Warning, placeOfKey(*second),
+             "\"" + std::string(row.secondSpelling) + "\" fills " + nameOf(row.secondField) +
+                 "; write \"" + row.spelling + "\" for the field of that number",
+             row.secondSpelling);
+  misplaced.loses = row.spelling;
+  misplaced.consequences = overwritten;
 }
 
-void JsonWatcher::labelTaken(const Json::Value& piece, const char* spelling,
-                             std::string FIELD_T::*field) {
+Findings JsonWatcher::labelTaken(const Json::Value& piece, const char* spelling,
+                                 std::string FIELD_T::*field) {
   std::size_t index = 0;
   while (kLabelFields[index].field != field) ++index;
   const Json::Value& value = *member(piece, spelling);
+  Findings overwritten;
   if (const char* earlier = labelWriters_[index]) {
-    report(rules::kShadowedKey, Severity::Warning, placeOfKey(*member(piece, earlier)),
-           "\"" + std::string(earlier) + "\" is overwritten by \"" + spelling + "\", which fills " +
-               nameOf(field) + " too",
-           earlier);
+    overwritten.push_back(found(rules::kShadowedKey, Severity::Warning,
+                                placeOfKey(*member(piece, earlier)),
+                                "\"" + std::string(earlier) + "\" is overwritten by \"" + spelling +
+                                    "\", which fills " + nameOf(field) + " too",
+                                earlier));
   }
   labelWriters_[index] = spelling;
   noteOrigin<FIELD_T>(index, placeOf(value));
   reportZeroByte(value, spelling, Level::Piece);
+  return overwritten;
 }
 
 void JsonWatcher::labelsSkipped(const Json::Value& piece) {
@@ -110,7 +116,8 @@ void JsonWatcher::labelsSkipped(const Json::Value& piece) {
       report(rules::kLabelNotRead, Severity::Warning, placeOfKey(*value),
              "\"" + std::string(spelling) +
                  "\" is not read because the piece has no text under \"Field1\"",
-             spelling);
+             spelling)
+          .loses = row.spelling;
     }
   }
 }

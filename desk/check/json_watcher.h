@@ -39,7 +39,8 @@ class JsonWatcher : public Watcher {
   int failed(const char*, int code) { return code; }
 
  private:
-  void labelTaken(const Json::Value& piece, const char* spelling, std::string FIELD_T::*field);
+  /// Returns what is to be told of a key that filled the field before, if one has.
+  Findings labelTaken(const Json::Value& piece, const char* spelling, std::string FIELD_T::*field);
 
   /// @param code what the reader answers
   void reportVersion(const Json::Value& root, int code);

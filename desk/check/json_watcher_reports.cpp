@@ -52,7 +52,8 @@ void JsonWatcher::reportWrongType(const Json::Value& value, const std::string& k
   report(rules::kWrongType, severity, placeOfKey(value),
          "\"" + key + "\" must be " + wanted + ", not " + describe(value) + ": it is ignored" +
              (value.isNull() ? " and clears nothing" : ""),
-         key);
+         key)
+      .loses = key;
 }
 
 void JsonWatcher::reportShadowed(const Json::Value& value, const Json::Value& winner,
@@ -79,7 +80,8 @@ void JsonWatcher::reportStrangers(const Json::Value& object, Level level) {
     if (std::find(known.begin(), known.end(), key) != known.end()) continue;
     const Advice advice = adviceFor(key, level, model::JobFormat::Json);
     report(rules::kUnknownKey, advice.severity, placeOfKey(*entry),
-           quoted(key) + " is no key of " + nameOf(level) + " and is ignored" + advice.text, key);
+           quoted(key) + " is no key of " + nameOf(level) + " and is ignored" + advice.text, key)
+        .loses = advice.meant;
   }
   for (const LostKey& lost : text_->lostKeysOf(object.getOffsetStart())) {
     const Place later{file(), source().position(lost.laterOffset)};
@@ -93,7 +95,7 @@ void JsonWatcher::reportStrangers(const Json::Value& object, Level level) {
 void JsonWatcher::reportZeroByte(const Json::Value& value, const std::string& key, Level level) {
   if (!holdsZeroByte(value)) return;
   report(rules::kZeroByte, severityOf(level, key), placeOfKey(value),
-         "\"" + key + "\" is " + quoted(value.asString()) + ": scripts get " +
+         "\"" + key + "\" is " + quoted(value.asString()) + ": scripts get at most " +
              quoted(value.asCString()) + " of it",
          key);
 }

@@ -65,9 +65,14 @@ class JunitReport {
       printer_.OpenElement("failure");
       printer_.PushAttribute("type", nameOf(finding.severity));
       printer_.PushAttribute("message", text.c_str());
+      for (const Finding& one : finding.consequences) {
+        printer_.PushText((asXmlText(one.message) + "\n").c_str());
+      }
     } else {
       printer_.OpenElement("system-out");
-      printer_.PushText((std::string(nameOf(finding.severity)) + ": " + text).c_str());
+      std::string lines = std::string(nameOf(finding.severity)) + ": " + text;
+      for (const Finding& one : finding.consequences) lines += "\n" + asXmlText(one.message);
+      printer_.PushText(lines.c_str());
     }
     printer_.CloseElement();
     printer_.CloseElement();

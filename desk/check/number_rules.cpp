@@ -97,13 +97,15 @@ class NumberCheck {
   void raise(const NumberText& number, Raises raises, const Place& element, const Element& here) {
     // Several works of one bar meet the same MaxY.
     if (!raised_.insert({{here.bar, here.piece}, number.key}).second) return;
-    const std::string state = number.text.empty() ? " has no \"" + std::string(number.key) + "\""
-                                                  : ": \"" + std::string(number.key) + "\" is " +
-                                                        quoted(number.text) + ", no number";
+    const std::string state = number.text.empty()
+                                  ? " has no \"" + std::string(number.key) + "\""
+                                  : ": \"" + std::string(number.key) + "\" is " +
+                                        quoted(number.text) + ", " + refusalOf(number.text);
     const char* const what = raises == Raises::GetCut ? ": get_cut(\"\") raises \"stoi\""
                                                       : ": get_hole() raises \"stod\"";
     add(rules::kRaises, Severity::Error, number, describe(here) + state + what, element, here);
     findings_.back().raises = raises;
+    if (number.text.empty()) findings_.back().lacks.emplace_back(number.key);
   }
 
   void checkText(const NumberText& number, const Place& element, const Element& here) {
@@ -112,12 +114,14 @@ class NumberCheck {
     bool whole = false;
     const bool is = numberOf(number.text, value, whole);
     if (is && whole) return;
-    const std::string what = number.text.empty() ? " has no " + key
-                             : is ? ": " + key + " is " + quoted(number.text) + "; some read " +
-                                        shortestText(value) + ", tonumber gives nil"
-                                  : ": " + key + " is " + quoted(number.text) + ", no number";
+    const std::string what =
+        number.text.empty() ? " has no " + key
+        : is ? ": " + key + " is " + quoted(number.text) + "; some read " + shortestText(value) +
+                   ", tonumber gives nil"
+             : ": " + key + " is " + quoted(number.text) + ", " + refusalOf(number.text);
     add(rules::kNotANumber, is ? Severity::Warning : Severity::Error, number, describe(here) + what,
         element, here);
+    if (number.text.empty()) findings_.back().lacks.emplace_back(number.key);
   }
 
   void add(const char* rule, Severity severity, const NumberText& number,

@@ -47,6 +47,11 @@ Json::Value resultOf(const Report& report, const Finding& finding) {
     related["message"]["text"] = asUtf8(carried.key + " " + quoted(carried.value));
     result["relatedLocations"].append(related);
   }
+  for (const Finding& one : finding.consequences) {
+    Json::Value related = location(report, one.place, one.element);
+    related["message"]["text"] = asUtf8(one.message);
+    result["relatedLocations"].append(related);
+  }
   return result;
 }
 

@@ -86,6 +86,9 @@ class TextReport {
     text_ += coloured(kBold, place) + " " +
              coloured(colourOf(finding.severity), std::string(nameOf(finding.severity)) + ":") +
              " " + finding.message + " [" + finding.rule + "]\n";
+    for (const Finding& one : finding.consequences) {
+      text_ += "    " + one.message + " [" + one.rule + "]\n";
+    }
     if (isForEyes()) writeExcerpt(finding);
   }
 

@@ -1,6 +1,8 @@
 #include "desk/check/watcher.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 #include "desk/base/text.h"
 #include "desk/job/rules.h"
@@ -54,7 +56,7 @@ void Watcher::keepTrace(Level level, const Place& place) {
 
 Finding& Watcher::report(const char* rule, Severity severity, const Place& place,
                          const std::string& message, const std::string& key) {
-  findings_->push_back({rule, severity, place, message, here_, key, {}});
+  findings_->push_back(found(rule, severity, place, message, key));
   return findings_->back();
 }
 
@@ -77,27 +79,50 @@ void Watcher::reportStayed(const std::vector<Stayed>& stayed, const Place& place
 
 void Watcher::reportStayedOf(const std::vector<Stayed>& all, const Stayed& first,
                              const Place& place) {
-  std::vector<CarriedValue> values;
+  std::vector<Stayed> stayed;
+  std::copy_if(all.begin(), all.end(), std::back_inserter(stayed), [&](const Stayed& other) {
+    return other.value.place.file == first.value.place.file &&
+           other.value.element == first.value.element;
+  });
+  const std::string source = describe(first.value.element) + " (" + linesText(stayed) + ")";
+  const bool isOne = stayed.size() == 1;
+  const std::string message =
+      isOne ? describe(here_) + " has no \"" + first.value.key + "\" and keeps " +
+                  quoted(first.value.value) + " of " + source
+            : describe(here_) + " lacks " + std::to_string(stayed.size()) +
+                  " values and keeps those of " + source + ": " + gravest(stayed);
   Severity severity = Severity::Warning;
-  std::string list;
-  for (const auto& [value, its] : all) {
-    if (value.place.file != first.value.place.file || !(value.element == first.value.element)) {
-      continue;
-    }
-    severity = std::max(severity, its);
-    list += (list.empty() ? "" : ", ") + value.key + " " + quoted(value.value) + " (" +
-            placeText(value.place) + ")";
-    values.push_back(value);
+  std::vector<CarriedValue> values;
+  for (Stayed& one : stayed) {
+    severity = std::max(severity, one.severity);
+    values.push_back(std::move(one.value));
   }
-  const std::string source = describe(first.value.element);
-  const std::string message = values.size() == 1
-                                  ? describe(here_) + " has no \"" + first.value.key +
-                                        "\" and keeps " + quoted(first.value.value) + " of " +
-                                        source + " (" + placeText(first.value.place) + ")"
-                                  : describe(here_) + " lacks " + std::to_string(values.size()) +
-                                        " values and keeps those of " + source + ": " + list;
-  const std::string key = values.size() == 1 ? first.value.key : "";
-  report(rules::kCarriedOver, severity, place, message, key).carried = std::move(values);
+  report(rules::kCarriedOver, severity, place, message, isOne ? values.front().key : "").carried =
+      std::move(values);
+}
+
+std::string Watcher::linesText(const std::vector<Stayed>& stayed) const {
+  const auto isBefore = [](const Stayed& a, const Stayed& b) {
+    return a.value.place.at.line < b.value.place.at.line;
+  };
+  const auto [first, last] = std::minmax_element(stayed.begin(), stayed.end(), isBefore);
+  const int end = last->value.place.at.line;
+  std::string text = placeText(first->value.place);
+  if (end == first->value.place.at.line) return text;
+  if (first->value.place.file == file()) text.insert(4, "s");
+  return text + "-" + std::to_string(end);
+}
+
+std::string Watcher::gravest(std::vector<Stayed> stayed) {
+  constexpr std::size_t kMost = 4;
+  std::stable_partition(stayed.begin(), stayed.end(),
+                        [](const Stayed& one) { return one.severity == Severity::Error; });
+  std::vector<std::string> texts;
+  for (std::size_t i = 0; i < std::min(kMost, stayed.size()); ++i) {
+    texts.push_back(stayed[i].value.key + " " + quoted(stayed[i].value.value));
+  }
+  const std::size_t more = stayed.size() - texts.size();
+  return joined(texts, ", ") + (more == 0 ? "" : " and " + std::to_string(more) + " more");
 }
 
 }  // namespace desk::check

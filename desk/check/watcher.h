@@ -42,7 +42,13 @@ class Watcher {
   const SourceText& source() const { return *sources_->back(); }
   int file() const { return static_cast<int>(sources_->size()) - 1; }
 
-  /// Reports something about the element at which the walk stands.
+  /// Something about the element at which the walk stands.
+  Finding found(const char* rule, Severity severity, const Place& place, const std::string& message,
+                const std::string& key = {}) const {
+    return {rule, severity, place, message, here_, key};
+  }
+
+  /// Reports it.
   Finding& report(const char* rule, Severity severity, const Place& place,
                   const std::string& message, const std::string& key = {});
 
@@ -86,6 +92,12 @@ class Watcher {
 
  private:
   void reportStayedOf(const std::vector<Stayed>& all, const Stayed& first, const Place& place);
+
+  /// "line 7", "lines 7-9" or "old.json:7-9": where values of one element stand.
+  std::string linesText(const std::vector<Stayed>& stayed) const;
+
+  /// Some of the values, those that steer the machine first, and how many more there are.
+  static std::string gravest(std::vector<Stayed> stayed);
 
   template <class Record>
   struct CurrentTrace {

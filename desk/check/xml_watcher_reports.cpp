@@ -50,12 +50,14 @@ void XmlWatcher::reportRaised(const char* thrown) {
   const std::string raises =
       std::string(": loading raises \"") + thrown + "\" and nothing from here on is read";
   Finding& finding =
-      text != nullptr ? report(rules::kRaises, Severity::Error, placeOf(*wanted_.child),
-                               name + " is " + quoted(text) + ", no number" + raises, wanted_.name)
-                      : report(rules::kMissingElement, Severity::Error,
-                               placeOf(wanted_.child == nullptr ? *wanted_.parent : *wanted_.child),
-                               describe(here()) + " has no text in " + name + raises, wanted_.name);
+      text != nullptr
+          ? report(rules::kRaises, Severity::Error, placeOf(*wanted_.child),
+                   name + " is " + quoted(text) + ", " + refusalOf(text) + raises, wanted_.name)
+          : report(rules::kMissingElement, Severity::Error,
+                   placeOf(wanted_.child == nullptr ? *wanted_.parent : *wanted_.child),
+                   describe(here()) + " has no text in " + name + raises, wanted_.name);
   finding.raises = Raises::Load;
+  if (text == nullptr) finding.lacks.emplace_back(wanted_.name);
 }
 
 void XmlWatcher::reportNumber(const XMLElement& element, double number) {
@@ -101,7 +103,8 @@ void XmlWatcher::reportStrangers(const XMLElement& element, Level level) {
       report(rules::kUnknownKey, advice.severity, placeOf(*inner),
              quoted(inner->Name()) + " is no element of " + nameOf(level) + " and is ignored" +
                  advice.text,
-             inner->Name());
+             inner->Name())
+          .loses = advice.meant;
     } else if (!isLevel(inner->Name())) {
       reportValueContent(*inner);
     }
@@ -172,9 +175,14 @@ void XmlWatcher::reportNeverStored(const XMLElement& piece) {
     const XMLElement* child = piece.FirstChildElement(key.spelling);
     const char* text = child == nullptr ? nullptr : child->GetText();
     if (text == nullptr || reader_.curPiece.Extra_Pie == text) continue;
+    const std::string field = quoted(reader_.curPiece.Extra_Pie);
+    const XMLElement* filling = piece.FirstChildElement("holing_type");
+    const bool isFilled = filling != nullptr && filling->GetText() != nullptr;
     report(rules::kNeverStored, Severity::Note, placeOf(*child),
-           "\"" + std::string(key.spelling) + "\" is read and never stored; the field holds " +
-               quoted(reader_.curPiece.Extra_Pie) + " of \"holing_type\"",
+           "\"" + std::string(key.spelling) + "\" is read and never stored; " +
+               (isFilled ? "the field holds " + field + " of \"holing_type\""
+                         : "the field is filled by \"holing_type\", which has no text, and keeps " +
+                               field),
            key.spelling);
   }
 }

@@ -34,7 +34,7 @@ std::string causeOf(const Raised& raised, const std::string& file) {
   session.check(file);
   const Findings& findings = session.report().findings;
   const auto cause = std::find_if(findings.begin(), findings.end(),
-                                  [&](const Finding& finding) { return finding.raises == raises; });
+                                  [&](const Finding& finding) { return makesRaise(finding, raises); });
   return cause == findings.end() ? ""
                                  : "; " + escapeControls(file) + ":" +
                                        job::positionText(cause->place.at) + ": " + cause->message;

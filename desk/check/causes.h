@@ -1,0 +1,15 @@
+// Which findings come of others.
+#pragma once
+
+#include <cstddef>
+
+#include "desk/check/finding.h"
+#include "model/job_format.h"
+
+namespace desk::check {
+
+/// Puts the findings from the index `from` on that tell of a missing value under the finding that
+/// tells why it is missing, where there is one. That takes the graver severity of the two.
+void putUnderCauses(Findings& findings, std::size_t from, model::JobFormat format);
+
+}  // namespace desk::check
