@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
+#include <sstream>
 
 #include "desk/host/tick_clock.h"
 #include "tests/part/picture.h"
@@ -13,16 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// What Update answers, and the first and the last row of the page.
-using Range = std::array<int, 3>;
-
 constexpr int kUntouched = 77;
-
-Range update(CLuaParseModulePart& part, int total) {
-  Range range{0, kUntouched, kUntouched};
-  range[0] = part.Update(static_cast<unsigned short>(total), range[1], range[2]);
-  return range;
-}
 
 void setRows(CLuaParseModulePart& part, int rows) {
   ASSERT_EQ(part.SetCell(static_cast<unsigned short>(rows), 1, ""), 1);
@@ -37,89 +28,65 @@ int click(CLuaParseModulePart& part, int x, int y, int type = 1) {
   return part.onClick(0, static_cast<tagCLICKPARTTYPE>(type), tagPOINT{x, y}, nullptr);
 }
 
+/// Does what the words say, and tells what the part answers: "r5" 5 rows a page, "12" an update to
+/// 12 rows, "d" a page down, "u" a page up, "e" down to the end, "p" where it is.
+std::string answersTo(CLuaParseModulePart& part, const std::string& steps) {
+  std::istringstream words(steps);
+  std::ostringstream answers;
+  for (std::string word; words >> word;) {
+    unsigned short page = 0, pages = 0;
+    int first = kUntouched, last = kUntouched;
+    if (word[0] == 'r') {
+      setRows(part, std::stoi(word.substr(1)));
+    } else if (word == "e") {
+      while (part.PageDown() == 1) {
+      }
+    } else if (word == "d" || word == "u") {
+      answers << word << (word == "d" ? part.PageDown() : part.PageUp()) << " ";
+    } else if (word == "p") {
+      part.GetPage(page, pages);
+      answers << page << "/" << pages << " ";
+    } else if (part.Update(static_cast<unsigned short>(std::stoi(word)), first, last) == 1) {
+      EXPECT_TRUE(part.nFirstRow == first && part.nLastRow == last) << steps;
+      answers << first << ".." << last << " ";
+    } else {
+      answers << "none ";
+      EXPECT_TRUE(first == kUntouched && last == kUntouched) << steps;
+    }
+  }
+  return answers.str();
+}
+
 TEST(Paging, TellsTheRowsOfEachPage) {
   const struct {
-    int order, rows, total, page;
-    Range expected;
+    int order;
+    const char* steps;
+    const char* answers;
   } cases[] = {
-      {0, 5, 12, 1, {1, 1, 5}},
-      {0, 5, 12, 3, {1, 11, 12}},
-      {1, 5, 12, 1, {1, 8, 12}},
-      {1, 5, 12, 3, {1, 1, 2}},
-      {0, 5, 10, 2, {1, 6, 10}},
-      {0, 5, 11, 2, {1, 6, 10}},
-      {1, 5, 10, 2, {1, 1, 5}},
-      {0, 5, 3, 1, {1, 1, 3}},
-      {1, 5, 3, 1, {1, 1, 3}},
-      {2, 5, 12, 1, {1, kUntouched, kUntouched}},
-      {0, 5, 0, 1, {0, kUntouched, kUntouched}},
-      {0, 0, 12, 1, {0, kUntouched, kUntouched}},
-      {0, 1, 65535, 65535, {1, 65535, 65535}},
-      {1, 1, 65535, 65535, {1, 1, 1}},
-      {0, 65535, 65535, 1, {1, 1, 65535}},
-      {1, 2, 65535, 32768, {1, 1, 1}},
+      {0, "p d u r5 d 12 u d 12 d 12 d", "1/1 d0 u0 d0 1..5 u0 d1 6..10 d1 11..12 d0 "},
+      {1, "r5 12 d 12 d 12", "8..12 d1 3..7 d1 1..2 "},
+      {0, "r5 10 e p 10 11 e p", "1..5 2/2 6..10 6..10 3/3 "},
+      {1, "r5 10 e 10", "6..10 1..5 "},
+      {0, "r5 3", "1..3 "},
+      {1, "r5 3", "1..3 "},
+      {2, "r5 12", "77..77 "},
+      {0, "12 r5 0", "none none "},
+      {0, "r1 65535 e 65535 p", "1..1 65535..65535 65535/65535 "},
+      {1, "r1 65535 e 65535", "65535..65535 1..1 "},
+      {0, "r65535 65535", "1..65535 "},
+      {1, "r2 65535 e 65535", "65534..65535 1..1 "},
+      // a shorter list, and none
+      {0, "r5 30 e p 7 p 0 p u p", "1..5 6/6 6..7 2/2 none 2/2 u1 1/2 "},
+      // pages are counted anew only with another number of rows
+      {0, "r5 30 e r10 30 p r40 30 p", "1..5 21..30 6/6 -9..30 6/6 "},
+      {1, "r5 30 e r10 30 p", "26..30 1..-20 6/6 "},
+      {0, "r1 65535 e r65535 65535", "1..1 1..65535 "},  // a product beyond 32 bits
+      {1, "r1 65535 e r65535 65535", "65535..65535 1..-2147483648 "},
   };
   for (const auto& row : cases) {
-    SCOPED_TRACE(testing::Message() << "order " << row.order << ", rows " << row.rows << ", total "
-                                    << row.total << ", page " << row.page);
-    CLuaParseModulePart part;
-    setRows(part, row.rows);
-    part.nOrder = static_cast<std::uint16_t>(row.order);
-    update(part, row.total);
-    for (int page = 1; page < row.page; ++page) ASSERT_EQ(part.PageDown(), 1);
-    EXPECT_EQ(update(part, row.total), row.expected);
-    if (row.expected[0] == 1) {
-      EXPECT_EQ(part.nFirstRow, row.expected[1]);
-      EXPECT_EQ(part.nLastRow, row.expected[2]);
-    }
-  }
-}
-
-TEST(Paging, StopsAtBothEndsAndFollowsAShorterList) {
-  CLuaParseModulePart part;
-  setRows(part, 5);
-  EXPECT_EQ(part.PageUp(), 0);
-  EXPECT_EQ(part.PageDown(), 0);
-  update(part, 30);
-  while (part.PageDown() == 1) {
-  }
-  EXPECT_EQ(part.nCurPage, 6);
-  EXPECT_EQ(update(part, 7), (Range{1, 6, 7}));
-  unsigned short page = 0;
-  unsigned short pages = 0;
-  part.GetPage(page, pages);
-  EXPECT_EQ(page, 2);
-  EXPECT_EQ(pages, 2);
-  EXPECT_EQ(update(part, 0), (Range{0, kUntouched, kUntouched}));
-  EXPECT_EQ(part.nFirstRow, 6);
-  EXPECT_EQ(part.PageUp(), 1);
-  EXPECT_EQ(part.nCurPage, 1);
-}
-
-TEST(Paging, KeepsThePageCountWhenOnlyTheGridChanges) {
-  const struct {
-    int order, rows, total, newRows;
-    Range expected;
-  } cases[] = {
-      {0, 5, 30, 10, {1, 21, 30}},
-      {1, 5, 30, 10, {1, 1, -20}},
-      {0, 5, 30, 40, {1, -9, 30}},
-      // A product of page and rows beyond 32 bits.
-      {0, 1, 65535, 65535, {1, 1, 65535}},
-      {1, 1, 65535, 65535, {1, 1, INT32_MIN}},
-  };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(testing::Message() << row.order << ", rows " << row.rows << "->" << row.newRows);
     CLuaParseModulePart part;
     part.nOrder = static_cast<std::uint16_t>(row.order);
-    setRows(part, row.rows);
-    update(part, row.total);
-    while (part.PageDown() == 1) {
-    }
-    const int pages = part.nPageCount;
-    setRows(part, row.newRows);
-    EXPECT_EQ(update(part, row.total), row.expected);
-    EXPECT_EQ(part.nPageCount, pages);
+    EXPECT_EQ(answersTo(part, row.steps), row.answers) << row.steps;
   }
 }
 

@@ -64,16 +64,11 @@ TEST_F(TablePicture, WithoutAGrid) {
 /// Texts that have broken pictures, parsers or layouts before.
 const std::string kNaughty[] = {
     "",
-    " ",
-    "<script>alert(1)</script>",
     "</text></svg><rect width='9'/>",
     "]]>",
-    "<![CDATA[ x ]]>",
     "<!-- --> <!DOCTYPE svg [<!ENTITY e 'e'>]>",
-    "<?xml version='1.0'?>",
     "&amp; &lt; &#0; &#x1F; &e; &",
     "\" ' ` \\ %s %n $(x) ; --",
-    "\"/><image href='x'/>",
     "a\nb\r\nc\td\ve\ff",
     std::string("\0\x01\x1B[31m\x7F", 8),
     "\u0080\u0085\u009F\u2028\u2029",
@@ -81,10 +76,7 @@ const std::string kNaughty[] = {
     "\xFF\xFE\x80\xC0\x80\xF5\x80\x80\x80",
     "\xED\xA0\xBD\xED\xB8\x80 \xE7\xAA",
     "\uFEFF\u200B\u202E\u2066 \u05E9\u05DC\u05D5\u05DD \u0645\u0631\u062D\u0628\u0627",
-    "\uFDFD\uFDFA",
     "Z\u0300\u0301\u0302\u0303\u0304\u0305\u0306\u0307\u0308\u0309",
-    "\U0001F468\u200D\U0001F469\u200D\U0001F467 \u2764\uFE0F",
-    "\u6DF1\u2FF0\U00020BB7\uFF21\uFF11\uFF71",
     std::string(100000, 'W'),
 };
 

@@ -42,21 +42,4 @@ TEST(XmlQueries, HolesAreDistinctAndListedInTheScratchList) {
   }
 }
 
-TEST(XmlQueries, VersionGatesAreThoseOfTheJsonReader) {
-  XmlAnalysis reader;
-  ASSERT_EQ(readXmlText(reader, "<Job><Version>1.0 </Version><Bar><BarNumber>1</BarNumber>" +
-                                    pieceOf("1", "A", work("drain")) + "</Bar></Job>"),
-            0);
-  std::string y, z, length;
-  EXPECT_EQ(reader.getMaxYZ_Cutlength("A", y, z, length), -1);
-  EXPECT_TRUE(reader.getWork("A").empty() && reader.getCut("1").empty());
-  EXPECT_EQ(reader.getAllWork().size(), 1u);
-  EXPECT_EQ(reader.getAllCut().size(), 1u);
-  EXPECT_EQ(reader.getPrint().size(), 1u);
-  reader.data.Version = "1.0";
-  EXPECT_EQ(reader.getWork("A").size(), 1u);
-  EXPECT_EQ(reader.getMaxYZ_Cutlength("A", y, z, length), 0);
-  EXPECT_EQ(length, "900");
-}
-
 }  // namespace

@@ -73,14 +73,6 @@ TEST_F(HostTest, LoadsJsonOrSaysWhereItFails) {
   }
 }
 
-TEST_F(HostTest, HandsOverTheJsonValue) {
-  tree.write("root/mnt/data/a", "{\"a\": 1, \"b\": [true], \"a\": \"last\"}");
-  Json::Value root;
-  ASSERT_GE(cbl::loadJsonFile(kPath, root, false), 0);
-  EXPECT_EQ(root["a"], Json::Value("last"));
-  EXPECT_EQ(root["b"][0], Json::Value(true));
-}
-
 TEST_F(HostTest, LoadsXmlOrSaysWhereItFails) {
   const Row rows[] = {
       {"<a/>", ""},

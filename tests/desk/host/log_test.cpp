@@ -1,7 +1,3 @@
-#include <gtest/gtest.h>
-
-#include "desk/host/tick_clock.h"
-#include "host/utility.h"
 #include "tests/desk/host/host_test.h"
 
 TEST_F(HostTest, LogsOneVisibleLineWhateverANameHolds) {
@@ -28,14 +24,4 @@ TEST(Log, GoesToStandardErrorUnlessASinkTakesIt) {
   desk::log("lost");
   desk::setLogSink({});
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "cusdesk: one\n");
-}
-
-TEST(TickClock, RunsUntilItIsStopped) {
-  UTILITY::CTime* const clock = UTILITY::CTime::get_instance();
-  const unsigned long long before = clock->getTickCount();
-  deskhost::setTickCount(7);
-  EXPECT_EQ(clock->getTickCount(), 7U);
-  deskhost::setTickCount(std::nullopt);
-  EXPECT_GE(clock->getTickCount(), before);
-  EXPECT_LT(clock->getTickCount() - before, 60'000U);
 }

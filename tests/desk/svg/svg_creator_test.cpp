@@ -31,12 +31,4 @@ TEST(SvgCreator, WritesOneElementOnALineInPaintingOrder) {
   EXPECT_EQ(svg.getXml(), expected) << "finished";
 }
 
-TEST(SvgCreator, IsAnEmptyPictureFromTheStart) {
-  UTILITY::CSVGCreator svg;
-  const std::string empty = svg.getXml();
-  EXPECT_NE(empty.find("width=\"0\" height=\"0\""), std::string::npos) << empty;
-  svg.begin(-5, -5);
-  EXPECT_EQ(svg.getXml(), empty);
-}
-
 }  // namespace
