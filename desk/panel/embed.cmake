@@ -1,5 +1,5 @@
-# Writes OUTPUT, the C++ source of the page's files, which are all that FOLDER holds:
-# cmake -DOUTPUT=... -DFOLDER=... -P embed.cmake
+# Writes OUTPUT, the C++ source of the page's files:
+# cmake -DOUTPUT=... -DFILES=... -P embed.cmake
 include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/embed.cmake)
 
 set(type_css "text/css; charset=utf-8")
@@ -8,8 +8,8 @@ set(type_js "text/javascript; charset=utf-8")
 set(type_svg "image/svg+xml")
 set(arrays "")
 set(rows "")
-file(GLOB names RELATIVE ${FOLDER} ${FOLDER}/*)
-foreach(name IN LISTS names)
+foreach(file IN LISTS FILES)
+  cmake_path(GET file FILENAME name)
   cmake_path(GET name EXTENSION LAST_ONLY ending)
   string(SUBSTRING "${ending}" 1 -1 ending)
   if(NOT DEFINED type_${ending})
@@ -19,7 +19,7 @@ foreach(name IN LISTS names)
   if(name STREQUAL index.html)
     set(path /)
   endif()
-  embedded_bytes(bytes ${FOLDER}/${name})
+  embedded_bytes(bytes ${file})
   string(MAKE_C_IDENTIFIER ${name} identifier)
   string(APPEND arrays "constexpr char ${identifier}[] = ${bytes};\n")
   string(APPEND rows

@@ -2,69 +2,18 @@
 #pragma once
 
 #include <chrono>
-#include <functional>
 #include <list>
-#include <map>
 #include <mutex>
-#include <optional>
 #include <string>
-#include <variant>
+#include <utility>
 #include <vector>
 
-struct MHD_Connection;
+#include "desk/panel/http_request.h"
+
 struct MHD_Daemon;
 struct MHD_Response;
 
 namespace desk::panel {
-
-/// A request. Its form fields are there once its body has been read.
-class HttpRequest {
- public:
-  HttpRequest(MHD_Connection* connection, std::string method, std::string path);
-
-  const std::string& method() const { return method_; }
-  const std::string& path() const { return path_; }  ///< decoded, without the query
-
-  /// The first header of that name; "" without one.
-  std::string header(const char* name) const;
-  int headerCount(const char* name) const;
-
-  /// The value of a field of the query or else of the form in the body; "" without one.
-  std::string field(const char* name) const;
-
- private:
-  friend class HttpServer;
-  MHD_Connection* const connection_;
-  const std::string method_;
-  const std::string path_;
-  std::map<std::string, std::string> form_;
-};
-
-struct HttpAnswer {
-  unsigned status;
-  std::string body;
-  std::string type;  ///< media type; empty: none is sent
-};
-
-/// An answer that is not there yet: asked again at each `HttpServer::poll` until it is.
-using LaterAnswer = std::function<std::optional<HttpAnswer>()>;
-
-/// An answer that goes on, with status 200. `next` is asked at each `poll` for what is to be sent:
-/// "" for nothing now, nothing for the end.
-struct AnswerStream {
-  std::string type;
-  std::function<std::optional<std::string>()> next;
-};
-
-using HttpReply = std::variant<HttpAnswer, LaterAnswer, AnswerStream>;
-
-/// What the server answers. All are called on one thread or under one lock, and must not block. An
-/// exception is answered with status 500.
-struct HttpHandlers {
-  /// Called when the head has come; an answer refuses the request before its body is read.
-  std::function<std::optional<HttpAnswer>(const HttpRequest&)> refuse;
-  std::function<HttpReply(const HttpRequest&)> answer;
-};
 
 /// Serves one request per connection, all on one thread. A request may take 16 KiB and five
 /// seconds, its body 1024 bytes. Beyond 64 connections that ask or read, the oldest is closed;
