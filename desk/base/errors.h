@@ -15,7 +15,7 @@ enum ExitCode {
 
 /// The same in words, for help and manual.
 inline constexpr char kExitCodesHelp[] =
-    "0 fine, 1 findings or a failed script, 2 usage, 3 cannot read, obtain or load.";
+    "0 fine, 1 findings, differences or a failed script, 2 usage, 3 cannot read, obtain or load.";
 
 /// An error that ends the program with one line on standard error.
 class Error : public std::runtime_error {

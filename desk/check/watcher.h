@@ -111,30 +111,6 @@ class Watcher {
   Findings* findings_ = nullptr;
 };
 
-/// The value of a field as text.
-template <class Record>
-std::string textOf(const Record& record, const model::Key<Record>& key) {
-  using model::KeyKind;
-  switch (key.kind) {
-    case KeyKind::Text:
-    case KeyKind::IntegerText:
-      return record.*key.field.text;
-    case KeyKind::Integer:
-    case KeyKind::Number:
-      return shortestText(record.*key.field.number);
-    case KeyKind::Flag:
-      return record.*key.field.flag ? "true" : "false";
-    case KeyKind::Required:
-    case KeyKind::Ignored:
-      break;
-  }
-  return "";
-}
-
-inline std::string textOf(const FIELD_T& record, const json_keys::LabelKey& key) {
-  return record.*key.field;
-}
-
 template <class Record>
 OriginId originOf(const Trace<Record>& trace, const model::Key<Record>& key) {
   const std::size_t field = fieldOf(key);

@@ -6,8 +6,8 @@
 #include "desk/base/errors.h"
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
-#include "desk/check/check_session.h"
 #include "desk/check/reports.h"
+#include "desk/commands/checked_job.h"
 #include "desk/job/selection.h"
 #include "desk/show/job_summary.h"
 #include "desk/show/pieces.h"
@@ -16,7 +16,6 @@ namespace desk::commands {
 
 namespace {
 
-using check::CheckSession;
 using check::Severity;
 using show::JobSummary;
 using Pieces = std::vector<show::PieceFact>;
@@ -38,28 +37,6 @@ constexpr Format<Pieces> kPiecesFormats[] = {
     {"json", show::piecesJson},
     {"csv", show::piecesCsv}};
 
-/// A job as a panel that has just started reads it, and what a check finds in it.
-class CheckedJob {
- public:
-  /// Throws Error when the file cannot be read or a panel would not load it.
-  explicit CheckedJob(const std::string& file) : format_(model::formatOfName(file)) {
-    Progress progress;
-    progress.show("loading " + escapeControls(file));
-    session_.check(file);
-    const check::Report& report = session_.report();
-    if (!report.unreadable.empty()) throw Error(kExitIoError, report.unreadable.front().reason);
-    if (session_.loads()) return;
-    throw Error(kExitIoError, "cannot load " + file + "; cusdesk check " + file + " tells why");
-  }
-
-  const job::TracedJob& traced() const { return session_.job(format_); }
-  std::size_t count(Severity severity) const { return countOf(session_.report(), severity); }
-
- private:
-  CheckSession session_{CheckSession::Readers::Fresh};
-  model::JobFormat format_;
-};
-
 double lengthOf(const std::string& text) {
   double length = 0.0;
   bool whole = false;
@@ -75,9 +52,9 @@ int showSummary(const Arguments& arguments) {
   JobSummary summary(lengthOf(arguments.value("keep-from", "500")));
   for (const std::string& file : arguments.operands) {
     const CheckedJob job(file);
-    summary.add(
-        file, job.traced().job,
-        {job.count(Severity::Error), job.count(Severity::Warning), job.count(Severity::Note)});
+    const auto count = [&](Severity severity) { return countOf(job.report(), severity); };
+    summary.add(file, job.traced().job,
+                {count(Severity::Error), count(Severity::Warning), count(Severity::Note)});
   }
   std::fputs(format.write(summary).c_str(), stdout);
   return kExitOk;

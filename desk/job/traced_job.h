@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "desk/base/numbers.h"
 #include "desk/job/source_text.h"
 #include "json/json_keys.h"
 #include "model/job_records.h"
@@ -76,6 +77,30 @@ constexpr std::size_t fieldOf(const model::Key<Record>& key) {
 template <class Record, class Base>
 std::size_t fieldOf(std::string Base::*field) {
   return fieldOf(model::Key<Record>{nullptr, nullptr, model::KeyKind::Text, {field}});
+}
+
+/// The value of a field as text.
+template <class Record>
+std::string textOf(const Record& record, const model::Key<Record>& key) {
+  using model::KeyKind;
+  switch (key.kind) {
+    case KeyKind::Text:
+    case KeyKind::IntegerText:
+      return record.*key.field.text;
+    case KeyKind::Integer:
+    case KeyKind::Number:
+      return shortestText(record.*key.field.number);
+    case KeyKind::Flag:
+      return record.*key.field.flag ? "true" : "false";
+    case KeyKind::Required:
+    case KeyKind::Ignored:
+      break;
+  }
+  return "";
+}
+
+inline std::string textOf(const FIELD_T& record, const json_keys::LabelKey& key) {
+  return record.*key.field;
 }
 
 struct WorkTrace {

@@ -3,6 +3,7 @@
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
 #include "desk/draw/bar_layout.h"
+#include "desk/job/piece_text.h"
 
 namespace desk::show {
 
@@ -15,7 +16,7 @@ TextTable tableOf(const std::vector<PieceFact>& pieces) {
   for (const PieceFact& fact : pieces) {
     const PIECE_T& piece = *fact.piece;
     std::vector<std::string> works;
-    for (const WORK_T& work : piece.work) works.push_back(workText(work));
+    for (const WORK_T& work : piece.work) works.push_back(job::workText(work));
     table.rows.push_back({{fact.bar->BarNumber},
                           numberCell(fact.place),
                           {piece.PieceNumber},
@@ -25,7 +26,7 @@ TextTable tableOf(const std::vector<PieceFact>& pieces) {
                           {piece.dxB},
                           {piece.BarCode},
                           {joined(works, "; ")},
-                          {labelText(piece)},
+                          {job::labelText(piece)},
                           numberCell(fact.at.line)});
   }
   return table;
@@ -41,7 +42,7 @@ TextTable spread(TextTable table, const PIECE_T& piece) {
   row.erase(row.begin() + at);
   for (std::size_t i = piece.work.size(); i-- > 0;) {
     table.keys.insert(table.keys.begin() + at, "work " + std::to_string(i + 1));
-    row.insert(row.begin() + at, {workText(piece.work[i])});
+    row.insert(row.begin() + at, {job::workText(piece.work[i])});
   }
   return table;
 }
@@ -84,20 +85,6 @@ std::vector<PieceFact> piecesOf(const job::TracedJob& job, const job::Selection&
     }
   }
   return pieces;
-}
-
-std::string labelText(const PIECE_T& piece) {
-  std::vector<std::string> texts;
-  if (!piece.mark.empty()) texts.push_back(piece.mark);
-  for (const auto& row : json_keys::kLabelFields) {
-    if (const std::string& text = piece.Fields.*row.field; !text.empty()) texts.push_back(text);
-  }
-  return joined(texts, ", ");
-}
-
-std::string workText(const WORK_T& work) {
-  return work.Name + " (side " + shortestText(work.ProfiLav) + ": " + shortestText(work.PositionX) +
-         ", " + shortestText(work.PositionY) + ", " + shortestText(work.PositionZ) + ")";
 }
 
 std::string piecesText(const std::vector<PieceFact>& pieces, const Terminal& terminal) {

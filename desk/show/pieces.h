@@ -21,12 +21,6 @@ struct PieceFact {
 
 std::vector<PieceFact> piecesOf(const job::TracedJob& job, const job::Selection& selection);
 
-/// What is printed on a piece's label: its mark and the label fields that hold anything.
-std::string labelText(const PIECE_T& piece);
-
-/// "drill (side 1: 28, 32.5, 12)": the name, the side and the position along, across and in height.
-std::string workText(const WORK_T& work);
-
 /// A table of them; on a terminal a single piece gets a line for each of its works.
 std::string piecesText(const std::vector<PieceFact>& pieces, const Terminal& terminal);
 std::string piecesCsv(const std::vector<PieceFact>& pieces);

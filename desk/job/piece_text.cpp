@@ -1,0 +1,25 @@
+#include "desk/job/piece_text.h"
+
+#include <vector>
+
+#include "desk/base/numbers.h"
+#include "desk/base/text.h"
+#include "json/json_keys.h"
+
+namespace desk::job {
+
+std::string labelText(const PIECE_T& piece) {
+  std::vector<std::string> texts;
+  if (!piece.mark.empty()) texts.push_back(piece.mark);
+  for (const auto& row : json_keys::kLabelFields) {
+    if (const std::string& text = piece.Fields.*row.field; !text.empty()) texts.push_back(text);
+  }
+  return joined(texts, ", ");
+}
+
+std::string workText(const WORK_T& work) {
+  return work.Name + " (side " + shortestText(work.ProfiLav) + ": " + shortestText(work.PositionX) +
+         ", " + shortestText(work.PositionY) + ", " + shortestText(work.PositionZ) + ")";
+}
+
+}  // namespace desk::job
