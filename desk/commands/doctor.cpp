@@ -12,35 +12,42 @@ namespace desk::commands {
 namespace {
 
 void print(const doctor::Remark& remark) {
-  std::printf("  %-8s %-13s %s\n", remark.problem ? "PROBLEM" : "ok", remark.subject.c_str(),
-              escapeControls(remark.text).c_str());
+  std::printf("  %-8s %-13s %s\n", remark.weight == doctor::Weight::Fine ? "ok" : "PROBLEM",
+              remark.subject.c_str(), escapeControls(remark.text).c_str());
+}
+
+/// The paths that an option names; nothing when it is not given.
+std::optional<std::string> pathsOf(const Arguments& arguments, const char* option) {
+  if (!arguments.has(option)) return std::nullopt;
+  std::string paths = arguments.value(option);
+  if (paths.find_first_not_of(':') == std::string::npos) {
+    throw Error(kExitUsage, std::string("option '--") + option + "' needs a path");
+  }
+  return paths;
 }
 
 int run(const Arguments& arguments) {
   const std::vector<std::string>& operands = arguments.operands;
-  const std::string against = arguments.value("against");
-  const std::string panel = arguments.value("host");
+  const auto against = pathsOf(arguments, "against");
+  const auto panel = pathsOf(arguments, "host");
+  const auto compared = pathsOf(arguments, "compare");
   std::optional<doctor::Sysroot> target;
   std::optional<doctor::Sysroot> host;
-  if (!against.empty()) target.emplace(against);
-  if (!panel.empty()) host.emplace(panel, against);
+  std::optional<doctor::ElfFile> earlier;
+  if (against) target.emplace(*against);
+  if (panel) host.emplace(*panel, against.value_or(""));
+  if (host && host->files().empty()) {
+    throw Error(kExitUsage, "option '--host' needs the panel runtime's program, not only folders");
+  }
+  if (compared) earlier = doctor::readElf(*compared);
   const doctor::ElfFile plugin = doctor::readElf(operands.front(), doctor::soughtTexts());
+  const doctor::Diagnosis diagnosis = doctor::examine(
+      plugin,
+      {target ? &*target : nullptr, host ? &*host : nullptr, earlier ? &*earlier : nullptr});
 
-  std::printf("%s\n", escapeControls(plugin.path).c_str());
-  int problems = 0;
-  for (const doctor::Remark& remark :
-       doctor::examine(plugin, target ? &*target : nullptr, host ? &*host : nullptr)) {
-    print(remark);
-    problems += remark.problem ? 1 : 0;
-  }
-  if (problems == 0) {
-    std::puts(target ? "It will load on this target."
-              : host ? "With this host it will load on every known controller."
-                     : "It will load on every known controller.");
-    return kExitOk;
-  }
-  std::printf("%d problem%s.\n", problems, problems == 1 ? "" : "s");
-  return kExitFindings;
+  std::puts(escapeControls(plugin.path + " " + diagnosis.sentence + ".").c_str());
+  for (const doctor::Remark& remark : diagnosis.remarks) print(remark);
+  return diagnosis.problems == 0 ? kExitOk : kExitFindings;
 }
 
 }  // namespace
@@ -54,10 +61,13 @@ Command doctorCommand() {
       "  cusdesk doctor --against sysroot libCustom_LuaParseModule.so   against a target's "
       "libraries\n"
       "  cusdesk doctor --against sysroot --host sysroot/usr/bin/panel "
-      "libCustom_LuaParseModule.so\n",
+      "libCustom_LuaParseModule.so\n"
+      "  cusdesk doctor --compare old.so libCustom_LuaParseModule.so    may it take old.so's "
+      "place?\n",
       {
           {"against", "PATHS", "the target's root, library folders or libraries, with : between"},
           {"host", "PATHS", "the panel runtime's program and its libraries, with : between"},
+          {"compare", "FILE", "the plug-in whose place it shall take"},
       },
       run,
   };

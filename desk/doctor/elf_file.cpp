@@ -2,8 +2,10 @@
 
 #include <cxxabi.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <iterator>
 #include <map>
@@ -11,6 +13,7 @@
 #include <regex>
 
 #include "desk/base/errors.h"
+#include "desk/doctor/elf_soundness.h"
 #include "desk/script/elf_image.h"
 
 namespace desk::doctor {
@@ -59,6 +62,10 @@ struct VersionName {
 using VersionNames = std::map<unsigned, VersionName>;
 
 constexpr int kMostVersions = 0x7FFF;  // so many fit into an index
+constexpr int kMostSymbols = 200'000;
+constexpr int kMostEntries = 1000;
+constexpr GElf_Word kLongestNote = 4096;
+constexpr std::uint64_t kLargestPlugin = 64 << 20;
 
 /// place + step, saturated: a corrupt offset then points past every section and reads fail.
 int further(int place, GElf_Word step) {
@@ -69,10 +76,11 @@ void readNeededVersions(const ElfImage& image, VersionNames& names) {
   const auto section = image.section(SHT_GNU_verneed);
   GElf_Verneed need;
   int at = 0;
+  int details = 0;  // a damaged file may send us round and round
   for (int seen = 0; section && seen < kMostVersions; ++seen, at = further(at, need.vn_next)) {
     if (gelf_getverneed(section->data, at, &need) == nullptr) return;
     int detailAt = further(at, need.vn_aux);
-    for (int detail = 0; detail < need.vn_cnt; ++detail) {
+    for (int detail = 0; detail < need.vn_cnt && ++details < kMostVersions; ++detail) {
       GElf_Vernaux version;
       if (gelf_getvernaux(section->data, detailAt, &version) == nullptr) return;
       names[version.vna_other] = {image.text(*section, version.vna_name),
@@ -115,17 +123,46 @@ void readSymbols(const ElfImage& image, ElfFile& file) {
   readOfferedVersions(image, names, file);
   const auto section = image.section(SHT_DYNSYM);
   const auto versions = image.section(SHT_GNU_versym);
+  std::size_t size = 0;
   for (int index = 1; section && index < section->count(); ++index) {
     GElf_Sym symbol;
     if (gelf_getsym(section->data, index, &symbol) == nullptr) return;
     const unsigned binding = GELF_ST_BIND(symbol.st_info);
     const std::string name = image.text(*section, symbol.st_name);
+    size += name.size();
+    if (index > kMostSymbols || size > kLargestPlugin) {
+      throw Error(kExitIoError, file.path + " has more symbols than are read of a file");
+    }
     if (binding == STB_LOCAL || name.empty() || symbol.st_shndx == SHN_ABS) continue;
     const VersionName& version = names[versionIndex(versions, index)];
     file.symbols.push_back({name, readableName(name), version.version, version.library,
                             symbol.st_shndx != SHN_UNDEF, binding == STB_WEAK});
     file.uniqueSymbols = file.uniqueSymbols || binding == STB_GNU_UNIQUE;
   }
+}
+
+FileKind kindOf(GElf_Half type, bool program) {
+  if (type == ET_DYN) return program ? FileKind::Program : FileKind::Library;
+  if (type == ET_EXEC) return FileKind::Program;
+  if (type == ET_REL) return FileKind::ObjectFile;
+  return type == ET_CORE ? FileKind::CoreDump : FileKind::Unknown;
+}
+
+BuildNote readNote(const ElfImage& image) {
+  for (const ElfImage::Section& section : image.sections(SHT_NOTE)) {
+    GElf_Nhdr header;
+    std::size_t name = 0;
+    std::size_t text = 0;
+    std::size_t at = 0;
+    while ((at = gelf_getnote(section.data, at, &header, &name, &text)) != 0) {
+      const std::string_view bytes = section.bytes();
+      const std::string_view owner(kBuildNoteOwner, sizeof kBuildNoteOwner);
+      if (header.n_type == 1 && bytes.substr(name, header.n_namesz) == owner) {
+        return readBuildNote(bytes.substr(text, std::min(header.n_descsz, kLongestNote)));
+      }
+    }
+  }
+  return {};
 }
 
 struct LoaderFlags {
@@ -165,7 +202,7 @@ void readEntry(const GElf_Dyn& entry, const std::string& text, ElfFile& file, Lo
 LoaderFlags readDynamicEntries(const ElfImage& image, ElfFile& file) {
   LoaderFlags flags;
   const auto section = image.section(SHT_DYNAMIC);
-  for (int index = 0; section && index < section->count(); ++index) {
+  for (int index = 0; section && index < std::min(section->count(), kMostEntries); ++index) {
     GElf_Dyn entry;
     if (gelf_getdyn(section->data, index, &entry) == nullptr || entry.d_tag == DT_NULL) break;
     readEntry(entry, image.text(*section, entry.d_un.d_val), file, flags);
@@ -173,28 +210,24 @@ LoaderFlags readDynamicEntries(const ElfImage& image, ElfFile& file) {
   return flags;
 }
 
-/// Throws Error where a part is missing: the file would pass for one that needs and offers nothing.
-void requireContents(const ElfImage& image, const std::string& path) {
-  bool linked = false;
-  image.forEachSegment(
-      [&](const GElf_Phdr& segment) { linked = linked || segment.p_type == PT_DYNAMIC; });
-  if (linked && !image.section(SHT_DYNAMIC)) {
-    throw Error(kExitIoError, path +
-                                  " lacks the sections that say what it needs and offers: they "
-                                  "were removed, or it holds debugging information only");
-  }
-}
-
 }  // namespace
 
 ElfFile readElf(const std::string& path, const std::vector<std::string>& texts) {
   const ElfImage image(path);
-  requireContents(image, path);
+  requireSound(image, path);
+  if (!texts.empty() && image.size() > kLargestPlugin) {
+    throw Error(kExitIoError, path + " is larger than 64 MiB, and a plug-in has less than one");
+  }
   ElfFile file;
   file.path = path;
   file.architecture = architectureOf(image.header());
   const LoaderFlags flags = readDynamicEntries(image, file);
-  file.library = image.header().e_type == ET_DYN && !flags.program;
+  file.kind = kindOf(image.header().e_type, flags.program);
+  file.note = readNote(image);
+  if (file.architecture == "armhf") {
+    const auto attributes = image.section(SHT_ARM_ATTRIBUTES);
+    if (attributes) file.processor = readArmAttributes(attributes->bytes());
+  }
   file.executableStack = true;  // what the loader assumes unless the file says otherwise
   image.forEachSegment([&](const GElf_Phdr& segment) {
     if (segment.p_type == PT_GNU_STACK) file.executableStack = (segment.p_flags & PF_X) != 0;

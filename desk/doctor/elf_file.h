@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "desk/doctor/arm_attributes.h"
+#include "desk/doctor/build_note.h"
+
 namespace desk::doctor {
 
 /// A name that the file takes from others or offers to them.
@@ -17,12 +20,17 @@ struct DynamicSymbol {
   bool weak;             ///< loading goes on without it
 };
 
+/// As far as one can tell a shared library from a program.
+enum class FileKind { Library, Program, ObjectFile, CoreDump, Unknown };
+
 /// All that the doctor judges a file by.
 struct ElfFile {
   std::string path;
   std::string architecture;  ///< "x86-64", "arm64", "armhf", or words for any other
-  bool library = false;      ///< a shared library, as far as one can tell one from a program
-  std::string soname;        ///< what others call it; empty: by its file name
+  FileKind kind = FileKind::Library;
+  ArmProcessor processor;  ///< of an armhf file
+  BuildNote note;          ///< of a plug-in
+  std::string soname;      ///< what others call it; empty: by its file name
   std::vector<std::string> needed;
   std::vector<DynamicSymbol> symbols;
   std::set<std::string> offeredVersions;
@@ -35,7 +43,8 @@ struct ElfFile {
 };
 
 /// Reads a file of any architecture; `texts` are looked for in it. Throws Error when it cannot be
-/// read, is no ELF file, or lacks its end or its section headers.
+/// read, is no ELF file, lacks its end or its section headers, or is far larger than such files
+/// are.
 ElfFile readElf(const std::string& path, const std::vector<std::string>& texts = {});
 
 }  // namespace desk::doctor

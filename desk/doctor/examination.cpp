@@ -2,122 +2,71 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
+#include <optional>
 
 #include "desk/doctor/contract.h"
+#include "desk/doctor/contract_names.h"
+#include "desk/doctor/remarks.h"
 #include "module/script_functions.h"
 
 namespace desk::doctor {
 
 namespace {
 
-constexpr std::size_t kLongestList = 6;
-
-/// A list of the contract.
-class Names {
- public:
-  template <std::size_t kSize>
-  constexpr Names(const char* const (&names)[kSize]) : begin_(names), end_(names + kSize) {}
-  const char* const* begin() const { return begin_; }
-  const char* const* end() const { return end_; }
-
- private:
-  const char* const* begin_;
-  const char* const* end_;
-};
-
-bool isAmong(const std::string& name, const Names& names) {
-  return std::any_of(names.begin(), names.end(), [&](std::string_view entry) {
-    if (entry.back() != '*') return name == entry;
-    entry.remove_suffix(1);
-    return name.compare(0, entry.size(), entry) == 0;
-  });
-}
-
 class Examination {
  public:
-  Examination(const ElfFile& plugin, const Sysroot* target, const Sysroot* host)
-      : plugin_(plugin), target_(target), host_(host) {
+  explicit Examination(const ElfFile& plugin) : plugin_(plugin) {
     for (const DynamicSymbol& symbol : plugin.symbols) {
-      (symbol.defined ? exported_ : imported_).insert(symbol.readable);
+      if (symbol.defined) exported_.insert(symbol.readable);
     }
   }
 
-  std::vector<Remark> run() {
-    machine();
-    for (Remark& remark : examineRuntime(plugin_, target_)) remarks_.push_back(std::move(remark));
+  std::vector<Remark> run(const Surroundings& around) {
+    add({{Weight::Fine, "machine", machineWords(plugin_)}});
+    if (!plugin_.note.version.empty()) add({{Weight::Fine, "version", plugin_.note.version}});
+    if (around.target == nullptr) processor();
+    add(examineRuntime(plugin_, around.target));
     loading();
-    imports();
+    add(examineHost(plugin_, around.host));
     surplusExports();
-    missing("entry points", contract::kEntryPoints, "both are there",
+    missing("entry points", Weight::Fatal, contract::kEntryPoints, "both are there",
             "the panel will not take it for a plug-in");
-    missing("callbacks", contract::kCallbacks, "all six are there",
+    missing("callbacks", Weight::Flaw, contract::kCallbacks, "all six are there",
             "the panel cannot show its screen part");
-    missing("members", contract::kMustExport, "the readers and the screen part are there",
+    missing("members", Weight::Flaw, contract::kMustExport,
+            "the readers and the screen part are there",
             "hosts that look them up will not find them");
     commands();
+    if (around.earlier != nullptr) add(compare(plugin_, *around.earlier));
     return std::move(remarks_);
   }
 
  private:
-  void fine(const std::string& subject, const std::string& text) {
-    remarks_.push_back({false, subject, text});
+  void add(std::vector<Remark> remarks) {
+    std::move(remarks.begin(), remarks.end(), std::back_inserter(remarks_));
   }
-  void problem(const std::string& subject, const std::string& text) {
-    remarks_.push_back({true, subject, text});
-  }
-  /// One remark: a problem for each sentence, or else that all is fine.
   void judge(const std::string& subject, const std::vector<std::string>& problems,
              const std::string& otherwise) {
-    for (const std::string& text : problems) problem(subject, text);
-    if (problems.empty()) fine(subject, otherwise);
+    add(judged(subject, Weight::Flaw, problems, otherwise));
   }
 
-  void machine();
+  void processor();
   void loading();
-  void imports();
   void surplusExports();
-  void missing(const std::string& subject, const Names& names, const std::string& otherwise,
-               const std::string& consequence);
+  void missing(const std::string& subject, Weight weight, const Names& names,
+               const std::string& otherwise, const std::string& consequence);
   void commands();
 
   const ElfFile& plugin_;
-  const Sysroot* target_;
-  const Sysroot* host_;
   std::set<std::string> exported_;
-  std::set<std::string> imported_;
   std::vector<Remark> remarks_;
 };
 
-std::string machineWords(const std::string& architecture) {
-  if (architecture == "x86-64") return "64-bit PC (x86-64)";
-  if (architecture == "arm64") return "64-bit ARM (arm64)";
-  if (architecture == "armhf") return "32-bit ARM with hardware floating point (armhf)";
-  return architecture;
-}
-
-bool isKnown(const std::string& architecture) {
-  return std::any_of(
-      std::begin(contract::kFloors), std::end(contract::kFloors),
-      [&](const contract::Floor& floor) { return architecture == floor.architecture; });
-}
-
-void Examination::machine() {
-  const std::string words = machineWords(plugin_.architecture);
-  std::vector<std::string> problems;
-  if (!plugin_.library) problems.push_back("for " + words + ", but no shared library");
-  if (target_ == nullptr && !isKnown(plugin_.architecture)) {
-    problems.push_back("for " + words + ", of which no controllers are known");
-  }
-  if (host_ != nullptr) {
-    for (const ElfFile& file : host_->files()) {
-      if (file.architecture != plugin_.architecture) {
-        problems.push_back("for " + words + ", but " + file.path + " is for " +
-                           machineWords(file.architecture));
-      }
-    }
-  }
-  judge("machine", problems, words);
+void Examination::processor() {
+  const std::string more = plugin_.processor.beyondOldest();
+  if (more.empty()) return;
+  add({{Weight::Flaw, "processor",
+        "compiled for " + more + ", which the oldest controllers lack"}});
 }
 
 void Examination::loading() {
@@ -141,30 +90,6 @@ void Examination::loading() {
   judge("loading", problems, "nothing that hardened controllers refuse");
 }
 
-void Examination::imports() {
-  std::vector<std::string> lacking;
-  std::size_t offered = 0;
-  for (const DynamicSymbol& symbol : plugin_.symbols) {
-    if (symbol.defined || symbol.weak || !symbol.version.empty()) continue;
-    const bool there = host_ == nullptr ? isAmong(symbol.readable, contract::kImports)
-                                        : host_->offers(symbol.name);
-    there ? static_cast<void>(++offered) : lacking.push_back(symbol.readable);
-  }
-  std::vector<std::string> problems;
-  if (!lacking.empty()) {
-    problems.push_back((host_ == nullptr ? "calls what panels do not offer: "
-                                         : "calls what is not in " + host_->paths() + ": ") +
-                       listed(lacking));
-  }
-  for (const std::string name : contract::kMustImport) {
-    if (imported_.count(name) == 0) {
-      problems.push_back("never calls " + name + ", so it offers nothing to scripts");
-    }
-  }
-  judge("imports", problems,
-        std::to_string(offered) + " functions of the panel, all of them offered");
-}
-
 void Examination::surplusExports() {
   std::vector<std::string> surplus;
   for (const std::string& name : exported_) {
@@ -179,32 +104,81 @@ void Examination::surplusExports() {
   judge("exports", problems, "nothing but what panels look for");
 }
 
-void Examination::missing(const std::string& subject, const Names& names,
+void Examination::missing(const std::string& subject, Weight weight, const Names& names,
                           const std::string& otherwise, const std::string& consequence) {
-  std::vector<std::string> problems;
+  std::vector<std::string> lacking;
   for (const std::string name : names) {
-    if (exported_.count(name) != 0) continue;
-    problems.push_back("no ");
-    problems.back().append(name).append(": ").append(consequence);
+    if (exported_.count(name) == 0) lacking.push_back(name);
   }
-  judge(subject, problems, otherwise);
+  add({lacking.empty() ? Remark{Weight::Fine, subject, otherwise}
+                       : Remark{weight, subject, "lacks " + listed(lacking) + ": " + consequence}});
 }
 
 void Examination::commands() {
-  std::vector<std::string> problems;
-  for (const script_functions::Words& words : script_functions::kWords.rows) {
-    const std::string name = words.name;
-    if (plugin_.texts.count(name) == 0) {
-      problems.push_back("no " + name + ": scripts that call it will fail");
-    }
+  std::vector<std::string> lacking;
+  for (const std::string& text : soughtTexts()) {
+    if (plugin_.texts.count(text) == 0) lacking.push_back(text);
   }
   const std::string module = contract::kModule;
-  if (plugin_.texts.count(module) == 0) {
-    problems.push_back("no module " + module + ": scripts cannot find it");
+  add({lacking.empty() ? Remark{Weight::Fine, "commands",
+                                "all " + std::to_string(std::size(script_functions::kWords.rows)) +
+                                    " of " + module + " are named"}
+                       : Remark{Weight::Flaw, "commands",
+                                "names no " + listed(lacking) + ": scripts will not find them"}});
+}
+
+bool isKnown(const std::string& architecture) {
+  return std::any_of(
+      std::begin(contract::kFloors), std::end(contract::kFloors),
+      [&](const contract::Floor& floor) { return architecture == floor.architecture; });
+}
+
+bool offersAnyOf(const ElfFile& file, const Names& names) {
+  return std::any_of(file.symbols.begin(), file.symbols.end(), [&](const DynamicSymbol& symbol) {
+    return symbol.defined && isAmong(symbol.readable, names);
+  });
+}
+
+/// Why nothing else is worth looking at; empty: go on.
+std::string settledAtOnce(const ElfFile& plugin, const Surroundings& around) {
+  if (plugin.kind == FileKind::Program) return "is a program, not a plug-in";
+  if (plugin.kind == FileKind::ObjectFile) {
+    return "is an object file (or a kernel module), not a plug-in";
   }
-  judge("commands", problems,
-        "all " + std::to_string(std::size(script_functions::kWords.rows)) + " of " + module +
-            " are named");
+  if (plugin.kind == FileKind::CoreDump) return "is a core dump, not a plug-in";
+  if (plugin.kind == FileKind::Unknown) return "is damaged: its type is none that ELF files have";
+  if (!offersAnyOf(plugin, contract::kEntryPoints) && !offersAnyOf(plugin, contract::kCallbacks)) {
+    return "is not a plug-in for panels: it has neither their entry points nor their callbacks";
+  }
+  for (const Sysroot* place : {around.host, around.target}) {
+    if (place == nullptr) continue;
+    for (const ElfFile& file : place->files()) {
+      if (file.architecture == plugin.architecture) continue;
+      return "will not load: it is for " + machineWords(plugin) + ", but " + file.path +
+             " is for " + machineWords(file);
+    }
+  }
+  if (around.target == nullptr && !isKnown(plugin.architecture)) {
+    return "is for " + machineWords(plugin) + ", of which no controllers are known";
+  }
+  return "";
+}
+
+std::string sentenceFor(const std::vector<Remark>& remarks, std::ptrdiff_t problems,
+                        const Surroundings& around) {
+  const auto worst = std::max_element(
+      remarks.begin(), remarks.end(),
+      [](const Remark& left, const Remark& right) { return left.weight < right.weight; });
+  const bool anywhere = around.target == nullptr;
+  const std::string host = around.host != nullptr ? " with this host" : "";
+  const std::string worstPlace =
+      (anywhere ? " on the oldest controllers" : " on this target") + host;
+  const std::string place = (anywhere ? " on every known controller" : " on this target") + host;
+  if (worst->weight == Weight::Fatal) return "will not work" + worstPlace + ": it " + worst->text;
+  if (worst->weight == Weight::Open) return "cannot be judged: it " + worst->text;
+  if (problems == 0) return "will load" + place;
+  return "will load" + place + ", but has " + std::to_string(problems) +
+         (problems == 1 ? " problem" : " problems");
 }
 
 }  // namespace
@@ -217,18 +191,14 @@ std::vector<std::string> soughtTexts() {
   return texts;
 }
 
-std::vector<Remark> examine(const ElfFile& plugin, const Sysroot* target, const Sysroot* host) {
-  return Examination(plugin, target, host).run();
-}
-
-std::string listed(const std::vector<std::string>& names) {
-  std::string text;
-  const std::size_t shown = std::min(names.size(), kLongestList);
-  for (std::size_t index = 0; index < shown; ++index) {
-    text += (index == 0 ? "" : ", ") + names[index];
-  }
-  const std::size_t more = names.size() - shown;
-  return more == 0 ? text : text + " and " + std::to_string(more) + " more";
+Diagnosis examine(const ElfFile& plugin, const Surroundings& around) {
+  const std::string settled = settledAtOnce(plugin, around);
+  if (!settled.empty()) return {settled, {}, 1};
+  std::vector<Remark> remarks = Examination(plugin).run(around);
+  const std::ptrdiff_t problems =
+      std::count_if(remarks.begin(), remarks.end(),
+                    [](const Remark& remark) { return remark.weight != Weight::Fine; });
+  return {sentenceFor(remarks, problems, around), std::move(remarks), static_cast<int>(problems)};
 }
 
 }  // namespace desk::doctor

@@ -9,25 +9,39 @@
 
 namespace desk::doctor {
 
+/// What a finding means for the plug-in.
+enum class Weight {
+  Fine,
+  Flaw,   ///< it loads; something of it is not as it should be
+  Open,   ///< the files at hand do not tell
+  Fatal,  ///< it will not load, or not do its work
+};
+
 /// One thing that was looked at.
 struct Remark {
-  bool problem;         ///< it will not load, or not do its work
+  Weight weight;
   std::string subject;  ///< one or two words
   std::string text;     ///< a line for an integrator
+};
+
+/// What a plug-in is held against. Null: not given.
+struct Surroundings {
+  const Sysroot* target;   ///< the controller's libraries; else the oldest controllers count
+  const Sysroot* host;     ///< the panel runtime's program and libraries; else the contract counts
+  const ElfFile* earlier;  ///< the plug-in whose place it shall take
+};
+
+struct Diagnosis {
+  std::string sentence;  ///< what settles the matter, about "it"
+  std::vector<Remark> remarks;
+  int problems;  ///< remarks that are not fine
 };
 
 /// What to look for in a plug-in with `readElf`, for `examine`: the names of the script functions.
 std::vector<std::string> soughtTexts();
 
-/// Everything worth saying of `plugin`, good and bad. `target`: the controller's libraries; null:
-/// the oldest controllers. `host`: the panel runtime's program and libraries; null: what the
-/// contract promises of it.
-std::vector<Remark> examine(const ElfFile& plugin, const Sysroot* target, const Sysroot* host);
-
-/// The part of `examine` that asks whether the standard runtime is there and new enough.
-std::vector<Remark> examineRuntime(const ElfFile& plugin, const Sysroot* target);
-
-/// "a, b and c"; of a long list the beginning, and how many more there are.
-std::string listed(const std::vector<std::string>& names);
+/// What is worth saying of `plugin`, good and bad. Of a file that is no plug-in, or is for another
+/// machine, only that.
+Diagnosis examine(const ElfFile& plugin, const Surroundings& around);
 
 }  // namespace desk::doctor

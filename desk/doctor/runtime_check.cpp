@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <charconv>
-#include <iterator>
 #include <map>
 #include <sstream>
 
 #include "desk/doctor/contract.h"
-#include "desk/doctor/examination.h"
+#include "desk/doctor/contract_names.h"
+#include "desk/doctor/remarks.h"
 
 namespace desk::doctor {
 
@@ -37,23 +37,20 @@ Version parseVersion(const std::string& text) {
 
 Remark judgeLibrary(const ElfFile& plugin, const std::string& soname, const Sysroot* target) {
   if (target == nullptr) {
-    const auto end = std::end(contract::kRuntime);
-    if (std::find(std::begin(contract::kRuntime), end, soname) != end) {
-      return {false, kLibraries, soname};
-    }
-    return {true, kLibraries,
+    if (isAmong(soname, contract::kRuntime)) return {Weight::Fine, kLibraries, soname};
+    return {Weight::Open, kLibraries,
             "needs " + soname + ", which is not of the standard runtime; controllers may lack it"};
   }
   const ElfFile* library = target->library(soname, plugin.architecture);
   if (library == nullptr) {
-    return {true, kLibraries, "needs " + soname + ", which is not in " + target->paths()};
+    return {Weight::Fatal, kLibraries, "needs " + soname + ", which is not in " + target->paths()};
   }
   if (library->architecture != plugin.architecture) {
-    return {true, kLibraries,
+    return {Weight::Fatal, kLibraries,
             soname + " of the target is for " + library->architecture + ", the plug-in for " +
                 plugin.architecture};
   }
-  return {false, kLibraries, soname};
+  return {Weight::Fine, kLibraries, soname};
 }
 
 std::vector<Remark> judgeLibraries(const ElfFile& plugin, const Sysroot* target) {
@@ -61,12 +58,12 @@ std::vector<Remark> judgeLibraries(const ElfFile& plugin, const Sysroot* target)
   std::vector<std::string> fine;
   for (const std::string& soname : plugin.needed) {
     Remark remark = judgeLibrary(plugin, soname, target);
-    remark.problem ? remarks.push_back(std::move(remark)) : fine.push_back(soname);
+    remark.weight != Weight::Fine ? remarks.push_back(std::move(remark)) : fine.push_back(soname);
   }
   if (remarks.empty()) {
     const std::string where = target == nullptr ? "the standard runtime" : "all in the target";
     remarks.push_back(
-        {false, kLibraries, fine.empty() ? "needs none" : listed(fine) + ": " + where});
+        {Weight::Fine, kLibraries, fine.empty() ? "needs none" : listed(fine) + ": " + where});
   }
   return remarks;
 }
@@ -143,11 +140,12 @@ std::map<std::string, std::vector<std::string>> versionFaults(const ElfFile& plu
   return faults;
 }
 
-/// The newest version that the plug-in asks for, of each family.
-std::vector<std::string> newestNeeded(const ElfFile& plugin) {
+}  // namespace
+
+std::vector<std::string> newestNeeded(const ElfFile& file) {
   std::set<std::string> versions;
   std::set<std::string> families;
-  for (const DynamicSymbol& symbol : plugin.symbols) {
+  for (const DynamicSymbol& symbol : file.symbols) {
     if (symbol.defined || symbol.version.empty()) continue;
     versions.insert(symbol.version);
     families.insert(parseVersion(symbol.version).family);
@@ -158,10 +156,13 @@ std::vector<std::string> newestNeeded(const ElfFile& plugin) {
   return result;
 }
 
+namespace {
+
 std::vector<Remark> judgeVersions(const ElfFile& plugin, const Sysroot* target) {
   std::vector<Remark> remarks;
   for (const auto& [sentence, causes] : versionFaults(plugin, target)) {
-    remarks.push_back({true, kVersions, sentence + " (because of " + listed(causes) + ")"});
+    remarks.push_back(
+        {Weight::Fatal, kVersions, sentence + " (because of " + listed(causes) + ")"});
   }
   return remarks;
 }
@@ -170,14 +171,21 @@ Remark versionsAreFine(const ElfFile& plugin, const Sysroot* target) {
   const std::vector<std::string> needed = newestNeeded(plugin);
   const std::string whose =
       target == nullptr ? "all controllers have these" : "the target has these";
-  return {false, kVersions, needed.empty() ? "asks for none" : listed(needed) + ": " + whose};
+  return {Weight::Fine, kVersions,
+          needed.empty() ? "asks for none" : listed(needed) + ": " + whose};
 }
 
 }  // namespace
 
+bool isNewer(const std::string& version, const std::string& other) {
+  const Version left = parseVersion(version);
+  const Version right = parseVersion(other);
+  return left.family != right.family || left.number > right.number;
+}
+
 std::vector<Remark> examineRuntime(const ElfFile& plugin, const Sysroot* target) {
   std::vector<Remark> remarks = judgeLibraries(plugin, target);
-  const bool comparable = !remarks.front().problem || target == nullptr;
+  const bool comparable = remarks.front().weight == Weight::Fine || target == nullptr;
   const std::vector<Remark> versions = judgeVersions(plugin, target);
   remarks.insert(remarks.end(), versions.begin(), versions.end());
   if (versions.empty() && comparable) remarks.push_back(versionsAreFine(plugin, target));

@@ -4,6 +4,8 @@
 #include <sstream>
 
 #include "desk/base/errors.h"
+#include "desk/doctor/contract.h"
+#include "desk/doctor/contract_names.h"
 
 namespace desk::doctor {
 
@@ -90,13 +92,35 @@ void Sysroot::collectOffers(const ElfFile& file) const {
     if (symbol.defined) offers_.insert(symbol.name);
   }
   for (const std::string& soname : file.needed) {
-    if (const ElfFile* needed = library(soname, file.architecture)) collectOffers(*needed);
+    const ElfFile* const needed = library(soname, file.architecture);
+    libraries_[soname] = needed != nullptr;
+    if (needed != nullptr) collectOffers(*needed);
   }
 }
 
-bool Sysroot::offers(const std::string& symbol) const {
+void Sysroot::collect() const {
   for (const ElfFile& file : files_) collectOffers(file);
+}
+
+bool Sysroot::offers(const std::string& symbol) const {
+  collect();
   return offers_.count(symbol) != 0;
+}
+
+std::set<std::string> Sysroot::neededLibraries() const {
+  collect();
+  std::set<std::string> names;
+  for (const auto& [name, there] : libraries_) names.insert(name);
+  return names;
+}
+
+std::vector<std::string> Sysroot::missingLibraries() const {
+  collect();
+  std::vector<std::string> names;
+  for (const auto& [name, there] : libraries_) {
+    if (!there && !isAmong(name, contract::kRuntime)) names.push_back(name);
+  }
+  return names;
 }
 
 }  // namespace desk::doctor

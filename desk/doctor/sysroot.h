@@ -28,6 +28,11 @@ class Sysroot {
   /// need.
   bool offers(const std::string& symbol) const;
 
+  /// The libraries that the named files and their libraries need, each by the name they ask for:
+  /// all, and those that are not there and do not belong to the standard runtime.
+  std::set<std::string> neededLibraries() const;
+  std::vector<std::string> missingLibraries() const;
+
   const std::string& paths() const { return paths_; }
   /// The files that were named one by one.
   const std::vector<ElfFile>& files() const { return files_; }
@@ -35,6 +40,7 @@ class Sysroot {
  private:
   void add(const std::string& path);
   const ElfFile& read(const std::string& path) const;
+  void collect() const;
   void collectOffers(const ElfFile& file) const;
 
   std::string paths_;
@@ -43,6 +49,7 @@ class Sysroot {
   mutable std::map<std::string, ElfFile> read_;  ///< by path
   mutable std::set<std::string> collected_;      ///< files whose symbols are in `offers_`
   mutable std::set<std::string> offers_;
+  mutable std::map<std::string, bool> libraries_;  ///< whether each is there
 };
 
 }  // namespace desk::doctor

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <string_view>
 
 #include "desk/base/errors.h"
@@ -15,7 +16,8 @@ namespace desk::script {
 
 namespace {
 
-constexpr off_t kLargestFile = 1 << 30;
+constexpr std::int64_t kLargestFile = 1 << 30;
+constexpr std::size_t kLongestText = 4096;
 
 /// Files that are taken for plug-ins, by their first bytes.
 struct Kind {
@@ -23,6 +25,9 @@ struct Kind {
   const char* words;
 };
 constexpr Kind kKinds[] = {
+    {"\x7F"
+     "ELF",
+     "damaged or cut short: its first 64 bytes are no header of an ELF file"},
     {"!<arch>", "an archive (a static library or a Debian package)"},
     {"MZ", "a program or library for Windows"},
     {"#!", "a script"},
@@ -61,11 +66,6 @@ Descriptor openFile(const std::string& path) {
   return file;
 }
 
-/// Sizes in files may be wider than this machine's.
-std::size_t clamped(GElf_Xword size) {
-  return static_cast<std::size_t>(std::min<GElf_Xword>(size, SIZE_MAX));
-}
-
 /// At most the largest number: a file may speak of more.
 std::uint64_t sum(std::uint64_t offset, std::uint64_t size) {
   return size > UINT64_MAX - offset ? UINT64_MAX : offset + size;
@@ -79,9 +79,12 @@ ElfImage::ElfImage(const std::string& path) : file_(openFile(path)) {
   if (elf_ == nullptr || elf_kind(elf()) != ELF_K_ELF || gelf_getehdr(elf(), &header_) == nullptr) {
     throw Error(kExitIoError, path + " is " + kindOf(file_.number()));
   }
-  if (size() < expectedSize()) {
-    throw Error(kExitIoError, path + " is cut short: it has " + std::to_string(size()) + " of " +
-                                  std::to_string(expectedSize()) + " bytes");
+  const std::uint64_t expected = expectedSize();
+  if (size() < expected) {
+    throw Error(kExitIoError,
+                path + (expected > std::uint64_t{kLargestFile} ? " is damaged" : " is cut short") +
+                    ": it has " + std::to_string(size()) + " of " + std::to_string(expected) +
+                    " bytes");
   }
 }
 
@@ -90,14 +93,20 @@ int ElfImage::Section::count() const {
   return static_cast<int>(std::min<std::uint64_t>(data->d_size / header.sh_entsize, INT32_MAX));
 }
 
-std::optional<ElfImage::Section> ElfImage::section(GElf_Word type) const {
+std::vector<ElfImage::Section> ElfImage::sections(GElf_Word type) const {
+  std::vector<Section> found;
   for (Elf_Scn* at = elf_nextscn(elf(), nullptr); at != nullptr; at = elf_nextscn(elf(), at)) {
     Section section{};
     if (gelf_getshdr(at, &section.header) == nullptr || section.header.sh_type != type) continue;
     section.data = elf_getdata(at, nullptr);
-    if (section.data != nullptr && section.data->d_buf != nullptr) return section;
+    if (section.data != nullptr && section.data->d_buf != nullptr) found.push_back(section);
   }
-  return std::nullopt;
+  return found;
+}
+
+std::optional<ElfImage::Section> ElfImage::section(GElf_Word type) const {
+  const std::vector<Section> found = sections(type);
+  return found.empty() ? std::nullopt : std::optional<Section>(found.front());
 }
 
 void ElfImage::forEachSegment(const std::function<void(const GElf_Phdr&)>& visit) const {
@@ -110,8 +119,14 @@ void ElfImage::forEachSegment(const std::function<void(const GElf_Phdr&)>& visit
 }
 
 std::string ElfImage::text(const Section& section, GElf_Xword offset) const {
-  const char* found = elf_strptr(elf(), section.header.sh_link, clamped(offset));
-  return found == nullptr ? "" : found;
+  Elf_Scn* const table = elf_getscn(elf(), section.header.sh_link);
+  GElf_Shdr header;
+  if (gelf_getshdr(table, &header) == nullptr || header.sh_type != SHT_STRTAB) return "";
+  const Elf_Data* const data = elf_getdata(table, nullptr);
+  if (data == nullptr || data->d_buf == nullptr || offset >= data->d_size) return "";
+  const auto at = static_cast<std::size_t>(offset);
+  const char* const text = static_cast<const char*>(data->d_buf) + at;
+  return std::string(text, ::strnlen(text, std::min(kLongestText, data->d_size - at)));
 }
 
 std::uint64_t ElfImage::size() const {

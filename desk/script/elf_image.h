@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "desk/base/files.h"
 
@@ -29,13 +30,16 @@ class ElfImage {
     Elf_Data* data;
     /// d_size / sh_entsize.
     int count() const;
+    std::string_view bytes() const { return {static_cast<const char*>(data->d_buf), data->d_size}; }
   };
 
-  /// The first section of the type, if there is one with contents.
+  /// Those of the type that have contents, and the first of them.
+  std::vector<Section> sections(GElf_Word type) const;
   std::optional<Section> section(GElf_Word type) const;
   void forEachSegment(const std::function<void(const GElf_Phdr&)>& visit) const;
 
-  /// The text at `offset` of the string table that `section` refers to; empty when there is none.
+  /// The text at `offset` of the string table that `section` refers to, up to 4096 bytes of it;
+  /// empty when there is none.
   std::string text(const Section& section, GElf_Xword offset) const;
 
   std::uint64_t size() const;
