@@ -16,6 +16,13 @@ bool isControl(std::uint32_t codePoint) {
   return codePoint < 0x20 || (codePoint >= 0x7F && codePoint <= 0x9F);
 }
 
+/// Overrides and isolates of the writing direction, which turn around what stands behind them, and
+/// the separators that end a line.
+bool turnsTextAround(std::uint32_t codePoint) {
+  return (codePoint >= 0x2028 && codePoint <= 0x202E) ||
+         (codePoint >= 0x2066 && codePoint <= 0x2069);
+}
+
 void spellOut(std::string& out, char byte) {
   constexpr char kDigits[] = "0123456789abcdef";
   const auto value = static_cast<unsigned char>(byte);
@@ -71,7 +78,8 @@ std::string escapeControls(std::string_view text) {
     const std::size_t size = utf8CharacterSize(text, at);
     const std::string_view character = text.substr(at, std::max<std::size_t>(size, 1));
     const char* start = character.data();
-    if (size != 0 && !isControl(utf8::unchecked::next(start))) {
+    const std::uint32_t codePoint = size == 0 ? 0 : utf8::unchecked::next(start);
+    if (size != 0 && !isControl(codePoint) && !turnsTextAround(codePoint)) {
       out += character;
     } else {
       for (const char byte : character) spellOut(out, byte);
@@ -87,7 +95,8 @@ std::string xmlText(std::string_view text) {
   for (auto at = valid.cbegin(); at != valid.cend();) {
     std::uint32_t codePoint = utf8::unchecked::next(at);
     if (isControl(codePoint)) codePoint = ' ';
-    if (codePoint == 0xFFFE || codePoint == 0xFFFF) codePoint = kReplacement;
+    const bool hasNoPlace = codePoint == 0xFFFE || codePoint == 0xFFFF;
+    if (hasNoPlace || turnsTextAround(codePoint)) codePoint = kReplacement;
     utf8::unchecked::append(codePoint, std::back_inserter(clean));
   }
   return clean;
@@ -112,6 +121,21 @@ std::string joined(const std::vector<std::string>& texts, std::string_view betwe
     all += texts[i];
   }
   return all;
+}
+
+std::string wrapped(const std::string& text, std::size_t columns, std::size_t indent) {
+  std::string lines;
+  std::size_t start = 0;
+  std::size_t room = columns;
+  while (text.size() - start > room) {
+    std::size_t blank = text.rfind(' ', start + room);
+    if (blank == std::string::npos || blank <= start) blank = text.find(' ', start);
+    if (blank == std::string::npos) break;
+    lines += text.substr(start, blank - start) + "\n" + std::string(indent, ' ');
+    start = blank + 1;
+    room = columns - indent;
+  }
+  return lines + text.substr(start) + "\n";
 }
 
 std::string countText(std::size_t count, const std::string& word) {

@@ -21,8 +21,8 @@ bool isUtf8(std::string_view text);
 /// `text` with one U+FFFD for each sequence that is not well formed.
 std::string asUtf8(std::string_view text);
 
-/// `text` with control characters and bytes that are no UTF-8 spelled out, as in "\n" or "\x1b".
-/// A backslash stays as it is.
+/// `text` with control characters, those that turn the text behind them around, and bytes that are
+/// no UTF-8 spelled out, as in "\n" or "\x1b". A backslash stays as it is.
 std::string escapeControls(std::string_view text);
 
 /// `text` as UTF-8 that an XML document may hold and a line of text can show: control characters
@@ -37,6 +37,10 @@ bool isBlank(std::string_view text);
 
 /// The texts one behind the other with `between` between them.
 std::string joined(const std::vector<std::string>& texts, std::string_view between);
+
+/// The text in lines of up to `columns` bytes, broken at blanks, each with a line end. Lines behind
+/// the first start with `indent` blanks.
+std::string wrapped(const std::string& text, std::size_t columns = 80, std::size_t indent = 0);
 
 /// "1 piece", "2 pieces"
 std::string countText(std::size_t count, const std::string& word);

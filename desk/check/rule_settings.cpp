@@ -20,19 +20,6 @@ constexpr Level kLevels[] = {{"off", std::nullopt},
                              {"warning", Severity::Warning},
                              {"error", Severity::Error}};
 
-/// The text in lines of up to 80 characters, each with a line end.
-std::string wrapped(const std::string& text) {
-  constexpr std::size_t kLongest = 80;
-  std::string lines;
-  std::size_t start = 0;
-  while (text.size() - start > kLongest) {
-    const std::size_t blank = text.rfind(' ', start + kLongest);
-    lines += text.substr(start, blank - start) + "\n";
-    start = blank + 1;
-  }
-  return lines + text.substr(start) + "\n";
-}
-
 }  // namespace
 
 std::vector<std::string> ruleIds() {

@@ -6,7 +6,10 @@
 
 #include "desk/base/errors.h"
 #include "desk/commands/commands.h"
+#include "desk/editor/module_notes.h"
 #include "desk/job/job_file.h"
+#include "desk/repl/help.h"
+#include "desk/repl/interrupt.h"
 #include "desk/repl/repl.h"
 #include "desk/repl/terminal_lines.h"
 #include "desk/show/script_answers.h"
@@ -21,7 +24,10 @@ constexpr char kBanner[] =
     "cusdesk " CUSDESK_VERSION ", " LUA_RELEASE
     "\n"
     "job = require \"cus_ParseModule\"    Tab completes, Ctrl-C interrupts, Ctrl-D ends\n";
-constexpr char kHint[] = "Try: job.getjson_Flash(\"window.json\")   job.get_cut(\"1\")\n";
+constexpr char kHint[] = "Try: job.getjson_Flash(\"window.json\")   job.get_cut(\"1\")   help()\n";
+constexpr char kHelpEnd[] =
+    "help(job.get_cut) tells more of one. Tab names the fields of a table behind its dot.\n"
+    "exit() or Ctrl-D ends.\n";
 
 /// Standard input where it is no terminal.
 class PlainLines : public repl::LineSource {
@@ -31,9 +37,15 @@ class PlainLines : public repl::LineSource {
   }
 };
 
-void shortenModule(lua_State* L) {
-  lua_getglobal(L, "cus_ParseModule");
+/// What the prompt has beyond a script's globals: the module's short name, help, exit and quit.
+void addGlobals(lua_State* L) {
+  lua_getglobal(L, editor::kModuleName);
   lua_setglobal(L, kShortName);
+  std::vector<std::pair<std::string, std::string>> texts;
+  for (const script_functions::Words& words : editor::functionNotes()) {
+    texts.emplace_back(words.name, editor::helpOf(words));
+  }
+  repl::addHelp(L, kShortName, texts, editor::moduleHelp(kShortName) + kHelpEnd);
 }
 
 int prompt(script::ScriptEngine& engine, const repl::PromptCode& code, const Arguments& arguments) {
@@ -58,7 +70,8 @@ int run(const Arguments& arguments) {
       plugin, raw ? script::ModuleErrors::Raw : script::ModuleErrors::Guarded,
       arguments.has("verbose") ? script::PluginLines::StandardError : script::PluginLines::Dropped);
   const repl::PromptCode promptCode(engine.state());  // before a script can change what it keeps
-  shortenModule(engine.state());
+  repl::letInterruptReach(engine.state());
+  addGlobals(engine.state());
   if (arguments.has("job")) {
     show::loadJob(engine, job::presentJob(arguments.value("job")).name);
     lua_settop(engine.state(), 0);

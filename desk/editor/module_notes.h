@@ -1,6 +1,6 @@
 // The script module in words: its functions, the rows they answer with and the codes of a load.
-// Functions and rows say themselves what
-// they are; the codes are described here.
+// Functions and rows say
+// themselves what they are; the codes are described here.
 #pragma once
 
 #include <string>
@@ -36,6 +36,16 @@ extern const char* const kModuleName;
 
 /// The functions, those that load first.
 std::vector<script_functions::Words> functionNotes();
+
+/// What the prompt's help says of a function, in lines for a terminal: its arguments and the keys of
+/// its rows.
+std::string helpOf(const script_functions::Words& words);
+
+/// The functions under the module's short name, each with a line.
+std::string moduleHelp(const std::string& shortName);
+
+/// How long the lines of these texts are.
+constexpr std::size_t kHelpColumns = 78;
 
 /// The kinds of rows. Keys and types are those of the script commands.
 std::vector<RowType> rowTypes();

@@ -9,21 +9,23 @@ namespace desk::repl {
 namespace {
 
 volatile std::sig_atomic_t hasNoted = 0;
+volatile std::sig_atomic_t isStopped = 0;
 lua_State* volatile running = nullptr;
 
 void note(int) {
   hasNoted = 1;
 }
 
-void raise(lua_State* L, lua_Debug*) {
-  lua_sethook(L, nullptr, 0, 0);
-  luaL_error(L, "interrupted!");
+void raiseIfStopped(lua_State* L, lua_Debug*) {
+  if (isStopped != 0) luaL_error(L, "interrupted!");
 }
 
-/// Setting a hook is the one thing that a signal may do to a running script state.
+/// Setting a hook is the one thing that a signal may do to a running script state. It replaces a
+/// script's own hook; a coroutine that runs has the hook that it was made with.
 void stopScript(int signal) {
   std::signal(signal, SIG_DFL);
-  lua_sethook(running, raise, LUA_MASKCALL | LUA_MASKRET | LUA_MASKCOUNT, 1);
+  isStopped = 1;
+  lua_sethook(running, raiseIfStopped, LUA_MASKCALL | LUA_MASKRET | LUA_MASKCOUNT, 1);
 }
 
 struct sigaction handlerOf(void (*handler)(int)) {
@@ -63,6 +65,11 @@ bool NotedInterrupt::waitForInput(int file) const {
   return false;
 }
 
+void letInterruptReach(lua_State* L) {
+  constexpr int kInstructions = 10000;  // between two looks: nobody feels them, nor the wait
+  lua_sethook(L, raiseIfStopped, LUA_MASKCOUNT, kInstructions);
+}
+
 ScriptInterrupt::ScriptInterrupt(lua_State* L) {
   running = L;
   const struct sigaction action = handlerOf(stopScript);
@@ -71,7 +78,8 @@ ScriptInterrupt::ScriptInterrupt(lua_State* L) {
 
 ScriptInterrupt::~ScriptInterrupt() {
   sigaction(SIGINT, &before_, nullptr);
-  lua_sethook(running, nullptr, 0, 0);
+  if (isStopped != 0) letInterruptReach(running);
+  isStopped = 0;
   running = nullptr;
 }
 

@@ -26,8 +26,13 @@ class NotedInterrupt {
   sigset_t maskBefore_{};
 };
 
-/// While it lives, Ctrl-C raises "interrupted!" in what the script state runs. A second one, where
-/// the first has not helped, ends the program.
+/// Lets a ScriptInterrupt reach this script state and every coroutine that is made in it from now
+/// on. A script that sets a hook of its own in a coroutine takes that away there.
+void letInterruptReach(lua_State* L);
+
+/// While it lives, Ctrl-C raises "interrupted!" in what the script state runs, again and again
+/// where that is caught, until the state is back at its caller. A second one, where the first has
+/// not helped, ends the program.
 class ScriptInterrupt {
  public:
   explicit ScriptInterrupt(lua_State* L);

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
-#include "desk/base/terminal.h"
+#include "desk/base/command_line.h"
 #include "desk/base/errors.h"
+#include "desk/base/terminal.h"
 #include "desk/base/text.h"
 #include "desk/repl/completion.lua.h"
 #include "desk/repl/values.lua.h"
@@ -38,6 +39,31 @@ int width(lua_State* L) {
   return 1;
 }
 
+int escaped(lua_State* L) {
+  const std::string text = escapeControls(textAt(L, 1));
+  lua_pushlstring(L, text.data(), text.size());
+  return 1;
+}
+
+std::vector<std::string> listAt(lua_State* L, int index) {
+  std::vector<std::string> texts;
+  const auto count = static_cast<lua_Integer>(lua_rawlen(L, index));
+  for (lua_Integer i = 1; i <= count; ++i) {
+    lua_rawgeti(L, index, i);
+    texts.push_back(textAt(L, -1));
+    lua_pop(L, 1);
+  }
+  return texts;
+}
+
+/// Of the names in a list; nil when none is near.
+int nearestName(lua_State* L) {
+  const std::string near = nearest(textAt(L, 1), listAt(L, 2));
+  if (near.empty()) return 0;
+  lua_pushstring(L, near.c_str());
+  return 1;
+}
+
 /// Keeps a script's hook away from what runs while it lives, but not Ctrl-C, which sets one.
 class WithoutHook {
  public:
@@ -62,19 +88,21 @@ void loadChunk(lua_State* L, std::string_view code, const char* name) {
   if (luaL_loadbufferx(L, code.data(), code.size(), name, "t") != LUA_OK) lua_error(L);
 }
 
-/// Leaves complete and valueText on the stack.
+/// Leaves meant, complete and valueText on the stack.
 int load(lua_State* L) {
-  loadChunk(L, completion_lua, "=completion.lua");
-  lua_call(L, 0, 2);  // complete, isName
-  loadChunk(L, values_lua, "=values.lua");
-  lua_insert(L, -2);  // complete, chunk, isName
-  const luaL_Reg natives[] = {{"characterSize", characterSize},
-                              {"fitted", fittedText},
-                              {"width", width},
-                              {nullptr, nullptr}};
+  const luaL_Reg natives[] = {
+      {"characterSize", characterSize}, {"escaped", escaped}, {"fitted", fittedText},
+      {"nearest", nearestName},         {"width", width},     {nullptr, nullptr}};
   luaL_newlib(L, natives);
-  lua_call(L, 2, 1);  // complete, valueText
-  return 2;
+  loadChunk(L, completion_lua, "=completion.lua");
+  lua_pushvalue(L, 1);
+  lua_call(L, 1, 3);  // natives, complete, isName, meant
+  lua_insert(L, 2);   // natives, meant, complete, isName
+  loadChunk(L, values_lua, "=values.lua");
+  lua_insert(L, -2);    // natives, meant, complete, chunk, isName
+  lua_pushvalue(L, 1);  // natives, meant, complete, chunk, isName, natives
+  lua_call(L, 2, 1);    // natives, meant, complete, valueText
+  return 3;
 }
 
 void pushLimits(lua_State* L, const Limits& limits) {
@@ -91,6 +119,8 @@ void pushLimits(lua_State* L, const Limits& limits) {
     lua_pushinteger(L, field.value);
     lua_setfield(L, -2, field.name);
   }
+  lua_pushboolean(L, limits.rawTexts ? 1 : 0);
+  lua_setfield(L, -2, "rawTexts");
 }
 
 struct Query {
@@ -105,12 +135,24 @@ int runQuery(lua_State* L) {
   lua_pushlstring(L, query.beforeCursor.data(), query.beforeCursor.size());
   lua_call(L, 1, 2);  // how much is typed, words
   query.found.typed = static_cast<std::size_t>(lua_tointeger(L, -2));
-  const auto count = static_cast<lua_Integer>(lua_rawlen(L, -1));
-  for (lua_Integer i = 1; i <= count; ++i) {
-    lua_rawgeti(L, -1, i);
-    query.found.words.push_back(textAt(L, -1));
-    lua_pop(L, 1);
-  }
+  query.found.words = listAt(L, lua_gettop(L));
+  return 0;
+}
+
+struct Riddle {
+  int function;  ///< in the registry
+  const std::string& chunk;
+  const std::string& failure;  ///< empty for none
+  std::string answer;
+};
+
+int runRiddle(lua_State* L) {
+  auto& riddle = *static_cast<Riddle*>(lua_touserdata(L, 1));
+  lua_rawgeti(L, LUA_REGISTRYINDEX, riddle.function);
+  lua_pushlstring(L, riddle.chunk.data(), riddle.chunk.size());
+  if (!riddle.failure.empty()) lua_pushstring(L, riddle.failure.c_str());
+  lua_call(L, riddle.failure.empty() ? 1 : 2, 1);
+  if (lua_isstring(L, -1) != 0) riddle.answer = textAt(L, -1);
   return 0;
 }
 
@@ -128,9 +170,10 @@ std::string Completions::common() const {
 
 PromptCode::PromptCode(lua_State* L) : L_(L) {
   lua_pushcfunction(L, load);
-  if (lua_pcall(L, 0, 2, 0) != LUA_OK) throw Error(kExitIoError, lua_tostring(L, -1));
+  if (lua_pcall(L, 0, 3, 0) != LUA_OK) throw Error(kExitIoError, lua_tostring(L, -1));
   valueText_ = luaL_ref(L, LUA_REGISTRYINDEX);
   complete_ = luaL_ref(L, LUA_REGISTRYINDEX);
+  meant_ = luaL_ref(L, LUA_REGISTRYINDEX);
 }
 
 std::string PromptCode::valueText(int index, const Limits& limits) const {
@@ -154,6 +197,15 @@ Completions PromptCode::complete(std::string_view beforeCursor) const {
   if (lua_pcall(L_, 1, 0, 0) == LUA_OK) return query.found;
   lua_pop(L_, 1);
   return {};
+}
+
+std::string PromptCode::meant(const std::string& chunk, const std::string& failure) const {
+  const WithoutHook noHook(L_);
+  Riddle riddle{meant_, chunk, failure, {}};
+  lua_pushcfunction(L_, runRiddle);
+  lua_pushlightuserdata(L_, &riddle);
+  if (lua_pcall(L_, 1, 0, 0) != LUA_OK) lua_pop(L_, 1);
+  return riddle.answer;
 }
 
 }  // namespace desk::repl

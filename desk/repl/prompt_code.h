@@ -15,7 +15,9 @@ struct Limits {
   int entries = 30;       ///< of one table; the others are counted
   int depth = 4;          ///< of tables within tables
   int values = 1000;      ///< altogether
-  int textColumns = 200;  ///< of one text in a table
+  int textColumns = 200;  ///< of one text
+  bool rawTexts =
+      false;  ///< a text that is all there is, and what __tostring says, stay as they are
 };
 
 struct Completions {
@@ -34,9 +36,10 @@ class PromptCode {
   /// outlive it. Throws Error when memory is short.
   explicit PromptCode(lua_State* L);
 
-  /// The value at `index`: a text as it is, a table with what it holds, everything else as
-  /// `tostring` has it. Sequences come first, then keys in order; a table within itself is shown as
-  /// a cycle. Metamethods other than __tostring and __name are not called. May raise a Lua error.
+  /// The value at `index`: a text between quotation marks, a table with what it holds, everything
+  /// else as `tostring` has it, with what could harm a terminal spelled out. Sequences come first,
+  /// then keys in order; a table within itself is shown as a cycle. Metamethods other than
+  /// __tostring and __name are not called. May raise a Lua error.
   std::string valueText(int index, const Limits& limits) const;
 
   /// Completes the name before the cursor: of a global or a word of the language, or behind "." and
@@ -44,10 +47,15 @@ class PromptCode {
   /// tables that stand for them as __index. Nothing when memory is short.
   Completions complete(std::string_view beforeCursor) const;
 
+  /// The name that was meant by one in `chunk` that has no value: the one that a failure of Lua's
+  /// is about, or, without one, a chunk that is a field alone. Empty when nothing is near.
+  std::string meant(const std::string& chunk, const std::string& failure) const;
+
  private:
   lua_State* L_;
   int valueText_ = LUA_NOREF;  ///< in the registry
   int complete_ = LUA_NOREF;
+  int meant_ = LUA_NOREF;
 };
 
 }  // namespace desk::repl

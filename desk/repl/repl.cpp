@@ -17,6 +17,7 @@ int writeValues(lua_State* L) {
   const auto& code = *static_cast<const PromptCode*>(lua_touserdata(L, lua_upvalueindex(1)));
   Limits limits;
   const Terminal terminal = terminalOf(stdout);
+  limits.rawTexts = !terminal.isTerminal;
   if (terminal.isTerminal) limits.columns = static_cast<int>(terminal.columns);
   std::string all;
   const int count = lua_gettop(L);
@@ -33,7 +34,9 @@ int writeValues(lua_State* L) {
 }  // namespace
 
 Repl::Repl(script::ScriptEngine& engine, const PromptCode& code, LineSource& lines, Mode mode)
-    : engine_(engine), code_(code), lines_(lines), mode_(mode) {}
+    : engine_(engine), code_(code), lines_(lines), mode_(mode) {
+  engine_.reportTo([this](const std::string& failure) { report(failure); });
+}
 
 bool Repl::run() {
   for (;;) {
@@ -46,9 +49,9 @@ bool Repl::run() {
 }
 
 Repl::Step Repl::step() {
-  std::string text;
-  const Step chunk = readChunk(text);
-  if (chunk != Step::Done || text.empty()) return chunk;
+  chunk_.clear();
+  const Step chunk = readChunk(chunk_);
+  if (chunk != Step::Done || chunk_.empty()) return chunk;
   return evaluate() ? Step::Done : Step::Failed;
 }
 
@@ -71,15 +74,32 @@ Repl::Step Repl::readChunk(std::string& text) {
   }
   if (chunk == Chunk::Ready) return Step::Done;
   if (chunk == Chunk::Incomplete) luaL_loadbuffer(L, text.data(), text.size(), "=stdin");
-  std::fflush(stdout);
-  std::fprintf(stderr, "cusdesk: %s\n", lua_tostring(L, -1));
+  script::writeFailure(lua_tostring(L, -1));
   return Step::Failed;
 }
 
 bool Repl::evaluate() {
+  lua_State* L = engine_.state();
   std::optional<ScriptInterrupt> interrupt;
-  if (mode_ == Mode::Prompt) interrupt.emplace(engine_.state());
-  return engine_.call(0) && show(lua_gettop(engine_.state()));
+  if (mode_ == Mode::Prompt) interrupt.emplace(L);
+  if (!engine_.call(0)) return false;
+  const bool isNil = lua_gettop(L) == 1 && lua_isnil(L, 1);
+  if (!show(lua_gettop(L))) return false;
+  if (isNil) hint("");
+  return true;
+}
+
+void Repl::report(const std::string& failure) const {
+  script::writeFailure(failure);
+  hint(failure);
+}
+
+/// Names what may have been meant by a name without a value.
+void Repl::hint(const std::string& failure) const {
+  const std::string meant = code_.meant(chunk_, failure);
+  if (meant.empty()) return;
+  std::fflush(stdout);
+  std::fprintf(stderr, "cusdesk: did you mean '%s'?\n", meant.c_str());
 }
 
 bool Repl::show(int count) {

@@ -27,6 +27,8 @@ class Repl {
 
   Step step();
   Step readChunk(std::string& text);
+  void report(const std::string& failure) const;
+  void hint(const std::string& failure) const;
   bool evaluate();
   bool show(int count);
   std::string prompt(const char* global, const char* otherwise) const;
@@ -35,6 +37,7 @@ class Repl {
   const PromptCode& code_;
   LineSource& lines_;
   const Mode mode_;
+  std::string chunk_;  ///< that runs, or ran last
 };
 
 }  // namespace desk::repl

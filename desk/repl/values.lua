@@ -3,14 +3,15 @@
 -- Takes what it calls when it is loaded, as scripts may change any global, and calls no metamethod but
 -- __tostring. Returns valueText.
 local isName, native = ...
-local characterSize, fitted, width = native.characterSize, native.fitted, native.width
-local byte, find, format, rep, sub = string.byte, string.find, string.format, string.rep, string.sub
+local characterSize, escaped = native.characterSize, native.escaped
+local fitted, width = native.fitted, native.width
+local find, gsub, rep, sub = string.find, string.gsub, string.rep, string.sub
 local concat, insert = table.concat, table.insert
 local next, rawget, rawlen, tostring, type = next, rawget, rawlen, tostring, type
 local getmetatable, numberType = debug.getmetatable, math.type
 
 local indentation = 2
-local escapes = {['"'] = '\\"', ["\\"] = "\\\\", ["\n"] = "\\n"}
+local escapes = {['"'] = '\\"', ["\\"] = "\\\\"}
 
 -- As Lua source has it, but with all characters that can be seen as they are.
 local function quoted(text)
@@ -18,8 +19,7 @@ local function quoted(text)
   while at <= #text do
     local size = characterSize(text, at)  -- 0: no UTF-8
     local character = sub(text, at, at + (size == 0 and 0 or size - 1))
-    local unseen = size == 0 or find(character, "^[\0-\31\127]")
-    out[#out + 1] = escapes[character] or unseen and format("\\x%02x", byte(character)) or character
+    out[#out + 1] = escapes[character] or escaped(character)
     at = at + #character
   end
   return '"' .. concat(out) .. '"'
@@ -47,10 +47,10 @@ local function comesBefore(a, b)
   return a.text < b.text
 end
 
--- The text for `value`: a text as it is, a table with what it holds, all else as tostring has it. Of
--- `limits` see values.h.
+-- The text for `value`: a table with what it holds, all else as tostring has it. Of `limits` see
+-- prompt_code.h.
 local function valueText(value, limits)
-  if type(value) == "string" then return value end
+  if type(value) == "string" and limits.rawTexts then return value end
   local depths, depth, values = {}, 0, 0  -- depths: of the tables around the value at hand
   local write
 
@@ -108,7 +108,9 @@ local function valueText(value, limits)
     if type(value) == "string" then return text(value) end
     local metatable = getmetatable(value)
     local hasOwnText = metatable and rawget(metatable, "__tostring") ~= nil
-    if type(value) ~= "table" or hasOwnText then return tostring(value) end
+    if type(value) ~= "table" or hasOwnText then
+      return limits.rawTexts and tostring(value) or (gsub(tostring(value), "[^\n]+", escaped))
+    end
     if depths[value] then return "<cycle: " .. depth - depths[value] + 1 .. " up>" end
     if depth == limits.depth or values > limits.values then return "{…}" end
     depth = depth + 1

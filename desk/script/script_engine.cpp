@@ -76,12 +76,12 @@ int traceback(lua_State* L) {
   return 1;
 }
 
+}  // namespace
+
 void writeFailure(const std::string& failure) {
   std::fflush(stdout);
   std::fprintf(stderr, "cusdesk: %s\n", failure.c_str());
 }
-
-}  // namespace
 
 ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLines lines)
     : state_(luaL_newstate()), report_(writeFailure) {

@@ -24,6 +24,9 @@ enum class PluginLines {
   StandardError,
 };
 
+/// What becomes of a failure that nobody else reports: it goes to standard error.
+void writeFailure(const std::string& failure);
+
 /// One script state: Lua with its standard libraries and the module registered.
 class ScriptEngine {
  public:

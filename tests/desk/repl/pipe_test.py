@@ -28,6 +28,14 @@ class Pipe(unittest.TestCase):
             ("for i = 1, 2 do", 1, "", "cusdesk: stdin:1: 'end' expected near <eof>\n"),
             ("job.getjson_Flash('a.js')\n1", 1, "", "cusdesk: stdin:1: getjson_Flash: basic_"),
             ("os.exit(7)", 7, "", ""),
+            ("quit(7)", 7, "", ""),
+            ("'\\27[1m'", 0, "\33[1m\n", ""),
+            ("help(job.save_cutCurIndex)", 0, "save_cutCurIndex(first, second)\n"
+             "Writes two texts to the progress file, a line each.\n"
+             "  first   first line\n  second  second line\n"
+             "Answers with the second text, whether or not the file could be written.\n", ""),
+            ("pritn(1)", 1, "", "cusdesk: stdin:1: attempt to call a nil value (global 'pritn')\n"
+             "stack traceback:\n\tstdin:1: in main chunk\ncusdesk: did you mean 'print'?\n"),
             ("setmetatable(_G, {__index = error}) x = 1\nx", 0, "1\n", ""),
         ]:
             answer = run(text)

@@ -48,7 +48,7 @@ TEST_F(ReplTest, ValuesAreShownAsPeopleReadThem) {
     const char* expression;
     const char* text;
   } kCases[] = {
-      {"'窗\\n\"'", "窗\n\""},
+      {"'窗\\n\"'", R"("窗\n\"")"},
       {"nil", "nil"},
       {"1.0", "1.0"},
       {"{}", "{}"},

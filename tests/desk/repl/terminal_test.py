@@ -90,23 +90,29 @@ class Repl(unittest.TestCase):
     def test_expressions_print_and_statements_do_not(self):
         terminal = self.open()
         self.assertRegex(self.greeting, r'^cusdesk [\d.]+, Lua 5\.3\.\d\r\njob = require "cus_')
-        for line, answer in [("1 + 1", ["2"]), ("=1, nil, 'a'", ["1\tnil\ta"]), ("x = 5", []),
-                             ("x", ["5"]), ("", []), ("print('a')", ["a"]), ("arg[0]", ["cusdesk"]),
+        for line, answer in [("1 + 1", ["2"]), ("=1, nil, 'a'", ["1\tnil\t\"a\""]), ("x = 5", []),
+                             ("x", ["5"]), ("", []), ("print('a')", ["a"]), ("arg[0]", ['"cusdesk"']),
                              ("job == require('cus_ParseModule')", ["true"]),
-                             ("t = {1} t.me = t", []), ("t", ["{1, me = <cycle: 1 up>}"])]:
+                             ("t = {1} t.me = t", []), ("t", ["{1, me = <cycle: 1 up>}"]),
+                             ("'\\27]0;x\\7\\u{202e}'", [r'"\x1b]0;x\x07\xe2\x80\xae"']),
+                             ("setmetatable({}, {__tostring = function() return '\\27c' end})",
+                              [r"\x1bc"]),
+                             ("('x'):rep(1e6)", ['"' + "x" * 198 + '…" (1000000 bytes)']),
+                             ("exit", ["Use exit() or Ctrl-D to end."]),
+                             ("job.get_cuts", ["nil\r\ncusdesk: did you mean 'job.get_cut'?"])]:
             self.assertEqual(terminal.ask(line), answer, line)
 
     def test_module_answers_without_the_plug_in_s_lines(self):
         terminal = self.open()
         self.assertEqual(terminal.ask('job.getjson_Flash("window.json")'),
                          ['{errorCode = 0, info = "文件解析成功"}'])
-        self.assertEqual(terminal.ask('job.get_cut("1")[1].BarName'), ["65系列外框"])
+        self.assertEqual(terminal.ask('job.get_cut("1")[1].BarName'), ['"65系列外框"'])
 
     def test_wide_characters_are_edited_one_at_a_time(self):
         terminal = self.open()
         self.assertEqual(terminal.ask('"外框窗"' + LEFT * 2 + DELETE + "扇" + LEFT * 2 + "65"),
-                         ["65外扇窗"])
-        self.assertEqual(terminal.ask('"外框窗"' + LEFT * 3 + DELETE), ["框窗"])
+                         ['"65外扇窗"'])
+        self.assertEqual(terminal.ask('"外框窗"' + LEFT * 3 + DELETE), ['"框窗"'])
 
     def test_continuation_goes_on_until_the_chunk_is_whole(self):
         terminal = self.open()
@@ -130,7 +136,7 @@ class Repl(unittest.TestCase):
         ]:
             answer = terminal.ask(line)
             self.assertTrue(answer and answer[0].startswith(message), (line, answer))
-        self.assertEqual(terminal.ask("'still here'"), ["still here"])
+        self.assertEqual(terminal.ask("'still here'"), ['"still here"'])
 
     def test_interrupt_clears_lines_and_stops_scripts(self):
         terminal = self.open()
@@ -141,10 +147,13 @@ class Repl(unittest.TestCase):
         terminal.type("1," + INTERRUPT)
         terminal.expect(PROMPT)
         self.assertEqual(terminal.ask("x"), ["nil"])
-        terminal.type("print('go') while true do end\r")
-        terminal.expect("\r\ngo\r\n")
-        terminal.type(INTERRUPT)
-        self.assertIn("interrupted!\r\nstack traceback:", terminal.expect(PROMPT))
+        terminal.ask("endless = 'print(\"go\") while true do end' step = coroutine.wrap(load(endless))")
+        for line in ("print('go') while true do end", "step()", "coroutine.wrap(load(endless))()",
+                     "while true do pcall(load(endless)) end"):
+            terminal.type(line + "\r")
+            terminal.expect("\r\ngo\r\n")
+            terminal.type(INTERRUPT)
+            self.assertIn("interrupted!\r\nstack traceback:", terminal.expect(PROMPT), line)
         self.assertEqual(terminal.ask("1"), ["1"])
 
     def test_tab_completes_names(self):
@@ -163,13 +172,13 @@ class Repl(unittest.TestCase):
         terminal = self.open()
         terminal.ask("'外框' .. 1")
         terminal.ask("2 + 2")
-        self.assertEqual(terminal.ask(UP + UP), ["外框1"])
+        self.assertEqual(terminal.ask(UP + UP), ['"外框1"'])
         terminal.type("os.exit(3)\r")
         self.assertEqual(terminal.wait(), 3)
         kept = pathlib.Path(self.folder, ".local/state/cusdesk/repl_history")
         self.assertEqual(kept.stat().st_mode & 0o077, 0)
         terminal = self.open()
-        self.assertEqual(terminal.ask(UP + UP), ["外框1"])
+        self.assertEqual(terminal.ask(UP + UP), ['"外框1"'])
         self.assertTrue(terminal.ask(SEARCH + "2 +")[0].endswith("\r\n4"))
 
     def test_history_is_kept_where_a_link_leads_and_replaces_no_device(self):
@@ -198,7 +207,7 @@ class Repl(unittest.TestCase):
         script = pathlib.Path(self.folder, "first.lua")
         script.write_text("loaded = arg[1] .. ...", encoding="utf-8")
         terminal = self.open(str(script), "a")
-        self.assertEqual(terminal.ask("loaded"), ["aa"])
+        self.assertEqual(terminal.ask("loaded"), ['"aa"'])
 
     def test_poor_terminals_and_homeless_users_get_a_prompt_too(self):
         terminal = self.open(TERM="dumb", HOME="", LC_ALL="C")
