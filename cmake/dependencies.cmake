@@ -26,6 +26,7 @@ endforeach()
 if(CUS_BUILD_DESK)
   pkg_check_modules(libcurl REQUIRED IMPORTED_TARGET GLOBAL libcurl)
   pkg_check_modules(libedit REQUIRED IMPORTED_TARGET GLOBAL libedit)
+  pkg_check_modules(expat REQUIRED IMPORTED_TARGET GLOBAL expat)
   pkg_check_modules(libelf REQUIRED IMPORTED_TARGET GLOBAL libelf)
   if(CUS_PANEL_PAGE)
     # Without pkg-config, which wants the files of GnuTLS for it that no build here needs.

@@ -76,7 +76,7 @@ very plug-in that goes to the controller, and examines plug-ins before they go t
 # Named here and not found out by dpkg-shlibdeps, which knows only this machine's architecture. The
 # test compares the list with what the program needs.
 set(CPACK_DEBIAN_DESK_PACKAGE_DEPENDS
-    "libc6 (>= 2.36), libstdc++6 (>= 12), libgcc-s1, libcurl4, libedit2, libelf1, libjsoncpp25, liblua5.3-0, libmicrohttpd12, libtinyxml2-9")
+    "libc6 (>= 2.36), libstdc++6 (>= 12), libgcc-s1, libcurl4, libedit2, libelf1, libexpat1, libjsoncpp25, liblua5.3-0, libmicrohttpd12, libtinyxml2-9")
 # a browser for the panel's page, and its pictures as PNG
 set(CPACK_DEBIAN_DESK_PACKAGE_RECOMMENDS "xdg-utils, librsvg2-bin")
 

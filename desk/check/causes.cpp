@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <string_view>
 #include <tuple>
 #include <utility>
 
@@ -25,6 +26,7 @@ class Causes {
   Causes(const Findings& findings, std::size_t from, model::JobFormat format) {
     for (std::size_t i = from; i < findings.size(); ++i) {
       const Finding& finding = findings[i];
+      places_.emplace(std::make_pair(std::string_view(finding.rule), finding.place.at.line), i);
       if (finding.rule == rules::kNotAnObject) add(finding.element, "", i);
       if (finding.loses.empty()) continue;
       add(finding.element, finding.loses, i);
@@ -35,6 +37,10 @@ class Causes {
 
   /// The first cause of all that a finding tells to be missing; -1 where something has none.
   std::ptrdiff_t of(const Finding& finding) const {
+    if (finding.cause.rule != nullptr) {
+      const auto found = places_.find({finding.cause.rule, finding.cause.line});
+      return found == places_.end() ? -1 : static_cast<std::ptrdiff_t>(found->second);
+    }
     std::ptrdiff_t first = -1;
     const auto covers = [&](const std::string& key) {
       auto found = known_.find(missing(finding.element, key));
@@ -55,6 +61,7 @@ class Causes {
   }
 
   std::map<Missing, std::ptrdiff_t> known_;
+  std::map<std::pair<std::string_view, int>, std::size_t> places_;
 };
 
 }  // namespace

@@ -7,10 +7,13 @@
 #include <tuple>
 
 #include "desk/base/text.h"
+#include "desk/check/advice.h"
+#include "desk/check/appearance.h"
 #include "desk/check/causes.h"
 #include "desk/check/job_rules.h"
 #include "desk/host/documents.h"
 #include "desk/job/rules.h"
+#include "desk/job/strict_xml.h"
 #include "desk/job/zero_references.h"
 
 namespace desk::check {
@@ -27,11 +30,12 @@ bool standsBefore(const Finding& a, const Finding& b) {
   return key(a) < key(b);
 }
 
-/// Whether a text starts as UTF-16 does: with a byte order mark, or with a character of ASCII.
-bool isUtf16(const std::string& bytes) {
-  const std::string start = bytes.substr(0, 2);
-  return start == "\xFF\xFE" || start == "\xFE\xFF" ||
-         (start.size() == 2 && (start[0] == '\0') != (start[1] == '\0'));
+/// Whether a text means the same in UTF-8 and in the encoding that an XML document names.
+bool readsAlike(const std::string& encoding, const std::string& bytes) {
+  const std::string name = simplified(encoding);
+  if (name.empty() || name == "utf8") return true;
+  const auto isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+  return !startsWith(name, "utf") && std::all_of(bytes.begin(), bytes.end(), isAscii);
 }
 
 /// Keeps the first of the findings of a rule and says in it how often there are more.
@@ -97,9 +101,9 @@ void CheckSession::checkName(const std::string& file) {
 
 void CheckSession::checkEncoding() {
   const std::string& bytes = source().bytes();
-  if (isUtf16(bytes)) {
+  if (const std::string name = utf16Name(bytes); !name.empty()) {
     add(rules::kNotUtf8, Severity::Error, source().position(0),
-        "UTF-16, which no reader takes: save the file as UTF-8");
+        "UTF-16, which no reader takes: save the file as UTF-8, or iconv -f " + name + " -t UTF-8");
     return;
   }
   std::size_t count = 0;
@@ -112,23 +116,30 @@ void CheckSession::checkEncoding() {
   if (count == 0) return;
   add(rules::kNotUtf8, Severity::Warning, source().position(first),
       "not UTF-8: the panel cannot show such text (" + std::to_string(count) +
-          (count == 1 ? " byte" : " bytes") + " in this file)");
+          (count == 1 ? " byte" : " bytes") + " in this file)" +
+          (looksLikeGbk(bytes) ? "; it looks like GBK: iconv -f GBK -t UTF-8" : ""));
 }
 
 void CheckSession::reportFault(const deskhost::DocumentFault& fault) {
-  const std::string& reason = fault.reason;
-  const bool trailing =
-      !isUtf16(source().bytes()) && (reason.find("Extra non-whitespace") == 0 ||
-                                     reason.find("bytes after a zero byte") != std::string::npos);
+  const JobFormat format = model::formatOfName(source().name());
+  const std::string nothing =
+      std::string("Nothing is loaded: the panel answers -2 and keeps the ") +
+      model::rowOf(format).name + " job before";
+  // Half of its characters are zero bytes to a reader.
+  const bool isUtf16 = !utf16Name(source().bytes()).empty();
+  const std::string likely = fault.isOnlyHere || isUtf16 ? "" : likeness(source().bytes(), format);
+  if (!likely.empty()) return add(rules::kSyntax, Severity::Error, {1, 1}, likely + ". " + nothing);
+  const bool isBehind = fault.isBehind && !isUtf16;
   Position at = source().positionInBytes(fault.line, fault.column);
   if (at.line == 0) at = {1, 0};
+  const std::string& reason = fault.reason;
   const std::string end = reason.empty() || reason.back() == '.' ? " " : ". ";
-  std::string consequence = std::string("Nothing is loaded: the panel answers -2 and keeps the ") +
-                            model::rowOf(model::formatOfName(source().name())).name + " job before";
-  if (trailing) consequence = "A panel may load what stands in front; cusdesk refuses the file";
-  if (fault.isOnlyHere) consequence = "A panel would load it: only cusdesk refuses";
-  add(trailing ? rules::kTrailingText : rules::kSyntax, Severity::Error, at,
-      reason + end + consequence);
+  add(isBehind ? rules::kTrailingText : rules::kSyntax, Severity::Error, at,
+      reason + end +
+          (fault.isOnlyHere ? "A panel would load it: only cusdesk refuses"
+           : isBehind       ? "A panel may load what stands in front; cusdesk refuses the file"
+                            : nothing));
+  if (isUtf16) report_.findings.back().cause = {rules::kNotUtf8, 1};
 }
 
 void CheckSession::checkJson() {
@@ -156,6 +167,7 @@ void CheckSession::checkXml() {
       panel_->xmlWatcher.read(*document.RootElement(), report_.sources, report_.findings);
   if (!thrown.empty()) return;
   checkZeroReferences();
+  judgeXml();
   checkJob(JobFormat::Xml);
   checkOtherReader();
 }
@@ -174,6 +186,32 @@ void CheckSession::checkZeroReferences() {
     add(rules::kZeroByte, Severity::Warning, source().position(offset),
         "a text ends at this reference, and what follows in it is not read");
   }
+}
+
+void CheckSession::judgeXml() {
+  const std::string& bytes = source().bytes();
+  const StrictXml judged = judgeStrictly(bytes);
+  if (isUtf8(bytes) && !readsAlike(judged.encoding, bytes)) {
+    add(rules::kLenientXml, Severity::Note, source().position(0),
+        "the declaration names " + quoted(judged.encoding) +
+            ": other tools read the file so, a panel reads its bytes as UTF-8");
+  }
+  if (!judged.fault) return;
+  const std::size_t offset = judged.fault->offset;
+  // Bytes that are no UTF-8 are a finding already.
+  if (offset < bytes.size() && utf8CharacterSize(bytes, offset) == 0) return;
+  const Position at = source().position(offset);
+  const auto tellsIt = [&](const Finding& one) {
+    return one.place.file == file() && one.place.at.line == at.line &&
+           ((one.rule == rules::kZeroByte && one.place.at.column == at.column) ||
+            (one.rule == rules::kIgnoredText && one.element == Element{}));
+  };
+  const Findings& all = report_.findings;
+  const auto told = std::find_if(all.rbegin(), all.rend(), tellsIt);
+  const Cause cause = told == all.rend() ? Cause{} : Cause{told->rule, at.line};
+  add(rules::kLenientXml, Severity::Note, at,
+      judged.fault->what + " is not well-formed XML; other tools refuse the file");
+  report_.findings.back().cause = cause;
 }
 
 void CheckSession::checkOtherReader() {

@@ -63,6 +63,7 @@ class CheckSession {
   void checkXml();
   void checkJob(model::JobFormat format);
   void checkZeroReferences();
+  void judgeXml();
   void checkOtherReader();
   void reportFault(const deskhost::DocumentFault& fault);
   void noteLeniencies(const JsonPositions& text);

@@ -22,6 +22,12 @@ struct CarriedValue {
 /// A script command that a value makes raise.
 enum class Raises { Nothing, Load, GetCut, GetHole };
 
+/// Where to look for the finding that another one comes of.
+struct Cause {
+  const char* rule = nullptr;  ///< none: it is told for itself
+  int line = 0;
+};
+
 struct Finding {
   const char* rule;  ///< an id of the rule table
   Severity severity;
@@ -33,6 +39,7 @@ struct Finding {
   Raises raises = Raises::Nothing;      ///< what raises because of it
   std::string loses{};                  ///< the known key that the element lacks because of it
   std::vector<std::string> lacks{};     ///< the known keys whose absence it tells, but for carried
+  Cause cause{};                        ///< in the same file, where that is known
   std::vector<Finding> consequences{};  ///< what would not be told without it
 };
 

@@ -21,6 +21,7 @@ struct DocumentFault {
   int column = 0;  ///< from 1, in bytes; 0 when only the line is known
   std::string reason;
   bool isOnlyHere = false;  ///< a bound of the settings was left: a panel would load the document
+  bool isBehind = false;    ///< it stands behind a document, which a panel may load without it
 };
 
 /// What is said after the reason of a fault that is only here.

@@ -32,6 +32,7 @@ DocumentFault firstFault(const std::string& errors) {
   char comma = '\0';
   list >> word >> word >> fault.line >> comma >> word >> fault.column >> std::ws;
   if (!list || !std::getline(list, fault.reason)) return {0, 0, errors};
+  fault.isBehind = fault.reason.find("Extra non-whitespace") == 0;
   return fault;
 }
 
@@ -53,7 +54,7 @@ bool parseJson(const std::string& text, Json::Value& root, DocumentFault& fault)
     if (!makeReader()->parse(begin, end, &root, &errors)) {
       fault = firstFault(errors);
     } else if (!endsWithValue(begin, end, root)) {
-      fault = {0, 0, "there are bytes after a zero byte"};
+      fault = {0, 0, "there are bytes after a zero byte", false, true};
     } else {
       return checkElements(root, {begin, static_cast<std::size_t>(end - begin)}, fault);
     }

@@ -36,7 +36,7 @@ bool hasOneRoot(const tinyxml2::XMLDocument& document, DocumentFault& fault) {
   const tinyxml2::XMLElement* const first = document.RootElement();
   const tinyxml2::XMLElement* const second = first == nullptr ? first : first->NextSiblingElement();
   if (first == nullptr) fault = {0, 0, "there is no root element"};
-  if (second != nullptr) fault = {second->GetLineNum(), 0, "a second root element"};
+  if (second != nullptr) fault = {second->GetLineNum(), 0, "a second root element", false, true};
   return first != nullptr && second == nullptr;
 }
 

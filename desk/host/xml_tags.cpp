@@ -90,7 +90,10 @@ class TagWalk {
     const char* name = start + 1;
     while (static_cast<unsigned char>(*name) <= ' ' && name < end) ++name;
     if (*name == '/') {
-      if (open_ == 0) refuse(start, "an end tag closes no element");
+      if (open_ == 0) {
+        refuse(start, "an end tag closes no element");
+        fault_.isBehind = true;
+      }
       --open_;
     } else if (end[-1] != '/') {
       ++open_;
@@ -127,6 +130,7 @@ bool checkXmlTags(const std::string& text, DocumentFault& fault) {
   const std::size_t zero = text.find('\0');
   if (zero != std::string::npos && zero + 1 < text.size()) {
     fault = faultAt(text, zero, "there are bytes after a zero byte");
+    fault.isBehind = true;
     return false;
   }
   return TagWalk(text).run(fault);

@@ -122,6 +122,11 @@ const std::vector<Rule>& allRules() {
        "it loads; a sign without a number is read as 0. Other tools, and other versions of the "
        "panel's library, may refuse it.",
        "let a JSON library write the file."},
+      {rules::kLenientXml, Severity::Note, "the panel's library takes what is no well-formed XML",
+       "it loads; a reference that names no character stays as it is written. Other tools, and "
+       "other versions of the panel's library, may refuse it. Only the first such place of a file "
+       "is told.",
+       "let an XML library write the file, as UTF-8; `&amp;` stands for an ampersand."},
       {rules::kNotUtf8, Severity::Warning, "bytes that are no UTF-8",
        "the bytes are kept as they are, and the panel shows something else, or nothing. A file in "
        "UTF-16 does not load.",

@@ -61,6 +61,7 @@ inline constexpr char kDuplicateNumber[] = "duplicate-number";
 inline constexpr char kDoesNotFit[] = "does-not-fit";
 inline constexpr char kOtherJob[] = "other-job";
 inline constexpr char kLenientJson[] = "lenient-json";
+inline constexpr char kLenientXml[] = "lenient-xml";
 inline constexpr char kNotUtf8[] = "not-utf8";
 inline constexpr char kZeroByte[] = "zero-byte";
 }  // namespace rules

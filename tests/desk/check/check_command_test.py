@@ -172,13 +172,29 @@ ODDITIES = [
      "3:1: error: Syntax error: value, object or array expected. Nothing is loaded: the panel answers -2 "
      "and keeps the JSON job before [syntax]"),
     ("wide.json", (JOB % "").encode("utf-16-le"),
-     "1:1: error: UTF-16, which no reader takes: save the file as UTF-8 [not-utf8]\n"
-     "1:2: error: Missing '}' or object member name. Nothing is loaded: the panel answers -2 "
+     "1:1: error: UTF-16, which no reader takes: save the file as UTF-8, or iconv -f UTF-16LE -t UTF-8 [not-utf8]\n"
+     "    Missing '}' or object member name. Nothing is loaded: the panel answers -2 "
      "and keeps the JSON job before [syntax]"),
     ("wide.xml", (XML % "").encode("utf-16"),
-     "1:1: error: UTF-16, which no reader takes: save the file as UTF-8 [not-utf8]\n"
-     "1:4: error: there are bytes after a zero byte. Nothing is loaded: the panel answers -2 "
+     "1:1: error: UTF-16, which no reader takes: save the file as UTF-8, or iconv -f UTF-16LE -t UTF-8 [not-utf8]\n"
+     "    there are bytes after a zero byte. Nothing is loaded: the panel answers -2 "
      "and keeps the XML job before [syntax]"),
+    ("gbk.xml", ('<?xml version="1.0" encoding="GBK"?>' + XML % "<Name>\u7a97\u6846</Name>").encode("gbk"),
+     "1:70: warning: not UTF-8: the panel cannot show such text (4 bytes in this file); it looks like GBK: "
+     "iconv -f GBK -t UTF-8 [not-utf8]"),
+    ("other.json", XML % "", "1:1: error: this looks like XML, which only a file whose name ends in .xml is read as. "
+     "Nothing is loaded: the panel answers -2 and keeps the JSON job before [syntax]"),
+    ("other.xml", CLEAN, "1:1: error: this looks like JSON, and a file whose name ends in .xml is read as XML. "
+     "Nothing is loaded: the panel answers -2 and keeps the XML job before [syntax]"),
+    ("script.json", "\nlocal job = 1", "1:1: error: this looks like a Lua script, which cusdesk run takes. "
+     "Nothing is loaded: the panel answers -2 and keeps the JSON job before [syntax]"),
+    ("stray.xml", XML % "" + "\n</Job>", "2:1: error: an end tag closes no element. A panel may load what stands in "
+     "front; cusdesk refuses the file [trailing-text]"),
+    ("strict.xml", XML % "<Name>Tor & T\u00fcr &uuml; </Name>", "1:38: note: an ampersand that starts no reference "
+     "(write &amp;) is not well-formed XML; other tools refuse the file [lenient-xml]"),
+    ("bomb.xml", "<!DOCTYPE Job [<!ENTITY a '" + "x" * 1000 + "'>]>" + XML % ("<Name b='" + "&a;" * 300000 + "'/>"),
+     '1: warning: declared entities are not read: a text keeps their names [ignored-text]\n'
+     '1: warning: the attribute "b" of "Name" is not read; values are elements of their own [attribute]'),
     ("sums.json", JOB % f'{{"BarNumber": 1, "length": 6001, "piece": [{TEN_PIECES}]}},\n'
      '{"BarNumber": 2, "length": 2000, "piece": [{"PieceNumber": 1, "cut": {"Length": "2000.1"}}]}',
      "2:28: error: the piece of bar 2 is 2000.1 long, the bar 2000 [does-not-fit]"),
@@ -200,6 +216,8 @@ ODDITIES = [
      "[repeated-element]"),
     ("zero.xml", XML % "<Name>a&#x0;b<!-- &#0; --><![CDATA[&#0;]]></Name>",
      "1:35: warning: a text ends at this reference, and what follows in it is not read [zero-byte]\n"
+     "    a reference to a character that XML does not have is not well-formed XML; other tools refuse the file "
+     "[lenient-xml]\n"
      '1: warning: the text "&#0;" in "Name" is not read: a value ends where its first text ends [ignored-text]'),
     ("codes.json", JOB % ('{"BarNumber": 1, "piece": [' + CUT % 9 + ',' + ','.join(
         '{"PieceNumber": %d,%s "cut": {"Length": "9"}}' % (number, code)
@@ -220,7 +238,8 @@ ODDITIES = [
      '    piece 2 of bar 1 lacks 2 values and keeps those of piece 1 of bar 1 (line 1): BarCode "A", Length "9" '
      '[carried-over]\n2:36: error: "cut" must be an object, not the number 3: it is ignored [wrong-type]'),
     ("around.xml", "loose" + XML.replace("Job>", 'Job xmlns="u" xsi:type="v">', 1) % "",
-     '1: warning: the text "loose" outside of the root is not read [ignored-text]'),
+     '1: warning: the text "loose" outside of the root is not read [ignored-text]\n'
+     "    a character that may not stand here is not well-formed XML; other tools refuse the file [lenient-xml]"),
     ("entity.xml", '<!DOCTYPE Job [<!ENTITY n "x">\n<!ENTITY m "y">]>\n' + XML % "<Name>&n;</Name>",
      "1: warning: declared entities are not read: a text keeps their names [ignored-text]\n"
      "2: warning: declared entities are not read: a text keeps their names [ignored-text]"),
