@@ -22,13 +22,13 @@ void append(std::list<RETURNACUT_T>& cuts, const CutRow& row) {
 /// Appends a copy of a label.
 void append(std::list<PRINT_T>& labels, const LabelRow& row) {
   PRINT_T& label = labels.emplace_back();
-  label.sProfileCode = *row.profileCode;
+  label.sProfileCode = *row.profileCode.text;
   label.sProfileName = *row.profileName;
   label.sProfileLength = *row.profileLength;
   label.sNameProduct = *row.nameProduct;
   label.sColor = *row.color;
   label.sLengthProduct = *row.lengthProduct;
-  label.sCutAngle = *row.cutAngle;
+  label.sCutAngle = *row.cutAngle.text;
 }
 
 }  // namespace

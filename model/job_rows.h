@@ -2,8 +2,8 @@
 //
 // A row is made once, in file order, and handed to a sink: any callable that takes it. Script
 // commands push it to Lua, the readers' lists copy it, the desk looks up where its values stand in
-// the file. A row is a working row: it is reused for the next one, while the texts that it points
-// to stay where they are until the job changes.
+// the file. A row is a working row: it is reused for the next one. The texts of the job that it
+// points to stay where they are until the job changes; derived texts are good for their row only.
 #pragma once
 
 #include <string>
@@ -30,6 +30,12 @@ struct ParsedNumber {
   double number = 0.0;
 };
 
+/// A text that is worked out or copied, and the text of the job that it comes from, if any.
+struct DerivedText {
+  Text text = &kNoText;
+  Text source = nullptr;
+};
+
 /// One cut: a piece together with the bar that it is cut from.
 struct CutRow {
   Text barNumber = &kNoText;
@@ -45,7 +51,7 @@ struct CutRow {
 
 /// One label: the thirteen slots that the printing scripts read. Six of them are never filled.
 struct LabelRow {
-  Text profileCode = &kNoText;
+  DerivedText profileCode;
   Text profileName = &kNoText;
   Text profileLength = &kNoText;
   Text nameProduct = &kNoText;
@@ -55,7 +61,7 @@ struct LabelRow {
   Text lengthProduct = &kNoText;
   Text position = &kNoText;
   Text window = &kNoText;
-  Text cutAngle = &kNoText;
+  DerivedText cutAngle;
   Text process = &kNoText;
   Text materialHeight = &kNoText;
 };
@@ -96,10 +102,20 @@ void prefetchTexts(const Texts&... texts) {
   (__builtin_prefetch(texts.data()), ...);
 }
 
-/// One label per piece: sink(row).
+/// Shows a copy of a text of the job.
+inline void copyInto(std::string& copy, DerivedText& shown, const std::string& text) {
+  shown.source = &text;
+  copy.assign(text);
+}
+
+/// One label per piece: sink(row). What differs from piece to piece is shown as a copy: Lua keeps
+/// texts by their addresses, and those of each piece would displace the keys of the rows.
 template <class Sink>
 void forEachLabel(const JobView& job, Sink&& sink) {
   LabelRow row;
+  std::string mark, angle;
+  row.profileCode.text = &mark;
+  row.cutAngle.text = &angle;
   Prefetcher ahead(job);
   for (const BAR_T& bar : job) {
     prefetchTexts(bar.DXF_Name, bar.length, bar.BarName, bar.BarColor, bar.BarLeftLength);
@@ -113,8 +129,8 @@ void forEachLabel(const JobView& job, Sink&& sink) {
       if (const auto* next = &piece + 1; next != bar.piece.data() + bar.piece.size()) {
         prefetchTexts(next->mark, next->cut_angle_convert);
       }
-      row.profileCode = &piece.mark;
-      row.cutAngle = &piece.cut_angle_convert;
+      copyInto(mark, row.profileCode, piece.mark);
+      copyInto(angle, row.cutAngle, piece.cut_angle_convert);
       sink(row);
     }
   }

@@ -6,12 +6,6 @@
 
 namespace row_keys {
 
-/// A text that is worked out, and the text of the job that it comes from, if any.
-struct DerivedText {
-  model::Text text = &model::kNoText;
-  model::Text source = nullptr;
-};
-
 /// A value of a row: a text up to its first zero byte, or a number where `text` is null.
 struct Value {
   const char* text;
@@ -25,7 +19,7 @@ class Cell {
  public:
   constexpr Cell(model::Text Row::*member) : kind_(Kind::Text), text_(member) {}
   constexpr Cell(model::Number Row::*member) : kind_(Kind::Number), number_(member) {}
-  constexpr Cell(DerivedText Row::*member) : kind_(Kind::Derived), derived_(member) {}
+  constexpr Cell(model::DerivedText Row::*member) : kind_(Kind::Derived), derived_(member) {}
   constexpr Cell(model::ParsedNumber Row::*member) : kind_(Kind::Parsed), parsed_(member) {}
 
   constexpr bool isNumber() const { return kind_ == Kind::Number || kind_ == Kind::Parsed; }
@@ -55,7 +49,7 @@ class Cell {
   union {
     model::Text Row::*text_;
     model::Number Row::*number_;
-    DerivedText Row::*derived_;
+    model::DerivedText Row::*derived_;
     model::ParsedNumber Row::*parsed_;
   };
 };

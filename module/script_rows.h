@@ -31,7 +31,7 @@ struct Work : Dimensions {
 struct Cut : model::CutRow {
   model::Text height = &model::kNoText;   ///< of the profile, the same on every row
   model::Text barCode = &model::kNoText;  ///< empty unless all cuts are asked for
-  row_keys::DerivedText highestBar;       ///< the highest bar number, the same on every row
+  model::DerivedText highestBar;          ///< the highest bar number, the same on every row
 };
 
 using Hole = model::HoleRow;
@@ -97,7 +97,7 @@ inline constexpr Key<Label> kLabel[] = {
     {"sMaterialHeight", &Label::materialHeight, kNeverFilled},
 };
 
-static_assert(sizeof(Label) == std::size(kLabel) * sizeof(model::Text),
+static_assert(sizeof(Label) == (std::size(kLabel) + 2) * sizeof(model::Text),
               "every label slot has a row key");
 
 // -------------------------------------------------------------------------------------------------
