@@ -5,8 +5,6 @@
 --
 -- docs/panel.md tells what the table `panel` offers.
 
--- luacheck: globals panel (cusdesk's; panels have no such table)
-
 local jobs = require("cus_ParseModule")
 
 local file = panel.job or "window.json"

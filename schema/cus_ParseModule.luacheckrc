@@ -14,6 +14,24 @@ stds.cus_ParseModule = {
         save_cutCurIndex = {},
       },
     },
+    panel = {  -- in cusdesk panel only
+      fields = {
+        grid = {},
+        head = {},
+        rows = {},
+        update = {},
+        page = {},
+        index = {},
+        order = {},
+        reset = {},
+        job = {},
+        width = {},
+        height = {},
+        on_click = {read_only = false},
+        on_page = {read_only = false},
+        on_job = {read_only = false},
+      },
+    },
   },
 }
 std = "lua53+cus_ParseModule"

@@ -21,6 +21,7 @@ constexpr Document kDocuments[] = {
     {"schema", "cutting-job.schema.json", editor::jsonSchema},
     {"xsd", "cutting-job.xsd", editor::xmlSchema},
     {"stub", "cus_ParseModule.lua", editor::luaStub},
+    {"panel-stub", "cusdesk_panel.lua", editor::panelStub},
     {"luacheckrc", "cus_ParseModule.luacheckrc", editor::luacheckConfig},
     {"completion", nullptr, bashCompletion},
     {"man", nullptr, manPage},
@@ -64,7 +65,7 @@ Command exportCommand() {
       "export",
       "[schema|xsd|stub|luacheckrc|completion|man|tables]",
       "write out what editors and shells want to know",
-      "  cusdesk export --into .cusdesk            schema, XSD, Lua stub and luacheck settings\n"
+      "  cusdesk export --into .cusdesk            schema, XSD, Lua stubs and luacheck settings\n"
       "  cusdesk export schema > cutting-job.schema.json  one of them\n"
       "  source <(cusdesk export completion)       commands and options by Tab, in bash\n"
       "  cusdesk export man > cusdesk.1            the manual page\n"

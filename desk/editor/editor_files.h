@@ -16,11 +16,14 @@ std::string xmlSchema();
 /// The script module for Lua language servers (LuaCATS annotations).
 std::string luaStub();
 
+/// The table `panel` for the same.
+std::string panelStub();
+
 /// The tables of the manual in Markdown: result codes, rows of scripts, keys of both formats. Each
 /// stands below a comment with its name.
 std::string manualTables();
 
-/// A configuration that lets luacheck know the module's global table.
+/// A configuration that lets luacheck know the module's global table and `panel`.
 std::string luacheckConfig();
 
 }  // namespace desk::editor

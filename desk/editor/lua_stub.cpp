@@ -1,5 +1,6 @@
 #include "desk/editor/editor_files.h"
 #include "desk/editor/module_notes.h"
+#include "desk/panel/panel_words.h"
 
 namespace desk::editor {
 
@@ -39,6 +40,27 @@ std::string function(const script_functions::Words& note) {
          note.name + "(" + names + ") end\n\n";
 }
 
+std::string panelFunction(const panel::FunctionWords& words) {
+  std::string text = std::string("---") + words.text + "\n";
+  std::string names;
+  for (const panel::Parameter& parameter : words.parameters) {
+    if (parameter.name == nullptr) break;
+    text += std::string("---@param ") + parameter.name + " " + parameter.type + " " +
+            parameter.text + "\n";
+    const std::string name = parameter.name;
+    names += (names.empty() ? "" : ", ") + name.substr(0, name.find('?'));
+  }
+  if (words.overload != nullptr) text += std::string("---@overload ") + words.overload + "\n";
+  for (const char* result : words.results) {
+    if (result != nullptr) text += std::string("---@return ") + result + "\n";
+  }
+  return text + "function panel." + words.name + "(" + names + ") end\n\n";
+}
+
+std::string checkedField(const char* name, const char* settings) {
+  return std::string("        ") + name + " = {" + settings + "},\n";
+}
+
 }  // namespace
 
 std::string luaStub() {
@@ -51,12 +73,29 @@ std::string luaStub() {
   return text + "return " + name + "\n";
 }
 
+std::string panelStub() {
+  std::string text = "---@meta _\n-- luacheck: ignore\n\n---The table part, in cusdesk only.\n" +
+                     std::string("---@class cusdesk.panel\n");
+  for (const panel::FieldWords& field : panel::kFieldWords) {
+    text += std::string("---@field ") + field.name + (field.isOptional ? "? " : " ") + field.type +
+            " " + field.text + "\n";
+  }
+  text += "panel = {}\n\n";
+  for (const panel::FunctionWords& words : panel::kFunctionWords) text += panelFunction(words);
+  return text;
+}
+
 std::string luacheckConfig() {
   const std::string name = kModuleName;
   std::string text = "-- For the .luacheckrc of a folder of panel scripts.\nstds." + name +
                      " = {\n  read_globals = {\n    " + name + " = {\n      fields = {\n";
-  for (const script_functions::Words& note : functionNotes()) {
-    text += std::string("        ") + note.name + " = {},\n";
+  for (const script_functions::Words& note : functionNotes()) text += checkedField(note.name, "");
+  text += "      },\n    },\n    panel = {  -- in cusdesk panel only\n      fields = {\n";
+  for (const panel::FunctionWords& words : panel::kFunctionWords) {
+    text += checkedField(words.name, "");
+  }
+  for (const panel::FieldWords& field : panel::kFieldWords) {
+    text += checkedField(field.name, field.isHandler ? "read_only = false" : "");
   }
   return text + "      },\n    },\n  },\n}\nstd = \"lua53+" + name + "\"\n";
 }

@@ -115,7 +115,7 @@ class Packages(unittest.TestCase):
             self.assertEqual(text.decode(), run(CUSDESK, "export", words).stdout)
         schemas = {path.name for path in (share / "cusdesk/schema").iterdir()}
         self.assertLessEqual({"cutting-job.schema.json", "cutting-job.xsd", "cus_ParseModule.lua",
-                              "cus_ParseModule.luacheckrc", "README.md"}, schemas)
+                              "cusdesk_panel.lua", "cus_ParseModule.luacheckrc", "README.md"}, schemas)
         fields = run("dpkg-deb", "-f", self.editor_deb, "Package", "Architecture", "Depends").stdout
         self.assertEqual(fields, "Package: cusdesk-editor\nArchitecture: all\n")
 

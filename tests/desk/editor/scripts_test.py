@@ -13,6 +13,7 @@ from cusdesk import run
 
 SOURCE = pathlib.Path(sys.argv.pop()).resolve()
 STUB = SOURCE / "schema/cus_ParseModule.lua"
+PANEL_STUB = SOURCE / "schema/cusdesk_panel.lua"
 LUACHECKRC = SOURCE / "schema/cus_ParseModule.luacheckrc"
 
 # Prints what every function answers with: "@<TAB>function<TAB>key<TAB>type".
@@ -88,8 +89,14 @@ class Stub(unittest.TestCase):
         said = re.findall(r"^---\| (-?\d+) # ", STUB.read_text(encoding="utf-8"), re.M)
         self.assertEqual(said, re.findall(r"\{(-?\d+),", table))
 
-    def test_lua_compiles_it(self):
-        subprocess.run(["luac5.3", "-p", STUB], check=True)
+    def test_functions_of_the_panel_are_those_of_its_table(self):
+        said = re.findall(r"^function panel\.(\w+)\(", PANEL_STUB.read_text(encoding="utf-8"), re.M)
+        script = "for name, v in pairs(panel) do print('@', type(v), name) end"
+        shown = run("panel", "--script", "/dev/stdin", "--svg", "/dev/null", input=script).stderr
+        self.assertEqual(sorted(said), sorted(re.findall(r"^@\tfunction\t(\w+)$", shown, re.M)))
+
+    def test_lua_compiles_them(self):
+        subprocess.run(["luac5.3", "-p", STUB, PANEL_STUB], check=True)
 
 
 class Luacheck(unittest.TestCase):
@@ -105,7 +112,13 @@ class Luacheck(unittest.TestCase):
             self.assertIn("0 warnings / 0 errors", self.check(script))
         self.assertIn("(W143) accessing undefined field 'get_works' of global 'cus_ParseModule'",
                       self.check("print(cus_ParseModule.get_works(''))"))
-        self.assertIn("(W113)", self.check("print(undefined_name)"))
+        for script, warning in [
+                ("local job = cus_ParseModule job.get_cuts('')", "W143"),
+                ("print(undefined_name)", "W113"),
+                ("panel.updat()", "W143"), ("panel.grid = nil", "W122"),
+                ("function panel.on_clik(index) print(index) end", "W142"),
+                ("function panel.on_click(index) print(index) end", "0 warnings")]:
+            self.assertIn(warning, self.check(script), script)
 
 
 unittest.main()
