@@ -1,7 +1,5 @@
 #include "desk/base/numbers.h"
 
-#include <json/writer.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
@@ -16,30 +14,14 @@ namespace {
 constexpr int kFewestDigits = 15;  ///< every number of so many digits reads back
 constexpr int kMostDigits = 17;    ///< enough for all numbers
 
-/// Writes the number in the fewest digits that it reads back from, and returns how many these are.
-int writeShortest(double number, char (&text)[32]) {
-  for (int digits = kFewestDigits;; ++digits) {
-    std::snprintf(text, sizeof text, "%.*g", digits, number);
-    if (digits == kMostDigits || std::strtod(text, nullptr) == number) return digits;
-  }
-}
-
-/// The digits that every number of the document needs to read back as it is.
-int digitsFor(const Json::Value& value) {
-  char ignored[32];
-  if (value.type() == Json::realValue) return writeShortest(value.asDouble(), ignored);
-  int digits = kFewestDigits;
-  if (!value.isArray() && !value.isObject()) return digits;
-  for (const Json::Value& child : value) digits = std::max(digits, digitsFor(child));
-  return digits;
-}
-
 }  // namespace
 
 std::string shortestText(double number) {
   char text[32];
-  writeShortest(number, text);
-  return text;
+  for (int digits = kFewestDigits;; ++digits) {
+    std::snprintf(text, sizeof text, "%.*g", digits, number);
+    if (digits == kMostDigits || std::strtod(text, nullptr) == number) return text;
+  }
 }
 
 std::string hundredthsText(double number) {
@@ -62,15 +44,6 @@ const char* refusalOf(const std::string& text) {
   errno = 0;
   std::strtod(text.c_str(), &end);
   return end != text.c_str() && errno == ERANGE ? "out of range" : "no number";
-}
-
-std::string jsonDocument(const Json::Value& root) {
-  Json::StreamWriterBuilder builder;
-  builder["indentation"] = "  ";
-  builder["emitUTF8"] = true;
-  builder["enableYAMLCompatibility"] = true;
-  builder["precision"] = digitsFor(root);
-  return Json::writeString(builder, root) + "\n";
 }
 
 }  // namespace desk

@@ -1,7 +1,5 @@
-// Numbers as people write them, and JSON with such numbers.
+// Numbers as people write them.
 #pragma once
-
-#include <json/value.h>
 
 #include <string>
 
@@ -20,9 +18,5 @@ bool numberOf(const std::string& text, double& number, bool& whole);
 
 /// Why the standard conversions refuse a text: "no number" or "out of range".
 const char* refusalOf(const std::string& text);
-
-/// The document with a line end: indented, characters as they are, numbers as short as they read
-/// back. Texts must be UTF-8.
-std::string jsonDocument(const Json::Value& root);
 
 }  // namespace desk

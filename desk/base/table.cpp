@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "desk/base/json_document.h"
 #include "desk/base/numbers.h"
 #include "desk/base/terminal.h"
 #include "desk/base/text.h"
@@ -180,7 +181,7 @@ std::string csvText(const TextTable& table, bool where) {
 }
 
 std::string jsonText(const TextTable& table, bool where) {
-  return jsonDocument(jsonRows(table, where));
+  return jsonDocument(jsonRows(table, where), {"value", "line", "column", "carried", "element"});
 }
 
 Json::Value jsonRows(const TextTable& table, bool where) {
@@ -191,11 +192,9 @@ Json::Value jsonRows(const TextTable& table, bool where) {
       const Cell& cell = row[i];
       Json::Value value = cell.isNumber ? numberValue(cell) : Json::Value(asUtf8(cell.text));
       Json::Value& member = object[table.keys[i]];
-      if (!where) {
-        member = value;
-        continue;
-      }
-      member["value"] = value;
+      (where ? member["value"] : member) = value;
+      member.setOffsetStart(static_cast<std::ptrdiff_t>(i) + 1);
+      if (!where) continue;
       if (cell.origin.line == 0) continue;
       member["line"] = cell.origin.line;
       if (cell.origin.column > 0) member["column"] = cell.origin.column;

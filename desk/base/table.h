@@ -49,6 +49,8 @@ std::string csvText(const TextTable& table, bool where);
 
 /// An array of objects. `where` makes an object of each value.
 std::string jsonText(const TextTable& table, bool where);
+
+/// The same as a value. The members stand in the order of the keys, for jsonDocument().
 Json::Value jsonRows(const TextTable& table, bool where);
 
 }  // namespace desk

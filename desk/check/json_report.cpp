@@ -1,4 +1,4 @@
-#include "desk/base/numbers.h"
+#include "desk/base/json_document.h"
 #include "desk/base/text.h"
 #include "desk/check/reports.h"
 
@@ -54,7 +54,9 @@ std::string jsonReport(const Report& report) {
   summary["errors"] = static_cast<Json::UInt64>(countOf(report, Severity::Error));
   summary["warnings"] = static_cast<Json::UInt64>(countOf(report, Severity::Warning));
   summary["notes"] = static_cast<Json::UInt64>(countOf(report, Severity::Note));
-  return jsonDocument(root);
+  return jsonDocument(root, {"findings", "unreadable", "summary", "file", "line", "column",
+                             "severity", "rule", "message", "key", "value", "element", "carried",
+                             "consequences", "reason", "files", "errors", "warnings", "notes"});
 }
 
 }  // namespace desk::check

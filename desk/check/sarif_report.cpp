@@ -1,4 +1,6 @@
-#include "desk/base/numbers.h"
+#include <cctype>
+
+#include "desk/base/json_document.h"
 #include "desk/base/text.h"
 #include "desk/check/reports.h"
 #include "desk/job/rules.h"
@@ -55,6 +57,12 @@ Json::Value resultOf(const Report& report, const Finding& finding) {
   return result;
 }
 
+/// With a capital and a full stop.
+std::string sentence(std::string text) {
+  text.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(text.front())));
+  return text.back() == '.' ? text : text + '.';
+}
+
 Json::Value tool() {
   Json::Value driver;
   driver["name"] = "cusdesk";
@@ -62,7 +70,11 @@ Json::Value tool() {
   for (const Rule& rule : allRules()) {
     Json::Value value;
     value["id"] = rule.id;
-    value["shortDescription"]["text"] = rule.statement;
+    value["shortDescription"]["text"] = sentence(rule.statement);
+    value["fullDescription"]["text"] = sentence(rule.machine);
+    value["help"]["text"] = "Cure: " + std::string(rule.cure);
+    value["help"]["markdown"] =
+        "**On the machine:** " + std::string(rule.machine) + "\n\n**Cure:** " + rule.cure;
     value["defaultConfiguration"]["level"] = nameOf(rule.usual);
     driver["rules"].append(value);
   }
@@ -89,9 +101,31 @@ std::string sarifReport(const Report& report) {
   }
   run["invocations"].append(invocation);
   Json::Value root;
+  root["$schema"] = "https://json.schemastore.org/sarif-2.1.0.json";
   root["version"] = "2.1.0";
   root["runs"].append(run);
-  return jsonDocument(root);
+  return jsonDocument(root, {"$schema",
+                             "name",
+                             "version",
+                             "runs",
+                             "tool",
+                             "columnKind",
+                             "invocations",
+                             "results",
+                             "id",
+                             "ruleId",
+                             "ruleIndex",
+                             "level",
+                             "message",
+                             "text",
+                             "markdown",
+                             "shortDescription",
+                             "fullDescription",
+                             "help",
+                             "locations",
+                             "physicalLocation",
+                             "artifactLocation",
+                             "region"});
 }
 
 }  // namespace desk::check

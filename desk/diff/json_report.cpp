@@ -1,4 +1,4 @@
-#include "desk/base/numbers.h"
+#include "desk/base/json_document.h"
 #include "desk/base/text.h"
 #include "desk/diff/reports.h"
 
@@ -59,7 +59,8 @@ std::string jsonReport(const JobDiff& diff, const Files& files) {
     for (const std::string& key : unknown.keys) value["keys"].append(key);
     root["unknown"].append(value);
   }
-  return jsonDocument(root);
+  return jsonDocument(root, {"kind", "format", "element", "name", "work", "key", "old", "new",
+                             "bar", "barPlace", "piecePlace", "same", "differences", "unknown"});
 }
 
 }  // namespace desk::diff

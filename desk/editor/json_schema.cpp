@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "desk/base/numbers.h"
+#include "desk/base/json_document.h"
 #include "desk/editor/editor_files.h"
 #include "desk/editor/job_levels.h"
 #include "json/json_keys.h"

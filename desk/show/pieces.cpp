@@ -1,6 +1,6 @@
 #include "desk/show/pieces.h"
 
-#include "desk/base/numbers.h"
+#include "desk/base/json_document.h"
 #include "desk/base/text.h"
 #include "desk/draw/bar_layout.h"
 #include "desk/job/piece_text.h"
@@ -98,12 +98,16 @@ std::string piecesCsv(const std::vector<PieceFact>& pieces) {
 }
 
 std::string piecesJson(const std::vector<PieceFact>& pieces) {
-  Json::Value rows = jsonRows(tableOf(pieces), false);
+  const TextTable table = tableOf(pieces);
+  std::vector<std::string> order;
+  for (const auto& key : json_keys::kWork) order.emplace_back(key.spelling);
+  for (const auto& row : json_keys::kLabelFields) order.emplace_back(row.spelling);
+  Json::Value rows = jsonRows(table, false);
   for (Json::ArrayIndex i = 0; i < rows.size(); ++i) {
     rows[i]["works"] = worksValue(*pieces[i].piece);
     rows[i]["label"] = labelValue(*pieces[i].piece);
   }
-  return jsonDocument(rows);
+  return jsonDocument(rows, order);
 }
 
 }  // namespace desk::show

@@ -1,6 +1,7 @@
 // The forms in which a summary of jobs is written.
 #include <algorithm>
 
+#include "desk/base/json_document.h"
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
 #include "desk/show/job_summary.h"
@@ -83,10 +84,14 @@ std::string summaryCsv(const JobSummary& summary) {
 
 std::string summaryJson(const JobSummary& summary) {
   Json::Value root;
-  for (const Part& part : partsOf(summary)) root[part.name] = jsonRows(part.table, false);
+  std::vector<std::string> order;
+  for (const Part& part : partsOf(summary)) {
+    order.emplace_back(part.name);
+    root[part.name] = jsonRows(part.table, false);
+  }
   root["total"] = Json::Value(root["total"][0]);
   root["keepFrom"] = summary.keepFrom();
-  return jsonDocument(root);
+  return jsonDocument(root, order);
 }
 
 }  // namespace desk::show

@@ -86,6 +86,9 @@ class Check(Folder):
         self.assertEqual(run["columnKind"], "unicodeCodePoints")
         self.assertTrue(run["invocations"][0]["executionSuccessful"])
         self.assertGreater(len(run["results"]), 1)
+        for rule in rules:
+            self.assertIn(rule["help"]["text"].removeprefix("Cure: "), rule["help"]["markdown"])
+            self.assertTrue(rule["fullDescription"]["text"].endswith("."), rule)
         for result in run["results"]:
             self.assertEqual(rules[result["ruleIndex"]]["id"], result["ruleId"])
             self.assertIn(result["level"], ("error", "warning", "note"))

@@ -1,0 +1,17 @@
+// JSON documents as the desk writes them.
+#pragma once
+
+#include <json/value.h>
+
+#include <string>
+#include <vector>
+
+namespace desk {
+
+/// The document with a line end: indented, characters as they are, numbers as short as they read
+/// back, no blank at the end of a line. Texts must be UTF-8.
+/// @param order the members that go before others, in this order. Those that were given a start as
+///              their offset go next, by it, and the rest by the alphabet.
+std::string jsonDocument(const Json::Value& root, const std::vector<std::string>& order = {});
+
+}  // namespace desk
