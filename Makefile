@@ -59,6 +59,7 @@ sdk: setup-arm
 	ctest --test-dir build/sdk -j$(JOBS) --output-on-failure -R '^(session\..*|plugin\.boundary)$$'
 
 packages: build armhf arm64
+	@tools/install-missing-packages.sh packages-debian.txt
 	tools/build-packages.sh build build/armhf build/arm64
 
 fuzz: setup

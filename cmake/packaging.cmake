@@ -7,7 +7,7 @@ if(NOT CUS_ARCHITECTURE)
   string(REGEX REPLACE "^aarch64$" "arm64" CUS_ARCHITECTURE "${CUS_ARCHITECTURE}")
   string(REGEX REPLACE "^arm.*$" "armhf" CUS_ARCHITECTURE "${CUS_ARCHITECTURE}")
 endif()
-set(CUS_PACKAGE_CONTACT "The developers of cusdesk" CACHE STRING
+set(CUS_PACKAGE_CONTACT "The developers of cusdesk <developers@cusdesk.invalid>" CACHE STRING
     "Who answers for the Debian packages, as \"NAME <ADDRESS>\"")
 
 # The same modes whatever the umask says.
@@ -30,9 +30,22 @@ if(CUS_BUILD_DESK)
           PATTERN cutCurIndex.txt EXCLUDE)
   install(FILES ${host_headers} DESTINATION include/cusdesk/host COMPONENT desk)
   install(FILES ${part_headers} DESTINATION include/cusdesk/part COMPONENT desk)
-  install(FILES README.md CHANGELOG.md DESTINATION share/doc/cusdesk COMPONENT desk)
-  install(DIRECTORY docs/ DESTINATION share/doc/cusdesk COMPONENT desk)
+  # As they lie in the sources: the pages link each other.
+  install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION share/doc/cusdesk
+          COMPONENT desk)
+  install(DIRECTORY docs DESTINATION share/doc/cusdesk COMPONENT desk)
+  install(FILES schema/README.md DESTINATION share/doc/cusdesk/schema COMPONENT desk)
   install(DIRECTORY schema/ DESTINATION share/cusdesk/schema COMPONENT editor)
+  foreach(package cusdesk:desk cusdesk-editor:editor)
+    string(REPLACE ":" ";" package ${package})
+    list(GET package 1 component)
+    list(GET package 0 package)
+    install(FILES cmake/debian/copyright DESTINATION share/doc/${package} COMPONENT ${component})
+    install(CODE "set(CUS_PACKAGE ${package})
+set(CUS_VERSION ${PROJECT_VERSION})
+set(CUS_CONTACT \"${CUS_PACKAGE_CONTACT}\")" COMPONENT ${component})
+    install(SCRIPT ${CMAKE_CURRENT_LIST_DIR}/write_debian_changelog.cmake COMPONENT ${component})
+  endforeach()
 
   # The program writes its own pages.
   set(pages ${CMAKE_BINARY_DIR}/pages)
@@ -71,8 +84,9 @@ set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE ${CUS_ARCHITECTURE})
 set(CPACK_DEBIAN_DESK_PACKAGE_SECTION science)
 set(CPACK_COMPONENT_DESK_DESCRIPTION
 "Desk runtime for the cutting-job scripts of panel controllers
-Stands in for the panel of a profile cutting machine: runs its scripts with the
-very plug-in that goes to the controller, and examines plug-ins before they go there.")
+Stands in for the panel of a profile cutting machine: runs its scripts with
+the very plug-in that goes to the controller, checks, shows and draws cutting
+jobs, and examines plug-ins before they go there.")
 # Named here and not found out by dpkg-shlibdeps, which knows only this machine's architecture. The
 # test compares the list with what the program needs.
 set(CPACK_DEBIAN_DESK_PACKAGE_DEPENDS
@@ -86,6 +100,7 @@ set(CPACK_DEBIAN_EDITOR_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_EDITOR_PACKAGE_SECTION science)
 set(CPACK_COMPONENT_EDITOR_DESCRIPTION
 "Editor support for cutting jobs and the scripts of panel controllers
-What editors need in order to help with cutting jobs and panel scripts: JSON Schema,
-XML Schema, a stub of the script module and settings for luacheck.")
+What editors need in order to help with cutting jobs and panel scripts:
+JSON Schema, XML Schema, a stub of the script module and settings for
+luacheck.")
 include(CPack)

@@ -1,5 +1,6 @@
 #!/bin/sh
-# Packs finished builds into build/packages and tries the desk of each in a clean root.
+# Packs finished builds into build/packages, holds the Debian packages against Debian's rules, and tries
+# the desk of each in a clean root.
 #
 #   tools/build-packages.sh BUILD_DIR...
 #
@@ -17,6 +18,7 @@ for build in "$@"; do
   (cd "$build" && cpack -B "$packages" >"$packages/cpack.log") || { cat "$packages/cpack.log"; exit 1; }
 done
 rm -rf "$packages/_CPack_Packages" "$packages/cpack.log"
+lintian --fail-on error,warning "$packages"/*.deb
 for package in "$packages"/cusdesk_*.deb; do
   "$tools/try-package.sh" "$package"
 done

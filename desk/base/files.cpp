@@ -8,7 +8,6 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
-#include <filesystem>
 #include <system_error>
 #include <utility>
 
@@ -17,8 +16,6 @@
 namespace desk {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr int kMaxNames = 16;
 constexpr int kCreateFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
@@ -42,18 +39,6 @@ bool randomName(std::string& name) {
 void syncDirectory(const std::string& directory) {
   const Descriptor opened(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (opened.isOpen()) ::fsync(opened.number());
-}
-
-/// The first of the two that exists: as built, or as installed. Both count from the program.
-std::string firstThatExists(const char* what, const char* built, const char* installed) {
-  std::error_code ignored;
-  const fs::path program = fs::read_symlink("/proc/self/exe", ignored).parent_path();
-  for (const char* place : {built, installed}) {
-    const fs::path candidate = (program / place).lexically_normal();
-    if (fs::exists(candidate, ignored)) return candidate.string();
-  }
-  throw Error(kExitIoError, std::string("cannot find ") + what + " (" + built +
-                                ") beside the program; name it on the command line");
 }
 
 }  // namespace
@@ -117,15 +102,6 @@ bool TemporaryFile::commit(std::string& reason) {
   path_.clear();
   syncDirectory(directory);
   return true;
-}
-
-std::string shippedPlugin() {
-  return firstThatExists("the plug-in", "libCustom_LuaParseModule.so",
-                         "../lib/cusdesk/libCustom_LuaParseModule.so");
-}
-
-std::string shippedExamples() {
-  return firstThatExists("the example tree", "share/cusdesk/examples", "../share/cusdesk/examples");
 }
 
 }  // namespace desk

@@ -1,4 +1,4 @@
-// Files of this PC: their owners, and where to find what ships with the program.
+// Files of this PC and their owners.
 #pragma once
 
 #include <sys/types.h>
@@ -65,12 +65,5 @@ class TemporaryFile {
   Descriptor descriptor_;
   int error_ = 0;
 };
-
-/// The plug-in beside the program, or in the package's library folder. Throws Error when neither
-/// is there.
-std::string shippedPlugin();
-
-/// The example tree that ships with the program. Throws Error when there is none.
-std::string shippedExamples();
 
 }  // namespace desk

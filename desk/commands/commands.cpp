@@ -5,7 +5,7 @@
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
-#include "desk/base/files.h"
+#include "desk/base/shipped.h"
 #include "desk/base/terminal.h"
 #include "desk/host/settings.h"
 
@@ -47,8 +47,8 @@ namespace {
 
 /// The directory that stands for the controller's file system. An empty or missing one would leave
 /// the PC's own.
-std::string rootDirectory(const Arguments& arguments) {
-  if (!arguments.has("root")) return shippedExamples();
+std::string rootDirectory(const Arguments& arguments, RootUse use) {
+  if (!arguments.has("root")) return use == RootUse::Scripts ? exampleRoot() : shippedExamples();
   std::string root = arguments.value("root");
   if (root.empty()) throw Error(kExitUsage, "option '--root' needs a directory");
   std::error_code reason;
@@ -61,9 +61,9 @@ std::string rootDirectory(const Arguments& arguments) {
 
 }  // namespace
 
-std::string applyGlobalOptions(const Arguments& arguments) {
+std::string applyGlobalOptions(const Arguments& arguments, RootUse use) {
   deskhost::Settings& settings = deskhost::settings();
-  settings.root = rootDirectory(arguments);
+  settings.root = rootDirectory(arguments, use);
   settings.usb = arguments.value("usb", settings.root + "/mnt/usb");
   // The progress file goes below the root too, unless the environment says otherwise.
   constexpr char kProgressVariable[] = "CUS_CUTCURINDEX_FILE";

@@ -14,8 +14,11 @@ const std::vector<Option>& globalOptions();
 /// All commands, in the order in which the help lists them.
 const std::vector<Command>& allCommands();
 
+/// Whether a command lets scripts write below the root.
+enum class RootUse { Reading, Scripts };
+
 /// Applies --root and --usb to the host's services, and returns the path of the plug-in.
-std::string applyGlobalOptions(const Arguments& arguments);
+std::string applyGlobalOptions(const Arguments& arguments, RootUse use);
 
 /// A script for bash that completes commands, options and their arguments.
 std::string bashCompletion();

@@ -119,7 +119,7 @@ int run(const Arguments& arguments) {
   const std::string& file = arguments.operands.front();
   std::optional<Progress> progress(std::in_place);
   progress->show("drawing " + file);
-  applyGlobalOptions(arguments);
+  applyGlobalOptions(arguments, RootUse::Reading);
   const DATA_T job = readQuietly(arguments);
   const std::vector<draw::BarPlace> bars = layOutBars(job, {arguments.value("bar"), ""});
   const std::string source = std::filesystem::path(file).filename().string();

@@ -4,7 +4,7 @@
 #include <fstream>
 
 #include "desk/base/errors.h"
-#include "desk/base/files.h"
+#include "desk/base/shipped.h"
 #include "desk/commands/commands.h"
 #include "desk/job/job_file.h"
 #include "desk/panel/panel.h"
@@ -62,7 +62,7 @@ panel::PanelSetup setupOf(const Arguments& arguments) {
     refuse("size", "WIDTHxHEIGHT in pixels, such as 1280x800");
   }
   setup.verbose = arguments.has("verbose");
-  setup.plugin = applyGlobalOptions(arguments);
+  setup.plugin = applyGlobalOptions(arguments, RootUse::Scripts);
   setup.facts.script = arguments.value("script");
   if (setup.facts.script.empty()) setup.facts.script = shippedExamples() + "/panel.lua";
   if (!std::ifstream(setup.facts.script)) {

@@ -64,7 +64,7 @@ int prompt(script::ScriptEngine& engine, const repl::PromptCode& code, const Arg
 }
 
 int run(const Arguments& arguments) {
-  const script::Plugin plugin(applyGlobalOptions(arguments));
+  const script::Plugin plugin(applyGlobalOptions(arguments, RootUse::Scripts));
   const bool raw = arguments.has("raw-errors");
   script::ScriptEngine engine(
       plugin, raw ? script::ModuleErrors::Raw : script::ModuleErrors::Guarded,

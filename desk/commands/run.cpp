@@ -17,7 +17,7 @@ int run(const Arguments& arguments) {
   const std::string script = words.front();
   words.erase(words.begin());
 
-  const script::Plugin plugin(applyGlobalOptions(arguments));
+  const script::Plugin plugin(applyGlobalOptions(arguments, RootUse::Scripts));
   const bool raw = arguments.has("raw-errors");
   script::ScriptEngine engine(plugin,
                               raw ? script::ModuleErrors::Raw : script::ModuleErrors::Guarded,

@@ -89,7 +89,7 @@ Question questionOf(const Arguments& arguments, const TableRow& table) {
 TextTable answer(const Arguments& arguments, const std::string& file, const Question& question) {
   const StdoutRedirect detour(arguments.has("verbose") ? StdoutRedirect::To::StandardError
                                                        : StdoutRedirect::To::Nowhere);
-  const script::Plugin plugin(applyGlobalOptions(arguments));
+  const script::Plugin plugin(applyGlobalOptions(arguments, RootUse::Reading));
   script::ScriptEngine engine(plugin, script::ModuleErrors::Guarded);
   show::loadJob(engine, job::presentJob(file).name);
   return ask(engine, question);

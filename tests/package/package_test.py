@@ -34,7 +34,8 @@ def pack(name, **environment):
 
 def run(*words):
     return subprocess.run(list(map(str, words)), capture_output=True, text=True, timeout=120,
-                          cwd=SCRATCH.name, env={"PATH": "/usr/bin:/bin", "LC_ALL": "C.UTF-8"})
+                          cwd=SCRATCH.name, env={"PATH": "/usr/bin:/bin", "LC_ALL": "C.UTF-8",
+                                                 "HOME": f"{SCRATCH.name}/home"})
 
 
 class Packages(unittest.TestCase):
@@ -102,9 +103,24 @@ class Packages(unittest.TestCase):
         demo = self.root / "usr/share/cusdesk/examples/demo.lua"
         answer = run(*EMULATOR, self.root / "usr/bin/cusdesk", "run", demo)
         expected = run(CUSDESK, "run", f"{EXAMPLES}/demo.lua")
-        self.assertEqual((answer.returncode, answer.stderr), (0, ""))
+        copy = pathlib.Path(SCRATCH.name, "home/.local/share/cusdesk/examples")
+        self.assertEqual((answer.returncode, answer.stderr), (
+            0, f"cusdesk: scripts work on your own copy of the examples, {copy}\n"))
         self.assertEqual(answer.stdout, expected.stdout)
-        self.assertTrue((self.root / "usr/share/doc/cusdesk/integrating.md").exists())
+        before = {path: path.stat().st_mtime_ns for path in self.root.rglob("*")}
+        script = pathlib.Path(SCRATCH.name, "save.lua")
+        script.write_text("require('cus_ParseModule').save_cutCurIndex('1', '2')")
+        answer = run(*EMULATOR, self.root / "usr/bin/cusdesk", "run", script)
+        self.assertEqual((answer.returncode, answer.stderr), (0, ""))
+        self.assertTrue((copy / "mnt/data/CustomFileDir/cutCurIndex.txt").exists())
+        self.assertEqual({path: path.stat().st_mtime_ns for path in self.root.rglob("*")}, before)
+
+    def test_links_of_the_installed_pages_hold(self):
+        pages = list((self.root / "usr/share/doc/cusdesk").rglob("*.md"))
+        self.assertGreater(len(pages), 10)
+        for page in pages:
+            for link in re.findall(r"\]\((?!https?:|#)([^)#]+)", page.read_text()):
+                self.assertTrue((page.parent / link).exists(), f"{page.name}: {link}")
 
     def test_completion_manual_and_editor_files_are_where_programs_look_for_them(self):
         share = self.root / "usr/share"
