@@ -47,6 +47,15 @@ constexpr Format kFormats[] = {
     {"json", jsonText},
     {"csv", csvText}};
 
+/// The format that is not one of a table.
+constexpr char kHtml[] = "html";
+
+std::vector<std::string> allFormats() {
+  std::vector<std::string> names = namesOf(kFormats);
+  names.emplace_back(kHtml);
+  return names;
+}
+
 /// What stands for no file although it is taken for one: a table, or a word like one.
 void refuseWrongWords(const std::vector<std::string>& files) {
   const std::vector<std::string> tables = namesOf(kTables);
@@ -139,6 +148,12 @@ int run(const Arguments& arguments) {
     throw Error(kExitUsage, "show: which file? A table is one file's; see 'cusdesk show --help'");
   }
   const TableRow& table = choice(arguments.operands.back(), "show: what to show", kTables);
+  if (arguments.value("format") == kHtml) {
+    if (table.subject != Subject::Cuts || table.isPieces) {
+      throw Error(kExitUsage, "show: --format html is for cuts");
+    }
+    return printCutList(arguments);
+  }
   if (!table.isPieces) return showRows(arguments, table);
   if (arguments.has("where")) throw Error(kExitUsage, "show: pieces tell their lines as they are");
   return showPieces(arguments);
@@ -156,11 +171,14 @@ Command showCommand() {
       "  cusdesk show job.json pieces --barcode DEMO-0101  where a piece is, and what is done to "
       "it\n"
       "  cusdesk show job.json --where works --barcode DEMO-0101  with the line of each value\n"
-      "  cusdesk show job.xml labels --format csv  for a spreadsheet\n",
+      "  cusdesk show job.xml labels --format csv  for a spreadsheet\n"
+      "  cusdesk show job.json cuts --format html > list.html  a cut list to print, with "
+      "barcodes\n",
       {
           {"barcode", "CODE", "only what is about pieces with this barcode"},
           {"bar", "NUMBER", "only what is about bars with this number"},
-          {"format", "FORMAT", "text (default), json or csv", '\0', namesOf(kFormats)},
+          {"format", "FORMAT", "text (default), json or csv; of cuts also html", '\0',
+           allFormats()},
           {"keep-from", "LENGTH",
            "how long a leftover is worth keeping, in a summary (default: 500)"},
           {"where", nullptr, "add the line that each value was read from; mark carried ones"},

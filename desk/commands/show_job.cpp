@@ -1,6 +1,7 @@
 #include "desk/commands/show_job.h"
 
 #include <cstdio>
+#include <filesystem>
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
@@ -9,6 +10,7 @@
 #include "desk/check/reports.h"
 #include "desk/commands/checked_job.h"
 #include "desk/job/selection.h"
+#include "desk/show/cut_list.h"
 #include "desk/show/job_summary.h"
 #include "desk/show/pieces.h"
 
@@ -44,6 +46,13 @@ double lengthOf(const std::string& text) {
   throw Error(kExitUsage, "show: --keep-from is a length, not '" + text + "'");
 }
 
+/// The bars and pieces that are asked for. Throws Error where the job has none of them.
+job::Selection selectionOf(const Arguments& arguments, const CheckedJob& job) {
+  job::Selection selection{arguments.value("bar"), arguments.value("barcode")};
+  job::requireAny("show", job.traced().job, selection);
+  return selection;
+}
+
 }  // namespace
 
 int showSummary(const Arguments& arguments) {
@@ -64,9 +73,17 @@ int showPieces(const Arguments& arguments) {
   const auto& format =
       choice(arguments.value("format", "text"), "show: --format of pieces", kPiecesFormats);
   const CheckedJob job(arguments.operands.front());
-  const job::Selection selection{arguments.value("bar"), arguments.value("barcode")};
-  job::requireAny("show", job.traced().job, selection);
-  std::fputs(format.write(show::piecesOf(job.traced(), selection)).c_str(), stdout);
+  std::fputs(format.write(show::piecesOf(job.traced(), selectionOf(arguments, job))).c_str(),
+             stdout);
+  return kExitOk;
+}
+
+int printCutList(const Arguments& arguments) {
+  const std::string& file = arguments.operands.front();
+  const CheckedJob job(file);
+  const std::string source = std::filesystem::path(file).filename().string();
+  std::fputs(show::cutListHtml(job.traced().job, source, selectionOf(arguments, job)).c_str(),
+             stdout);
   return kExitOk;
 }
 

@@ -11,4 +11,7 @@ int showSummary(const Arguments& arguments);
 /// The pieces of the first operand.
 int showPieces(const Arguments& arguments);
 
+/// The cut list of the first operand, as HTML.
+int printCutList(const Arguments& arguments);
+
 }  // namespace desk::commands

@@ -6,7 +6,9 @@ Usage: show_command_test.py CUSDESK
 import csv
 import io
 import json
+import subprocess
 import unittest
+import xml.etree.ElementTree as ElementTree
 
 from cusdesk import Folder
 
@@ -132,6 +134,31 @@ B (5)    2 way (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
             ("jobs", ""), ("total", "12000"), ("stock", "6000"), ("material", "12000"),
             ("leftovers", "500")])
 
+    def test_cut_list_has_barcodes_that_a_scanner_reads(self):
+        odd = ["A", "".join(map(chr, range(32, 55))), "~}|{zyx" * 3, "DEMO-0101", "\u7a93<&>\"'",
+               "</td>", "x" * 26, "", "a\nb"]
+        pieces = [{"PieceNumber": n, "BarCode": code, "cut": {"Length": "9", "sxB": "30", "dxB": "x<"}}
+                  for n, code in enumerate(odd, 1)]
+        self.write("odd.json", json.dumps({"Version": "1.0", "Name": "<b>", "Bar": [
+            {"BarNumber": 1, "length": 80, "piece": pieces}]}))
+        page = ElementTree.fromstring(self.show("odd.json", "cuts", "--format", "html")[0])
+        self.assertEqual([page.find(".//h1").text, page.find(".//*[@class='sum']").text],
+                         ["<b>", "80 long  ·  9 pieces, together 81 long"])
+        cells = page.findall(".//tbody//td[@class='code']")
+        self.assertEqual(["".join(cell.itertext()) for cell in cells],
+                         [code.replace("\n", " ") for code in odd])
+        read = []
+        for cell in cells:
+            for picture in cell:
+                picture.tail = None
+                self.write("code.svg", ElementTree.tostring(picture))
+                subprocess.run(["rsvg-convert", "-b", "white", "-o", "code.png", "code.svg"],
+                               cwd=self.folder, check=True)
+                read.append(subprocess.run(
+                    ["zbarimg", "--nodbus", "-q", "--raw", "code.png"], cwd=self.folder,
+                    capture_output=True, text=True, check=False).stdout[:-1])
+        self.assertEqual(read, [code for code in odd[:6] if code.isascii()])
+
     def test_json_keeps_numbers(self):
         rows = json.loads(self.show("job.json", "works", "--format=json")[0])
         self.assertEqual([row["PositionX"] for row in rows], [0.1, 1e300])
@@ -182,6 +209,7 @@ bar  place  piece  from  length  left  right  barcode  works                    
             (["job.json", "bad.json"], 3, "cannot load bad.json"),
             (["job.json", "dimensions"], 2, "dimensions need a --barcode"),
             (["job.json", "holes", "--bar", "1"], 2, "--bar selects nothing of holes"),
+            (["job.json", "bars", "--format", "html"], 2, "--format html is for cuts"),
             (["job.json", "pieces", "--where"], 2, "pieces tell their lines"),
             (["job.json", "cuts", "--bar", "99"], 3, "show: the job has no bar 99"),
             (["job.json", "pieces", "--bar", "2", "--barcode", "A"], 3,

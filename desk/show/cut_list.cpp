@@ -1,0 +1,271 @@
+#include "desk/show/cut_list.h"
+
+#include <tinyxml2.h>
+
+#include <algorithm>
+#include <map>
+#include <vector>
+
+#include "desk/base/numbers.h"
+#include "desk/base/text.h"
+#include "desk/draw/summary.h"
+#include "desk/draw/yield.h"
+#include "desk/show/code128.h"
+#include "desk/show/cut_list.css.h"
+#include "desk/show/job_summary.h"
+
+namespace desk::show {
+
+namespace {
+
+/// How wide barcodes may be and how high they are, in pixels of the page. Their modules are whole
+/// pixels: where stripes end between two, scanners fail.
+constexpr int kCodeWidth = 310;
+constexpr int kCodeHeight = 30;
+constexpr int kBestModule = 2;
+
+/// The sketch of a piece, in pixels.
+constexpr double kSketchWidth = 76.0;
+constexpr double kSketchHeight = 14.0;
+
+class CutList {
+ public:
+  CutList(const DATA_T& job, const std::string& source, const job::Selection& selection)
+      : job_(job), source_(source), selection_(selection), page_(nullptr, true) {
+    for (const BAR_T& bar : job.Bar) {
+      if (isListed(bar)) bars_.push_back(draw::layOut(bar));
+    }
+  }
+
+  std::string write() {
+    page_.PushUnknown("DOCTYPE html");
+    open("html");
+    page_.PushAttribute("lang", "en");
+    addHead();
+    open("body");
+    addHeading();
+    if (selection_.bar.empty() && selection_.barCode.empty()) addStock();
+    open("table", "list");
+    addColumns();
+    for (const draw::BarPlace& bar : bars_) addBar(bar);
+    close(3);
+    return page_.CStr();
+  }
+
+ private:
+  bool isListed(const BAR_T& bar) const {
+    const auto isMeant = [&](const PIECE_T& piece) { return selection_.has(piece); };
+    return selection_.has(bar) &&
+           (selection_.barCode.empty() || std::any_of(bar.piece.begin(), bar.piece.end(), isMeant));
+  }
+
+  void open(const char* name, const char* kind = nullptr) {
+    page_.OpenElement(name, true);
+    if (kind != nullptr) page_.PushAttribute("class", kind);
+  }
+  void close(int count = 1) {
+    while (count-- > 0) page_.CloseElement(true);
+  }
+  /// Also an empty text ends the start tag: browsers know no empty-element tags of HTML.
+  void add(const char* name, const std::string& text, const char* kind = nullptr) {
+    open(name, kind);
+    page_.PushText(xmlText(text).c_str());
+    close();
+  }
+
+  void addHead() {
+    open("head");
+    open("meta");
+    page_.PushAttribute("charset", "utf-8");
+    close();
+    add("title", title());
+    open("style");
+    page_.PushText(cut_list_css);
+    close(2);
+  }
+
+  std::string title() const { return job_.Name.empty() ? source_ : job_.Name; }
+
+  void addHeading() {
+    add("h1", title());
+    add("p", source_ + "  ·  " + draw::totalText(bars_) + "  ·  lengths in " +
+                 (job_.Unit.empty() ? "mm" : job_.Unit));
+  }
+
+  void addBox() { add("span", "", "box"); }
+
+  void addStock() {
+    JobSummary summary(0.0);
+    summary.add(source_, job_, {});
+    const TextTable stock = summary.stock();
+    open("table", "stock");
+    open("thead");
+    open("tr");
+    add("th", "fetch");
+    for (const std::string& key : stock.keys) add("th", key);
+    close(2);
+    for (const auto& row : stock.rows) {
+      open("tr");
+      open("td");
+      addBox();
+      close();
+      for (const Cell& cell : row) add("td", cell.text);
+      close();
+    }
+    close();
+  }
+
+  void addColumns() {
+    constexpr const char* kColumns[][2] = {{"cut", "tick"},      {"piece", "number"},
+                                           {"length", "length"}, {"ends", "ends"},
+                                           {"barcode", "code"},  {"works", "works"}};
+    open("colgroup");
+    for (const auto& [name, kind] : kColumns) {
+      open("col", kind);
+      close();
+    }
+    close();
+    open("thead");
+    open("tr");
+    open("th", "job");
+    page_.PushAttribute("colspan", 6);
+    page_.PushText(xmlText(title() + "  ·  " + source_).c_str());
+    close(2);
+    open("tr");
+    for (const auto& [name, kind] : kColumns) add("th", name, kind);
+    close(2);
+  }
+
+  void addBar(const draw::BarPlace& bar) {
+    open("tbody", "bar");
+    open("tr", "title");
+    open("th");
+    page_.PushAttribute("colspan", 6);
+    addBox();
+    std::vector<std::string> facts{"Bar " + bar.bar->BarNumber};
+    for (const std::string* text : {&bar.bar->DXF_Name, &bar.bar->BarName, &bar.bar->BarColor}) {
+      if (!text->empty()) facts.push_back(*text);
+    }
+    add("span", joined(facts, "  ·  "), "name");
+    add("span", stockText(bar), "sum");
+    close(2);
+    for (std::size_t i = 0; i < bar.pieces.size(); ++i) {
+      if (selection_.has(*bar.pieces[i].piece)) addPiece(bar, i);
+    }
+    close();
+  }
+
+  static std::string stockText(const draw::BarPlace& bar) {
+    std::string text = bar.length > 0.0 ? hundredthsText(bar.length) + " long" : "length not known";
+    text += "  ·  " + countText(bar.pieces.size(), "piece");
+    const bool fits = draw::yieldOf(bar).length > 0.0;
+    if (fits) return text + "  ·  " + hundredthsText(draw::certainLeftOver(bar)) + " left over";
+    return text + ", together " + hundredthsText(bar.used) + " long";
+  }
+
+  void addPiece(const draw::BarPlace& bar, std::size_t index) {
+    const draw::PiecePlace& place = bar.pieces[index];
+    const PIECE_T& piece = *place.piece;
+    open("tr");
+    open("td", "tick");
+    addBox();
+    close();
+    add("td", draw::pieceName(*bar.bar, static_cast<int>(index) + 1), "number");
+    add("td", place.length > 0.0 ? hundredthsText(place.length) : piece.Length, "length");
+    addEnds(place);
+    addCode(piece.BarCode);
+    addWorks(piece);
+    close();
+  }
+
+  /// The angles and a sketch that shows which way they lean.
+  void addEnds(const draw::PiecePlace& place) {
+    open("td", "ends");
+    openPicture(static_cast<int>(kSketchWidth) + 2, static_cast<int>(kSketchHeight) + 2);
+    std::string corners;
+    for (const draw::Point& point :
+         draw::outlineOf(1.0, kSketchWidth, kSketchHeight, place.leftAngle, place.rightAngle)) {
+      corners +=
+          hundredthsText(point.x) + "," + hundredthsText(kSketchHeight + 1.0 - point.y) + " ";
+    }
+    open("polygon");
+    page_.PushAttribute("points", corners.c_str());
+    page_.PushAttribute("fill", "none");
+    page_.PushAttribute("stroke", "#000");
+    close(2);
+    page_.PushText(xmlText(place.piece->sxB + "° / " + place.piece->dxB + "°").c_str());
+    close();
+  }
+
+  void openPicture(int width, int height) {
+    open("svg");
+    page_.PushAttribute("xmlns", "http://www.w3.org/2000/svg");
+    page_.PushAttribute("width", width);
+    page_.PushAttribute("height", height);
+  }
+
+  void addCode(const std::string& text) {
+    open("td", "code");
+    const std::string stripes = code128(text);
+    int module = kBestModule;
+    while (module > 0 && module * widthOfCode(stripes) > kCodeWidth) --module;
+    if (!stripes.empty() && module > 0) addStripes(stripes, module);
+    page_.PushText(xmlText(text).c_str());
+    close();
+  }
+
+  void addStripes(const std::string& stripes, int module) {
+    openPicture(module * widthOfCode(stripes), kCodeHeight);
+    page_.PushAttribute("shape-rendering", "crispEdges");
+    std::string path;
+    int x = module * kQuietZone;
+    bool isDark = true;
+    for (const char stripe : stripes) {
+      const int width = module * (stripe - '0');
+      if (isDark) {
+        path += "M" + std::to_string(x) + " 0h" + std::to_string(width) + "v" +
+                std::to_string(kCodeHeight) + "h-" + std::to_string(width) + "z";
+      }
+      x += width;
+      isDark = !isDark;
+    }
+    open("path");
+    page_.PushAttribute("d", path.c_str());
+    close(2);
+  }
+
+  /// How often which work, side by side, then whose piece it is.
+  void addWorks(const PIECE_T& piece) {
+    std::map<double, std::map<std::string, int>> sides;
+    for (const WORK_T& work : piece.work) ++sides[work.ProfiLav][work.Name];
+    open("td", "works");
+    for (const auto& [side, works] : sides) {
+      std::vector<std::string> texts;
+      for (const auto& [name, count] : works) {
+        texts.push_back(count > 1 ? name + " × " + std::to_string(count) : name);
+      }
+      add("div", "side " + shortestText(side) + ": " + joined(texts, ", "));
+    }
+    std::vector<std::string> label;
+    for (const std::string* text : {&piece.mark, &piece.Customer, &piece.order_code}) {
+      if (!text->empty()) label.push_back(*text);
+    }
+    add("div", joined(label, "  ·  "), "label");
+    close();
+  }
+
+  const DATA_T& job_;
+  const std::string& source_;
+  const job::Selection& selection_;
+  std::vector<draw::BarPlace> bars_;
+  tinyxml2::XMLPrinter page_;
+};
+
+}  // namespace
+
+std::string cutListHtml(const DATA_T& job, const std::string& source,
+                        const job::Selection& selection) {
+  return CutList(job, source, selection).write() + std::string("\n");
+}
+
+}  // namespace desk::show

@@ -1,0 +1,16 @@
+// A cut list for the shop floor: one page to print, with boxes to tick and barcodes to scan.
+#pragma once
+
+#include <string>
+
+#include "desk/job/selection.h"
+#include "model/job_records.h"
+
+namespace desk::show {
+
+/// An HTML document that needs nothing beside itself and prints on A4, bar by bar.
+/// @param source what the job's file is called
+std::string cutListHtml(const DATA_T& job, const std::string& source,
+                        const job::Selection& selection);
+
+}  // namespace desk::show
