@@ -6,10 +6,29 @@ namespace desk::commands {
 
 namespace {
 
-// What can stand in a place: words with blanks between, or one of these.
+// What can stand in a place: words with blanks between, and these. "@.json" is a file that ends so.
 constexpr char kFiles[] = "@file";
 constexpr char kFolders[] = "@dir";
 constexpr char kAnything[] = "@any";
+
+/// How the files end that an operand or an option wants, by its name.
+struct Endings {
+  const char* name;
+  const char* kind;
+};
+constexpr Endings kEndings[] = {
+    {"FILE", "@.json @.xml"}, {"OLD", "@.json @.xml"}, {"NEW", "@.json @.xml"},
+    {"job", "@.json @.xml"},  {"SCRIPT", "@.lua"},     {"script", "@.lua"},
+    {"PLUGIN", "@.so"},       {"plugin", "@.so"},      {"output", "@.svg @.png"},
+    {"svg", "@.svg"},         {"png", "@.png"},
+};
+
+std::string filesFor(const std::string& name) {
+  for (const Endings& endings : kEndings) {
+    if (endings.name == name) return endings.kind;
+  }
+  return kFiles;
+}
 
 /// What the argument of an option can be, from its name in the help.
 std::string argumentOf(const Option& option) {
@@ -17,7 +36,7 @@ std::string argumentOf(const Option& option) {
   const std::string name = option.argument;
   if (name.find("DIR") != std::string::npos) return kFolders;
   for (const char* part : {"FILE", "PATH", "OUT"}) {
-    if (name.find(part) != std::string::npos) return kFiles;
+    if (name.find(part) != std::string::npos) return filesFor(option.name);
   }
   return kAnything;
 }
@@ -69,8 +88,9 @@ std::string operandBranches(const Command& command) {
     const bool isEach = isLast && (operand.repeats || !files.empty());
     const std::string words =
         isEach ? pattern(command.name, "") + "*" : pattern(command.name, std::to_string(i + 1));
-    text += branch(words, operand.values.empty() ? kFiles : files + joined(operand.values, " "));
-    if (operand.repeats) files = std::string(kFiles) + " ";
+    text += branch(words, operand.values.empty() ? filesFor(operand.name)
+                                                 : files + joined(operand.values, " "));
+    if (operand.repeats) files = filesFor(operand.name) + " ";
   }
   return text;
 }
@@ -99,11 +119,21 @@ std::string bashCompletion() {
   operands = branch("'help 1'", joined(names, " ")) + operands;
   names.emplace_back("help");
   operands = branch("' 1'", joined(names, " ")) + operands;
-  return "# bash completion for cusdesk, made by 'cusdesk export completion'\n\n" +
+  return "# completion for cusdesk in bash and zsh, made by 'cusdesk export completion'\n\n" +
          function("_cusdesk_options", "COMMAND, how many operands so far: the options", options) +
          function("_cusdesk_argument", "COMMAND OPTION: what its argument can be", arguments) +
          function("_cusdesk_operand", "COMMAND NUMBER: what that operand can be", operands) +
          bash_completion_sh;
+}
+
+std::string fishCompletion() {
+  return "# completion for cusdesk in fish, made by 'cusdesk export fish'; bash does the work\n\n"
+         "function _cusdesk\n"
+         "  bash -c 'eval \"$(cusdesk export completion)\"; COMP_WORDS=(\"$@\"); "
+         "COMP_CWORD=$(($# - 1)); _cusdesk; printf \"%s\\n\" \"${COMPREPLY[@]}\"' bash "
+         "(commandline -opc) (commandline -ct)\n"
+         "end\n"
+         "complete -c cusdesk -f -a '(_cusdesk)'\n";
 }
 
 }  // namespace desk::commands

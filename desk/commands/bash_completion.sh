@@ -1,10 +1,34 @@
+_cusdesk_matches() {  # WORD KIND...: what begins with the word and is of one of these kinds
+  local word=$1 kind folders=''
+  shift
+  for kind in "$@"; do
+    case $kind in
+      @any) ;;
+      @dir) folders=yes ;;
+      @file) compgen -f -- "$word" || : ;;
+      @*) folders=yes && compgen -f -X "!*${kind#@}" -- "$word" || : ;;
+      *) compgen -W "$kind" -- "$word" || : ;;
+    esac
+  done
+  if [[ -n $folders ]]; then compgen -d -- "$word" || :; fi
+}
+
+_cusdesk_reply() {  # BEFORE WORD KIND...: fills COMPREPLY, with BEFORE in front of each match
+  local before=$1 match
+  shift
+  COMPREPLY=()
+  while IFS= read -r match; do
+    COMPREPLY+=("$before$match")
+  done < <(_cusdesk_matches "$@")
+}
+
 _cusdesk() {
-  local word=${COMP_WORDS[COMP_CWORD]} command='' operands=0 waiting='' seen kind i
+  local word=${COMP_WORDS[COMP_CWORD]} before='' command='' operands=0 waiting='' seen kind i
   # What stands in front: the command, its operands, an option that still wants its argument.
-  # "--option=argument" comes as three words.
+  # "--option=argument" comes as three words in bash, as one in others.
   for ((i = 1; i < COMP_CWORD; i++)); do
     seen=${COMP_WORDS[i]}
-    if [[ $seen == = ]]; then
+    if [[ $seen == '=' ]]; then
       continue
     elif [[ -n $waiting ]]; then
       waiting=''
@@ -16,7 +40,11 @@ _cusdesk() {
       operands=$((operands + 1))
     fi
   done
-  [[ $word == = ]] && word=''
+  if [[ $word == '=' ]]; then
+    word=''
+  elif [[ $word == --*=* ]]; then
+    waiting=${word%%=*} before=${word%%=*}= word=${word#*=}
+  fi
 
   if [[ -n $waiting ]]; then
     kind=$(_cusdesk_argument "$command" "$waiting")
@@ -25,14 +53,14 @@ _cusdesk() {
   else
     kind=$(_cusdesk_operand "$command" "$((operands + 1))")
   fi
-  case $kind in
-    @file*)
-      mapfile -t COMPREPLY < <(compgen -f -- "$word" || :; compgen -W "${kind#@file}" -- "$word") ;;
-    @dir) mapfile -t COMPREPLY < <(compgen -d -- "$word") ;;
-    @any | '') COMPREPLY=() ;;
-    *) mapfile -t COMPREPLY < <(compgen -W "$kind" -- "$word") ;;
-  esac
-  if [[ $kind == @* ]]; then compopt -o filenames 2>/dev/null || :; fi
+  # shellcheck disable=SC2086  # a kind is words
+  _cusdesk_reply "$before" "$word" $kind
+  if [[ $kind == *@.* && ${#COMPREPLY[@]} == 0 ]]; then _cusdesk_reply "$before" "$word" @file; fi
+  if [[ $kind == *@* ]]; then compopt -o filenames 2>/dev/null || :; fi
 }
 
+if [[ -n ${ZSH_VERSION-} ]]; then
+  autoload -U +X compinit && compinit -u
+  autoload -U +X bashcompinit && bashcompinit
+fi
 complete -F _cusdesk cusdesk

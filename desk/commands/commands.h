@@ -20,8 +20,11 @@ enum class RootUse { Reading, Scripts };
 /// Applies --root and --usb to the host's services, and returns the path of the plug-in.
 std::string applyGlobalOptions(const Arguments& arguments, RootUse use);
 
-/// A script for bash that completes commands, options and their arguments.
+/// A script for bash and zsh that completes commands, options and their arguments.
 std::string bashCompletion();
+
+/// The same for fish, which asks bash.
+std::string fishCompletion();
 
 /// The manual page cusdesk(1), for man's macros.
 std::string manPage();

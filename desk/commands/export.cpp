@@ -24,6 +24,7 @@ constexpr Document kDocuments[] = {
     {"panel-stub", "cusdesk_panel.lua", editor::panelStub},
     {"luacheckrc", "cus_ParseModule.luacheckrc", editor::luacheckConfig},
     {"completion", nullptr, bashCompletion},
+    {"fish", nullptr, fishCompletion},
     {"man", nullptr, manPage},
     {"tables", nullptr, editor::manualTables},
 };
@@ -63,11 +64,12 @@ int run(const Arguments& arguments) {
 Command exportCommand() {
   return {
       "export",
-      "[schema|xsd|stub|luacheckrc|completion|man|tables]",
+      "[schema|xsd|stub|panel-stub|luacheckrc|completion|fish|man|tables]",
       "write out what editors and shells want to know",
       "  cusdesk export --into .cusdesk            schema, XSD, Lua stubs and luacheck settings\n"
       "  cusdesk export schema > cutting-job.schema.json  one of them\n"
-      "  source <(cusdesk export completion)       commands and options by Tab, in bash\n"
+      "  source <(cusdesk export completion)       commands and options by Tab, in bash and zsh\n"
+      "  cusdesk export fish | source              the same in fish\n"
       "  cusdesk export man > cusdesk.1            the manual page\n"
       "  cusdesk export tables > tables.md         the tables of the manual, in Markdown\n",
       {

@@ -56,21 +56,23 @@ class Completion(cusdesk.Folder):
             self.assertEqual(self.offered(command, "--"), options_of(command), command)
 
     def test_places_and_what_they_offer(self):
-        files = ["a job.json", "completion", "folder", "other.txt"]
         for words, expected in [
                 (["ch"], ["check"]),
                 (["--root", ""], ["folder"]),
                 (["--root", "folder", "ru"], ["run"]),
                 (["--root", "=", "folder", "ru"], ["run"]),
                 (["check", "a"], ["a job.json"]),
-                (["check", "other.txt", ""], files),
+                (["check", "other.txt", ""], ["a job.json", "folder"]),
+                (["check", "o"], ["other.txt"]),  # none of the kind: any
                 (["check", "other.txt", "--fo"], ["--format"]),
                 (["check", "--format", ""], ["text", "json", "sarif", "junit"]),
                 (["check", "--format", "="], ["text", "json", "sarif", "junit"]),
                 (["check", "--format", "=", "s"], ["sarif"]),
+                (["check", "--format=s"], ["--format=sarif"]),
+                (["draw", "a job.json", "-o", "f"], ["folder"]),
                 (["check", "--format", "json", "--fail-on", "n"], ["note", "never"]),
                 (["show", "other.txt", "l"], ["labels"]),
-                (["show", "--where", "other.txt", "c"], ["cuts", "completion"]),
+                (["show", "--where", "other.txt", "c"], ["cuts"]),
                 (["show", "c"], ["completion"]),
                 (["show", "--bar", ""], []),
                 (["run", "other.txt", "--"], []),
