@@ -29,7 +29,8 @@ class CommandLine(unittest.TestCase):
             (["show", "job.json", "cuts", "--format", "jsn"],
              "show: --format is one of text, json, csv, not 'jsn'; did you mean 'json'?"),
             (["export", "scheme"], "export: what is 'scheme'? Did you mean 'schema'? Usage: cusdesk "
-                                   "export [schema|xsd|stub|panel-stub|luacheckrc|completion|fish|man|tables]"),
+                                   "export [schema|xsd|stub|panel-stub|luacheckrc|completion|fish|"
+                                   "man|tables]"),
             (["export"], "export: name one thing, or a folder with --into"),
             (["run", "--raw-error", "--no-such"], "unknown option '--no-such'"),
         ]:

@@ -2,8 +2,9 @@
 
 Usage: docs_test.py CUSDESK SOURCE_DIR       UPDATE_EXPECTED=1 writes answers and tables instead
 
-In a page, a Lua block stands before what it prints, without the plug-in's own lines. Files named in
-the same section lie in the controller's flash. A table of "cusdesk export tables" stands below the
+In a page, a Lua block stands before what it prints, without the plug-in's own lines, unless it is a
+file's. Files named in the same section lie in the controller's flash. In a prompt block answers stand
+behind the lines that are typed. A table of "cusdesk export tables" stands below the
 comment that it has there, such as "<!-- rows: Work -->".
 """
 
@@ -16,16 +17,17 @@ import subprocess
 import sys
 import unittest
 
-from cusdesk import Folder, run
+from cusdesk import CUSDESK, Folder, run
 
 SOURCE = pathlib.Path(sys.argv.pop()).resolve()
 DOCS = SOURCE / "docs"
-PAGES = ("manual.md", "jobs.md", "oddities.md")
+PAGES = ("manual.md", "jobs.md", "oddities.md", "scripts.md")
 UPDATE = os.environ.get("UPDATE_EXPECTED") == "1"
 
 SECTION = re.compile(r"(?:^##+ |\A).*?(?=^##+ |\Z)", re.M | re.S)
 FILE = re.compile(r"^`([^`]+)`:\n```\w+\n(.*?)^```", re.M | re.S)
 SCRIPT = re.compile(r"^```lua\n(.*?)^```\n```text\n(.*?)^```", re.M | re.S)
+PROMPT = re.compile(r"^```prompt\n(.*?)^```", re.M | re.S)
 CONSOLE = re.compile(r"^```console\n(.*?)^```", re.M | re.S)
 TABLE = re.compile(r"^<!-- ([^\n]+) -->\n((?:\|.*(?:\n|\Z))*)", re.M)
 OWN_LINES = re.compile(
@@ -57,10 +59,19 @@ class Docs(Folder):
         for name, content in files:
             self.write(name, content)
         lines = ""
-        for command in re.findall(r"^\$ cusdesk (.*)$", text, re.M):
-            answer = self.run_here(*command.split())
-            lines += f"$ cusdesk {command}\n{answer.stdout}{answer.stderr}"
+        for program, command in re.findall(r"^\$ (cusdesk|luacheck) (.*)$", text, re.M):
+            words = [CUSDESK if program == "cusdesk" else program, *command.split()]
+            answer = subprocess.run(words, cwd=self.folder, capture_output=True, encoding="utf-8",
+                                    timeout=60, check=False)
+            lines += f"$ {program} {command}\n{answer.stdout}{answer.stderr}"
         return lines
+
+    def run_prompt(self, text):
+        """The block with what its lines answer now."""
+        lines = re.findall(r"^> (.*)$", text, re.M)
+        typed = "".join(f"{line}\nprint('@')\n" for line in lines)
+        answers = self.run_here("repl", input=typed, code=0).stdout.split("@\n")
+        return "".join(f"> {line}\n{answer}" for line, answer in zip(lines, answers))
 
     def renewed(self, page):
         """The page with the tables and answers of today."""
@@ -68,6 +79,7 @@ class Docs(Folder):
             files = FILE.findall(found[0])
             text = SCRIPT.sub(lambda old: f"```lua\n{old[1]}```\n```text\n"
                                           f"{self.run_script(old[1], files)}```", found[0])
+            text = PROMPT.sub(lambda old: f"```prompt\n{self.run_prompt(old[1])}```", text)
             return CONSOLE.sub(lambda old: f"```console\n{self.run_console(old[1], files)}```", text)
 
         tables = made_tables()
@@ -81,6 +93,7 @@ class Docs(Folder):
                 (DOCS / name).write_text(self.renewed(page), encoding="utf-8")
             self.assertEqual((DOCS / name).read_text(encoding="utf-8"), self.renewed(page), name)
             blocks = len(re.findall("^```lua$", page, re.M))
+            blocks -= sum(file.endswith(".lua") for file, _ in FILE.findall(page))
             self.assertEqual(blocks, len(SCRIPT.findall(page)), f"{name}: a script without answer")
 
     def test_every_function_row_code_and_level_has_its_place(self):
