@@ -36,12 +36,12 @@ class JsonAnalysis {
 
   /// The levels of a job file, from the header down. `version` must be "1.0"; another one fails at
   /// the levels of bars, pieces and works, and leaves the other two without effect.
-  int analysisData(Json::Value root);
-  int analysisBar(Json::Value bars, std::string version);
-  int analysisPiece(Json::Value pieces, std::string version);
-  int analysisField(Json::Value piece, std::string version);
-  int analysisCut(Json::Value piece, std::string version);
-  int analysisWork(Json::Value works, std::string version);
+  int analysisData(Json::Value root);  ///< the header, then all below; fills `data`
+  int analysisBar(Json::Value bars, std::string version);      ///< an array, appended to `data.Bar`
+  int analysisPiece(Json::Value pieces, std::string version);  ///< an array, appended to `curBar`
+  int analysisField(Json::Value piece, std::string version);   ///< label fields, into `curField`
+  int analysisCut(Json::Value piece, std::string version);     ///< the piece's cut, into `curCut`
+  int analysisWork(Json::Value works, std::string version);    ///< an array, appended to `curPiece`
 
   /// The works of every piece that bears the barcode. Empty for a job of another version.
   std::list<WORK_T> getWork(std::string barCode);
@@ -86,13 +86,13 @@ class JsonAnalysis {
   DATA_T data;  ///< the job read last
 
   // The elements under construction. They are never cleared: that is what carries values over.
-  BAR_T curBar;
-  PIECE_CHILD_SECOND_T curPiece;
+  BAR_T curBar;                   ///< its pieces move into the job with it
+  PIECE_CHILD_SECOND_T curPiece;  ///< its works move into its bar with it
   CUT_T curCut;
   FIELD_T curField;
   WORK_T curWork;
 
-  std::vector<tagHOHEINFO> holeList;
+  std::vector<tagHOHEINFO> holeList;  ///< what `getHole` found last
   /// Bar number to piece number to barcode.
   std::map<std::string, std::map<std::string, std::string>> barCodeMap;
   std::vector<int> materialList;  ///< the bar number of every cut

@@ -24,6 +24,11 @@ using model::TextForm;
 /// The one version that a job may declare, as a text.
 constexpr char kVersion[] = "1.0";
 
+// Each table stands here twice: `...Rows` with words for people, which the desk uses, and without
+// them as `kHeader`, `kBar` and so on, which the readers loop over. Lengths are in mm
+// unless the job's "Unit" says otherwise; nothing is checked or converted.
+
+/// The root of the document.
 inline constexpr DescribedKey<DATA_T> kHeaderRows[] = {
     {"success", nullptr, KeyKind::Flag, &DATA_T::success, Need::Always, TextForm::Any,
      "Whether the planning system made the job without error."},
@@ -46,6 +51,7 @@ inline constexpr const auto& kHeader = kHeaderTable.keys;
 inline constexpr const Key<DATA_T>& kVersionKey = kHeader[3];
 static_assert(kVersionKey.field.text == &DATA_T::Version);
 
+/// A raw bar, with the profile that it is made of. Integers are kept as decimal text.
 inline constexpr DescribedKey<BAR_T> kBarRows[] = {
     {"DXF_Name", "dxF_Name", KeyKind::Text, &BAR_T::DXF_Name, Need::Always, TextForm::Any,
      "Drawing of the profile's cross section."},
@@ -73,6 +79,8 @@ inline constexpr DescribedKey<BAR_T> kBarRows[] = {
 inline constexpr auto kBarTable = model::keysOf(kBarRows);
 inline constexpr const auto& kBar = kBarTable.keys;
 
+/// A piece that is cut from its bar. Most of its texts are for labels and scripts: the reader uses
+/// none of them.
 inline constexpr DescribedKey<PIECE_CHILD_SECOND_T> kPieceRows[] = {
     {"PieceNumber", "pieceNumber", KeyKind::IntegerText, &PIECE_T::PieceNumber, Need::Always,
      TextForm::Count, "Number of the piece within its bar.",
@@ -142,6 +150,7 @@ struct LabelKey {
   std::string FIELD_T::*secondField;
 };
 
+/// Whether two rows fill the same field by their first spellings.
 constexpr bool fillSameField(const LabelKey& a, const LabelKey& b) {
   return a.field == b.field;
 }
@@ -170,6 +179,7 @@ inline constexpr LabelKey kLabelFields[] = {
     {"Field19", &FIELD_T::Field19, "field19", &FIELD_T::Field15},
 };
 
+/// The cut of a piece: an object of its own, whose values the piece takes over.
 inline constexpr DescribedKey<CUT_T> kCutRows[] = {
     {"Length", "length", KeyKind::Text, &CUT_T::Length, Need::Always, TextForm::Size,
      "Length of the piece from tip to tip, mm."},
@@ -182,6 +192,7 @@ inline constexpr DescribedKey<CUT_T> kCutRows[] = {
 inline constexpr auto kCutTable = model::keysOf(kCutRows);
 inline constexpr const auto& kCut = kCutTable.keys;
 
+/// One machining work on a piece.
 inline constexpr DescribedKey<WORK_T> kWorkRows[] = {
     {"Name", "name", KeyKind::Text, &WORK_T::Name, Need::Always, TextForm::Any,
      "Name of the operation, such as a drilling."},
@@ -204,6 +215,7 @@ constexpr char kPieces[] = "piece";    ///< bar: array of pieces
 constexpr char kCutOfPiece[] = "cut";  ///< piece: the cut object
 constexpr char kWorks[] = "work";      ///< piece: array of works
 
+// Each field of a record has its key: who adds one without the other cannot compile.
 static_assert(model::spellingsAreUnique(kHeader) && model::spellingsAreUnique(kBar) &&
                   model::spellingsAreUnique(kPiece) && model::spellingsAreUnique(kLabelFields) &&
                   model::spellingsAreUnique(kCut) && model::spellingsAreUnique(kWork),

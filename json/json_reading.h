@@ -22,14 +22,15 @@ using json_keys::LabelKey;
 using model::Key;
 using model::Level;
 
-/// What the readers answer.
+/// What the readers answer, which is what scripts get as errorCode. A code below 0 passes upwards
+/// unchanged: the caller of the file gets the code of the innermost level that failed.
 enum ResultCode {
   kDone = 0,
-  kNoFile = -2,
-  kNoHeader = -3,
-  kNoBar = -4,
-  kNoPiece = -5,
-  kNoWork = -6
+  kNoFile = -2,    ///< the host gave no document; the job is untouched
+  kNoHeader = -3,  ///< the root declares no version "1.0" under either spelling
+  kNoBar = -4,     ///< the version handed to the bars is another text
+  kNoPiece = -5,   ///< the same for the pieces of a bar
+  kNoWork = -6     ///< the same for the works of a piece
 };
 
 /// What a walk tells whoever watches it, in the order in which it happens. This one listens to
@@ -37,10 +38,15 @@ enum ResultCode {
 ///
 /// An array may hold values that are no objects: they begin and end like any other element and have
 /// no keys in between.
+///
+/// Whatever a watcher is handed lives as long as the document. A watcher must not change the
+/// reader's records: the walk has yet to use them.
 struct Unwatched {
+  /// An element of this level is next. The record still holds the values of the one before.
   void begins(Level, const Json::Value& /*element*/) {}
 
-  /// A key was looked for. `taken` is the value that now stands in the record, null for none.
+  /// A key was looked for. `taken` is the value that now stands in the record, null for none: then
+  /// the field keeps what it held.
   template <class Record>
   void key(const Json::Value& /*object*/, const Key<Record>&, const Json::Value* /*taken*/) {}
 
@@ -59,14 +65,16 @@ struct Unwatched {
   /// The key that leads from the header to the bars was looked for, in both spellings.
   void bars(const Json::Value& /*root*/, const Json::Value* /*taken*/) {}
 
-  /// A key that leads from one level to the next was looked for.
+  /// A key that leads from one level to the next was looked for. `taken` is the array, or the cut
+  /// object, that is read next; null where there is none.
   void leads(Level, const Json::Value& /*object*/, const char* /*key*/,
              const Json::Value* /*taken*/) {}
 
-  /// A level fails. Returns `code`.
+  /// A level fails, named as on standard output: "analysis piece". Returns `code`.
   int failed(const char* level, int code);
 };
 
+/// A test of the library, such as &Json::Value::isArray.
 using TypeTest = bool (Json::Value::*)() const;
 
 /// The value of a key, null where it is absent or fails the test, or where `object` is no object.
@@ -76,6 +84,8 @@ inline const Json::Value* child(const Json::Value& object, const char* key, Type
   return (value.*isWanted)() ? &value : nullptr;
 }
 
+/// Whether either spelling of the version key holds the text "1.0". No other value is equal to it,
+/// neither the number 1.0 nor "1.00".
 inline bool declaresVersion1(const Json::Value& root) {
   if (!root.isObject()) return false;
   const Json::Value version1(json_keys::kVersion);
@@ -83,13 +93,16 @@ inline bool declaresVersion1(const Json::Value& root) {
          root[json_keys::kVersionKey.secondSpelling] == version1;
 }
 
-/// How many elements an array has.
+/// How many elements an array has. Counted by iterators, so that the plug-in needs no further
+/// function of the library.
 inline std::size_t sizeOf(const Json::Value& array) {
   std::size_t size = 0;
   for (auto element = array.begin(); element != array.end(); ++element) ++size;
   return size;
 }
 
+/// Whether the label fields of a piece are looked at: the first one has a text under either
+/// spelling.
 inline bool hasLabelFields(const Json::Value& piece) {
   const LabelKey& first = json_keys::kLabelFields[0];
   return child(piece, first.spelling, &Json::Value::isString) != nullptr ||
@@ -98,21 +111,40 @@ inline bool hasLabelFields(const Json::Value& piece) {
 
 /// Fills the records of a reader from a document, level by level. The levels answer as the reader's
 /// public members of the same subject do. Both the reader and the watcher must outlive it.
+///
+/// The reader's records under construction are the only memory of a walk. An element begins with
+/// the values of the one before it, so that a key that is missing carries a value over; when it is
+/// complete, a copy goes into the list above it. Where a walk throws, finished bars stay in the
+/// job, while the bar, piece and works that were begun are dropped.
 template <class Watch>
 class Reading {
  public:
   Reading(JsonAnalysis& reader, Watch& watch) : reader_(reader), watch_(watch) {}
 
+  /// The whole job: empties the list of bars, then takes the header and all below it.
   int data(const Json::Value& root);
+
+  /// Appends the bars of an array to the job.
   int bars(const Json::Value& bars, const std::string& version);
+
+  /// Appends the pieces of an array to the bar under construction.
   int pieces(const Json::Value& pieces, const std::string& version);
+
+  /// Takes the label fields of a piece. Without effect for another version.
   int fields(const Json::Value& piece, const std::string& version);
-  /// @param cut the cut object, null where there is none
+
+  /// Takes the cut of a piece. Without effect for another version.
+  /// @param cut the cut object, null where there is none: then the cut before is looked at again
   int cut(const Json::Value* cut, const std::string& version);
+
+  /// Appends the works of an array to the piece under construction.
   int works(const Json::Value& works, const std::string& version);
 
  private:
+  /// One bar with its pieces. It joins the job only when all of them could be read.
   int bar(const Json::Value& bar);
+
+  /// One piece: its keys, label fields, cut and works, in this order.
   int piece(const Json::Value& piece);
 
   template <class Record, std::size_t count>
@@ -259,7 +291,8 @@ int Reading<Watch>::works(const Json::Value& works, const std::string& version) 
   return kDone;
 }
 
-/// Fills a record from the keys of an object. What is no object has no keys.
+/// Fills a record from the keys of an object, in the order of the table. The second spelling is
+/// asked for only where the first is absent or of another kind. What is no object has no keys.
 template <class Watch>
 template <class Record, std::size_t count>
 void Reading<Watch>::keys(const Json::Value& object, const Key<Record> (&keys)[count],

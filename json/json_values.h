@@ -1,4 +1,7 @@
-// JSON values as the keys of a job take them.
+// JSON values as the keys of a job take them: which value counts for a key, and what is stored.
+//
+// A value of another kind is as good as absent, so that a text "7" where an integer belongs leaves
+// the field as it is. Nothing is converted but integers, which are kept as text or as double.
 #pragma once
 
 #include <json/value.h>
@@ -12,7 +15,8 @@ namespace json_keys {
 using model::Key;
 using model::KeyKind;
 
-/// Whether a value counts for a key of that kind.
+/// Whether a value counts for a key of that kind. Integers are told by their value and must fit 32
+/// bits: 7, 7.0 and 1e3 are integers, 2147483648 is none. An integer counts as a number too.
 inline bool isOfKind(const Json::Value& value, KeyKind kind) {
   switch (kind) {
     case KeyKind::Text:
@@ -31,7 +35,9 @@ inline bool isOfKind(const Json::Value& value, KeyKind kind) {
   return false;
 }
 
-/// Stores a value of the key's kind in its field.
+/// Stores a value in the field of its key. `isOfKind` must have held: the library throws where it
+/// cannot convert. A text keeps its zero bytes. Keys that are not stored (Required, Ignored) have
+/// no field in a JSON job and change nothing.
 template <class Record>
 void store(const Json::Value& value, const Key<Record>& key, Record& record) {
   switch (key.kind) {

@@ -37,12 +37,13 @@ class XmlAnalysis {
   /// when there is no such file or it is not XML.
   int xmlAnalysis(std::string path);
 
-  /// The levels of a job file. Each takes the element whose children it reads and returns 0.
-  int analysisData(tinyxml2::XMLElement* root);
-  int analysisBar(tinyxml2::XMLElement* root);
-  int analysisPiece(tinyxml2::XMLElement* bar);
-  int analysisCut(tinyxml2::XMLElement* piece);
-  int analysisWork(tinyxml2::XMLElement* piece);
+  /// The levels of a job file. Each takes the element whose children it reads and returns 0. None
+  /// tests the version: that decides which queries answer, not what is read.
+  int analysisData(tinyxml2::XMLElement* root);   ///< the header, then all below; fills `data`
+  int analysisBar(tinyxml2::XMLElement* root);    ///< the bars, appended to `data.Bar`
+  int analysisPiece(tinyxml2::XMLElement* bar);   ///< the pieces, appended to `curBar`
+  int analysisCut(tinyxml2::XMLElement* piece);   ///< the cuts, into `curCut` and `curPiece`
+  int analysisWork(tinyxml2::XMLElement* piece);  ///< the works, appended to `curPiece`
 
   /// The works of every piece that bears the barcode. Empty for a job of another version.
   std::list<WORK_T> getWork(std::string barCode);
@@ -75,10 +76,10 @@ class XmlAnalysis {
   DATA_T data;  ///< the job read last
 
   // The elements under construction. They are never cleared: that is what carries values over.
-  BAR_T curBar;
-  PIECE_CHILD_SECOND_T curPiece;
+  BAR_T curBar;                   ///< its pieces move into the job with it
+  PIECE_CHILD_SECOND_T curPiece;  ///< its works move into its bar with it
   CUT_T curCut;
-  FIELD_T curField;
+  FIELD_T curField;  ///< not used: XML jobs have no label fields
   WORK_T curWork;
 
   std::list<std::string> scratchList;  ///< what `getHole` or `getBarCode` found last

@@ -36,6 +36,11 @@ struct Element {
 
 // --- names fixed by the job files ----------------------------------------------------------------
 
+// Each table stands here twice: `...Rows` for the desk, which explains elements to people, and as
+// `kHeader`, `kBar` and so on for the readers. All values are kept as the text that they are, but
+// for the numbers of a work.
+
+/// The root of the document, whatever its name.
 inline constexpr Element<DATA_T> kHeaderRows[] = {
     {"Version", KeyKind::Text, &DATA_T::Version},
     {"Generator", KeyKind::Text, &DATA_T::Generator},
@@ -45,6 +50,7 @@ inline constexpr Element<DATA_T> kHeaderRows[] = {
 inline constexpr auto kHeaderTable = model::keysOf(kHeaderRows);
 inline constexpr const auto& kHeader = kHeaderTable.keys;
 
+/// A raw bar, with the profile that it is made of.
 inline constexpr Element<BAR_T> kBarRows[] = {
     {"DXF_Name", KeyKind::Text, &BAR_T::DXF_Name},
     {"BarName", KeyKind::Text, &BAR_T::BarName},
@@ -58,6 +64,7 @@ inline constexpr Element<BAR_T> kBarRows[] = {
 inline constexpr auto kBarTable = model::keysOf(kBarRows);
 inline constexpr const auto& kBar = kBarTable.keys;
 
+/// A piece that is cut from its bar. Its cuts are taken in the middle of these rows.
 inline constexpr Element<PIECE_CHILD_SECOND_T> kPieceRows[] = {
     {"PieceNumber", KeyKind::Text, &PIECE_T::PieceNumber},
     {"Num", KeyKind::Text, &PIECE_T::Num},
@@ -82,6 +89,8 @@ inline constexpr const auto& kPiece = kPieceTable.keys;
 /// off: what stands before is already carried over to the next job, what stands after is not.
 constexpr std::size_t kPieceRowsBeforeCuts = 3;
 
+/// A cut of a piece, whose values the piece takes over. Angles are kept as they stand: 135 is no 45
+/// here.
 inline constexpr Element<CUT_T> kCutRows[] = {
     {"Length", KeyKind::Text, &CUT_T::Length},
     {"sxB", KeyKind::Text, &CUT_T::sxB},
@@ -90,6 +99,7 @@ inline constexpr Element<CUT_T> kCutRows[] = {
 inline constexpr auto kCutTable = model::keysOf(kCutRows);
 inline constexpr const auto& kCut = kCutTable.keys;
 
+/// One machining work. Its numbers must have a text that begins with a number: "12.5mm" is 12.5.
 inline constexpr Element<WORK_T> kWorkRows[] = {
     {"Name", KeyKind::Text, &WORK_T::Name},
     {"ProfiLav", KeyKind::Number, &WORK_T::ProfiLav},

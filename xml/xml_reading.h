@@ -27,7 +27,11 @@ using tinyxml2::XMLElement;
 /// nothing.
 ///
 /// A walk ends early by an exception: then the element looked for last is the one that raised it.
+///
+/// Whatever a watcher is handed lives as long as the document. A watcher must not change the
+/// reader's records: the walk has yet to use them.
 struct Unwatched {
+  /// An element of this level is next. The record still holds the values of the one before.
   void begins(Level, const XMLElement& /*element*/) {}
 
   /// A value was looked for. `child` is the first element of its name, null for none. It may have
@@ -88,19 +92,24 @@ class Children {
   XMLElement* known_ = nullptr;  ///< the last of the elements side by side
 };
 
+/// How many children of that name an element has, so that their list is made at its size.
 inline std::size_t countOf(XMLElement& parent, const char* name) {
   std::size_t count = 0;
   Children(parent).forEach(name, [&](XMLElement&) { ++count; });
   return count;
 }
 
+/// The text where there must be one. Throws std::logic_error for null: a missing element, an empty
+/// one, and one that holds blanks or other elements before its text.
 inline const char* requiredText(const char* text) {
   // The words are a contract: what the standard library says of a null text varies by version.
   if (text == nullptr) throw std::logic_error("basic_string::_M_construct null not valid");
   return text;
 }
 
-/// Stores the text of an element, null for none. Returns whether it stands in the record now.
+/// Stores the text of an element, null for none. Returns whether it stands in the record now. A
+/// number is what its text begins with; throws std::invalid_argument or std::out_of_range ("stod")
+/// where that is none or too large. A text that is missing leaves a text field as it is.
 template <class Record>
 bool store(const char* text, const Key<Record>& key, Record& record) {
   switch (key.kind) {
@@ -125,20 +134,36 @@ bool store(const char* text, const Key<Record>& key, Record& record) {
 
 /// Fills the records of a reader from a document, level by level. Both the reader and the watcher
 /// must outlive it. Throws as the reader does.
+///
+/// The reader's records under construction are the only memory of a walk. An element begins with
+/// the values of the one before it, so that a text that is missing carries a value over; when it is
+/// complete, a copy goes into the list above it. Where a walk throws, finished bars stay in the
+/// job, while the bar, piece and works that were begun are dropped.
 template <class Watch>
 class Reading {
  public:
   Reading(XmlAnalysis& reader, Watch& watch) : reader_(reader), watch_(watch) {}
 
+  /// The whole job: empties the list of bars, then takes the header and all below it.
   void data(XMLElement& root);
+
+  /// Appends the bars in the root to the job.
   void bars(XMLElement& root);
+
+  /// Appends the pieces of a bar to the bar under construction.
   void pieces(XMLElement& bar);
+
+  /// Takes every cut of a piece; the piece keeps the values of the last one.
   void cuts(Children& piece);
+
+  /// Appends the works of a piece to the piece under construction.
   void works(Children& piece);
 
  private:
+  /// One piece: the values before its cuts, the cuts, the other values and the works.
   void piece(XMLElement& element);
 
+  /// Fills a record from the children of an element, by the rows from `from` up to `to`.
   template <class Record, std::size_t count>
   void values(Children& children, const Key<Record> (&keys)[count], Record& record,
               std::size_t from = 0, std::size_t to = count);
@@ -230,7 +255,6 @@ void Reading<Watch>::works(Children& piece) {
   });
 }
 
-/// Fills the fields of some rows of a table.
 template <class Watch>
 template <class Record, std::size_t count>
 void Reading<Watch>::values(Children& children, const Key<Record> (&keys)[count], Record& record,
