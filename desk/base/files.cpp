@@ -11,8 +11,6 @@
 #include <system_error>
 #include <utility>
 
-#include "desk/base/errors.h"
-
 namespace desk {
 
 namespace {
@@ -45,6 +43,36 @@ void syncDirectory(const std::string& directory) {
 
 std::string systemReason(int error) {
   return std::generic_category().message(error);
+}
+
+Error cannotRead(const std::string& file, const std::string& reason) {
+  return {kExitIoError,
+          "cannot read " + (file == kStandardStream ? "standard input" : file) + ": " + reason};
+}
+
+Error cannotWrite(const std::string& file, const std::string& reason) {
+  return {kExitIoError, "cannot write " + file + ": " + reason};
+}
+
+void requireReadable(const std::string& file) {
+  if (file == kStandardStream) return;
+  const Descriptor opened(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  struct stat status {};
+  if (!opened.isOpen() || ::fstat(opened.number(), &status) != 0) {
+    throw cannotRead(file, systemReason(errno));
+  }
+  if (S_ISDIR(status.st_mode)) throw cannotRead(file, systemReason(EISDIR));
+}
+
+void writeFile(const std::string& file, std::string_view bytes) {
+  const bool isStream = file == kStandardStream;
+  std::FILE* const stream = isStream ? stdout : std::fopen(file.c_str(), "wbe");
+  if (stream == nullptr) throw cannotWrite(file, systemReason(errno));
+  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size();
+  if (isStream) return;
+  const int error = errno;
+  const bool closed = std::fclose(stream) == 0;
+  if (!written || !closed) throw cannotWrite(file, systemReason(written ? errno : error));
 }
 
 bool Descriptor::close() {

@@ -5,12 +5,30 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
+
+#include "desk/base/errors.h"
 
 namespace desk {
 
 /// What the system says about an error number.
 std::string systemReason(int error);
+
+/// The name that stands for standard input and standard output wherever a file is named.
+inline constexpr char kStandardStream[] = "-";
+
+/// What to say of a file that cannot be read, or written, for a reason: "cannot read a.json: No
+/// such file or directory".
+Error cannotRead(const std::string& file, const std::string& reason);
+Error cannotWrite(const std::string& file, const std::string& reason);
+
+/// Throws cannotRead for a file that cannot be opened for reading, and for a folder.
+void requireReadable(const std::string& file);
+
+/// Writes a file of these bytes, or to standard output. Throws cannotWrite when they do not all
+/// arrive; of standard output the program's end tells.
+void writeFile(const std::string& file, std::string_view bytes);
 
 /// Owns an open file, or none, and closes it on destruction.
 class Descriptor {

@@ -32,6 +32,9 @@ std::string xmlText(std::string_view text);
 bool startsWith(std::string_view text, std::string_view start);
 bool endsWith(std::string_view text, std::string_view end);
 
+/// `text` with the capitals of ASCII as small letters.
+std::string lowerCase(std::string_view text);
+
 /// Whether there are only spaces, tabs and line ends in it.
 bool isBlank(std::string_view text);
 

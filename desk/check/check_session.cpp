@@ -6,12 +6,14 @@
 #include <filesystem>
 #include <tuple>
 
+#include "desk/base/files.h"
 #include "desk/base/text.h"
 #include "desk/check/advice.h"
 #include "desk/check/appearance.h"
 #include "desk/check/causes.h"
 #include "desk/check/job_rules.h"
 #include "desk/host/documents.h"
+#include "desk/job/job_file.h"
 #include "desk/job/rules.h"
 #include "desk/job/strict_xml.h"
 #include "desk/job/zero_references.h"
@@ -63,22 +65,23 @@ void CheckSession::check(const std::string& file) {
   if (deskhost::readDocumentFile(file, bytes, reason)) {
     check(file, std::move(bytes));
   } else {
-    report_.unreadable.push_back({file, reason});
+    report_.unreadable.push_back({file, cannotRead(file, reason).what()});
   }
 }
 
 void CheckSession::check(const std::string& file, std::string bytes) {
-  report_.sources.push_back(std::make_unique<SourceText>(file, std::move(bytes)));
+  format_ = job::formatOf(file, bytes);
+  report_.sources.push_back(std::make_unique<SourceText>(job::shownName(file), std::move(bytes)));
   loads_ = false;
   if (readers_ == Readers::Fresh) panel_ = std::make_unique<Panel>();
   const std::size_t from = report_.findings.size();
-  checkName(file);
+  if (file != kStandardStream) checkName(file);
   checkEncoding();
-  model::formatOfName(file) == JobFormat::Xml ? checkXml() : checkJson();
+  format_ == JobFormat::Xml ? checkXml() : checkJson();
   settings_.apply(report_.findings, from);
   const auto start = report_.findings.begin() + static_cast<std::ptrdiff_t>(from);
   std::stable_sort(start, report_.findings.end(), standsBefore);
-  putUnderCauses(report_.findings, from, model::formatOfName(file));
+  putUnderCauses(report_.findings, from, format_);
   fold(report_.findings, from, rules::kAngle135);
 }
 
@@ -93,7 +96,7 @@ void CheckSession::checkName(const std::string& file) {
     add(rules::kFileName, Severity::Error, {1, 0},
         "a name of fewer than 5 bytes makes getjson_Flash and getjson_uDisk raise "
         "\"basic_string::substr\"");
-  } else if (!model::hasEnding(name, model::formatOfName(name))) {
+  } else if (!model::hasEnding(name, format_)) {
     add(rules::kFileName, Severity::Warning, {1, 0},
         "the name ends neither in .json nor in .xml, in small letters: the panel tries it as JSON");
   }
@@ -121,13 +124,12 @@ void CheckSession::checkEncoding() {
 }
 
 void CheckSession::reportFault(const deskhost::DocumentFault& fault) {
-  const JobFormat format = model::formatOfName(source().name());
   const std::string nothing =
       std::string("Nothing is loaded: the panel answers -2 and keeps the ") +
-      model::rowOf(format).name + " job before";
+      model::rowOf(format_).name + " job before";
   // Half of its characters are zero bytes to a reader.
   const bool isUtf16 = !utf16Name(source().bytes()).empty();
-  const std::string likely = fault.isOnlyHere || isUtf16 ? "" : likeness(source().bytes(), format);
+  const std::string likely = fault.isOnlyHere || isUtf16 ? "" : likeness(source().bytes(), format_);
   if (!likely.empty()) return add(rules::kSyntax, Severity::Error, {1, 1}, likely + ". " + nothing);
   const bool isBehind = fault.isBehind && !isUtf16;
   Position at = source().positionInBytes(fault.line, fault.column);

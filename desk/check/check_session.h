@@ -81,6 +81,7 @@ class CheckSession {
   };
 
   Readers readers_;
+  model::JobFormat format_ = model::JobFormat::Json;  ///< of the last file
   RuleSettings settings_;
   Report report_;
   bool loads_ = false;

@@ -6,6 +6,7 @@
 #include "desk/commands/checked_job.h"
 #include "desk/commands/commands.h"
 #include "desk/diff/reports.h"
+#include "desk/job/job_file.h"
 
 namespace desk::commands {
 
@@ -24,9 +25,10 @@ constexpr Format kFormats[] = {
 
 int run(const Arguments& arguments) {
   const Format& format = choice(arguments.value("format", "text"), "diff: --format", kFormats);
-  const diff::Files files{arguments.operands[0], arguments.operands[1]};
-  const CheckedJob before(files.before);
-  const CheckedJob after(files.after);
+  const CheckedJob before(arguments.operands[0]);
+  const CheckedJob after(arguments.operands[1]);
+  const diff::Files files{job::shownName(arguments.operands[0]),
+                          job::shownName(arguments.operands[1])};
   const diff::JobDiff differences =
       diff::compare({before.traced().job, before.format()}, {after.traced().job, after.format()});
   std::fputs(format.write(differences, files, arguments.has("all")).c_str(), stdout);

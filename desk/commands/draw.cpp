@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "desk/base/errors.h"
+#include "desk/base/files.h"
 #include "desk/base/output.h"
 #include "desk/base/table.h"
 #include "desk/base/text.h"
@@ -14,9 +15,6 @@
 #include "desk/job/job_file.h"
 #include "desk/job/selection.h"
 #include "desk/panel/other_programs.h"
-#include "json/json_analysis.h"
-#include "model/job_format.h"
-#include "xml/xml_analysis.h"
 
 namespace desk::commands {
 
@@ -31,7 +29,7 @@ struct Target {
 Target targetOf(const Arguments& arguments) {
   Target target;
   target.file = arguments.value("output");
-  const std::string ending = std::filesystem::path(target.file).extension().string();
+  const std::string ending = lowerCase(std::filesystem::path(target.file).extension().string());
   target.isPng = ending == ".png";
   if (!target.isPng && ending != ".svg" && target.file != "-") {
     throw Error(kExitUsage,
@@ -39,36 +37,6 @@ Target targetOf(const Arguments& arguments) {
                 "standard output");
   }
   return target;
-}
-
-template <class Reader, int (Reader::*read)(std::string)>
-int readWith(const std::string& path, DATA_T& job) {
-  Reader reader;
-  const int code = (reader.*read)(path);
-  job = std::move(reader.data);
-  return code;
-}
-
-// In the order of the formats.
-constexpr int (*kReaders[])(const std::string& path, DATA_T& job) = {
-    readWith<JsonAnalysis, &JsonAnalysis::jsonAnalysis>,
-    readWith<XmlAnalysis, &XmlAnalysis::xmlAnalysis>};
-static_assert(std::size(kReaders) == std::size(model::kJobFormats));
-
-/// What the machine's own reader makes of the file.
-DATA_T readJob(const std::string& file) {
-  const std::string path = job::presentJob(file).controllerPath;
-  int code = 0;
-  DATA_T job;
-  try {
-    code = kReaders[static_cast<std::size_t>(model::formatOfName(path))](path, job);
-  } catch (const std::logic_error& error) {
-    throw Error(kExitIoError,
-                "cannot load " + file + ": " + error.what() + "; cusdesk check tells where");
-  }
-  if (code == 0) return job;
-  throw Error(kExitIoError, "cannot load " + file + ": errorCode " + std::to_string(code) +
-                                "; cusdesk check tells why");
 }
 
 std::vector<draw::BarPlace> layOutBars(const DATA_T& job, const job::Selection& selection) {
@@ -92,8 +60,8 @@ int dotsPerInch(double height) {
 }
 
 void write(const draw::JobPicture& picture, const Target& target) {
-  if (target.isPng) return panel::writePng(picture.svg, target.file, dotsPerInch(picture.height));
-  panel::writeSvg(picture.svg, target.file);
+  writeFile(target.file,
+            target.isPng ? panel::pngOf(picture.svg, dotsPerInch(picture.height)) : picture.svg);
 }
 
 void printSummary(const std::vector<draw::BarPlace>& bars) {
@@ -108,24 +76,19 @@ void printSummary(const std::vector<draw::BarPlace>& bars) {
   std::printf("%s\n", draw::totalText(bars).c_str());
 }
 
-DATA_T readQuietly(const Arguments& arguments) {
-  const StdoutRedirect detour(arguments.has("verbose") ? StdoutRedirect::To::StandardError
-                                                       : StdoutRedirect::To::Nowhere);
-  return readJob(arguments.operands.front());
-}
-
 int run(const Arguments& arguments) {
   const Target target = targetOf(arguments);
   const std::string& file = arguments.operands.front();
   std::optional<Progress> progress(std::in_place);
-  progress->show("drawing " + file);
+  progress->show("drawing " + escapeControls(job::shownName(file)));
   applyGlobalOptions(arguments, RootUse::Reading);
-  const DATA_T job = readQuietly(arguments);
+  const DATA_T job = job::readJob(file, arguments.has("verbose") ? StdoutRedirect::To::StandardError
+                                                                 : StdoutRedirect::To::Nowhere);
   const std::vector<draw::BarPlace> bars = layOutBars(job, {arguments.value("bar"), ""});
-  const std::string source = std::filesystem::path(file).filename().string();
+  const std::string source = std::filesystem::path(job::shownName(file)).filename().string();
   write(draw::drawJob({job.Name, source, job.Unit}, bars), target);
   progress.reset();
-  if (target.file != "-" && !arguments.has("quiet")) printSummary(bars);
+  if (target.file != kStandardStream && !arguments.has("quiet")) printSummary(bars);
   return kExitOk;
 }
 

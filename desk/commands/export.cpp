@@ -1,10 +1,10 @@
 // cusdesk export: what editors, shells and readers of manuals want to know of jobs and scripts.
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
+#include "desk/base/files.h"
 #include "desk/commands/commands.h"
 #include "desk/editor/editor_files.h"
 
@@ -28,13 +28,6 @@ constexpr Document kDocuments[] = {
     {"man", nullptr, manPage},
     {"tables", nullptr, editor::manualTables},
 };
-
-void writeFile(const std::string& path, const std::string& text) {
-  std::ofstream file(path, std::ios::binary);
-  file << text;
-  file.close();
-  if (!file) throw Error(kExitIoError, "cannot write " + path);
-}
 
 int writeEditorFiles(const std::string& folder) {
   std::error_code ignored;  // writing tells

@@ -1,11 +1,11 @@
 // cusdesk panel: the table part with a script, on a page of the browser or as a picture.
 #include <climits>
 #include <cstdlib>
-#include <fstream>
 
 #include "desk/base/errors.h"
 #include "desk/base/shipped.h"
 #include "desk/commands/commands.h"
+#include "desk/commands/script_inputs.h"
 #include "desk/job/job_file.h"
 #include "desk/panel/panel.h"
 
@@ -65,10 +65,9 @@ panel::PanelSetup setupOf(const Arguments& arguments) {
   setup.plugin = applyGlobalOptions(arguments, RootUse::Scripts);
   setup.facts.script = arguments.value("script");
   if (setup.facts.script.empty()) setup.facts.script = shippedExamples() + "/panel.lua";
-  if (!std::ifstream(setup.facts.script)) {
-    throw Error(kExitIoError, "cannot open " + setup.facts.script);
-  }
-  if (arguments.has("job")) setup.facts.job = job::presentJob(arguments.value("job")).name;
+  requireScript("panel", setup.facts.script);
+  setup.facts.jobFile = arguments.value("job");
+  if (arguments.has("job")) setup.facts.job = job::presentJob(setup.facts.jobFile).name;
   return setup;
 }
 
@@ -124,7 +123,7 @@ Command panelCommand() {
       "  cusdesk panel --svg cuts.svg --page 2 --click 400,200  a picture, without a browser\n",
       {
           {"script", "FILE", "the script that drives the table (default: the examples' panel.lua)"},
-          {"job", "FILE", "a job file on this PC, for the script to load as panel.job"},
+          jobOption(),
           {"size", "WxH", "of the panel, in pixels (default: 800x480)"},
           {"port", "N", "serve on this port (default: a free one)"},
           {"no-open", nullptr, "print the address only, open no browser"},

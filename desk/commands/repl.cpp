@@ -6,13 +6,13 @@
 
 #include "desk/base/errors.h"
 #include "desk/commands/commands.h"
+#include "desk/commands/script_inputs.h"
 #include "desk/editor/module_notes.h"
-#include "desk/job/job_file.h"
 #include "desk/repl/help.h"
 #include "desk/repl/interrupt.h"
 #include "desk/repl/repl.h"
 #include "desk/repl/terminal_lines.h"
-#include "desk/show/script_answers.h"
+#include "desk/script/load_job.h"
 
 namespace desk::commands {
 
@@ -64,6 +64,7 @@ int prompt(script::ScriptEngine& engine, const repl::PromptCode& code, const Arg
 }
 
 int run(const Arguments& arguments) {
+  if (!arguments.operands.empty()) requireScript("repl", arguments.operands.front());
   const script::Plugin plugin(applyGlobalOptions(arguments, RootUse::Scripts));
   const bool raw = arguments.has("raw-errors");
   script::ScriptEngine engine(
@@ -72,10 +73,7 @@ int run(const Arguments& arguments) {
   const repl::PromptCode promptCode(engine.state());  // before a script can change what it keeps
   repl::letInterruptReach(engine.state());
   addGlobals(engine.state());
-  if (arguments.has("job")) {
-    show::loadJob(engine, job::presentJob(arguments.value("job")).name);
-    lua_settop(engine.state(), 0);
-  }
+  if (arguments.has("job")) script::loadJob(engine, arguments.value("job"));
   std::vector<std::string> words = arguments.operands;
   if (words.empty()) {
     engine.setArguments("cusdesk", {});
@@ -100,7 +98,7 @@ Command replCommand() {
       "  cusdesk repl a.lua                        run a script first, then look at its globals\n"
       "  echo 'job.get_cut(\"1\")' | cusdesk repl --job mine.json  ask once\n",
       {
-          {"job", "FILE", "load this job file first, from anywhere on this PC"},
+          jobOption(),
           {"raw-errors", nullptr, "let C++ exceptions of the module reach Lua as on the panel"},
       },
       run,

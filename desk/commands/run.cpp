@@ -1,6 +1,8 @@
 // cusdesk run: runs a script as the panel would.
 #include "desk/base/text.h"
 #include "desk/commands/commands.h"
+#include "desk/commands/script_inputs.h"
+#include "desk/script/load_job.h"
 #include "desk/script/script_engine.h"
 
 namespace desk::commands {
@@ -16,6 +18,7 @@ int run(const Arguments& arguments) {
   std::vector<std::string> words = arguments.operands;
   const std::string script = words.front();
   words.erase(words.begin());
+  requireScript("run", script);
 
   const script::Plugin plugin(applyGlobalOptions(arguments, RootUse::Scripts));
   const bool raw = arguments.has("raw-errors");
@@ -24,6 +27,7 @@ int run(const Arguments& arguments) {
                               !isQuiet(arguments)        ? script::PluginLines::Kept
                               : arguments.has("verbose") ? script::PluginLines::StandardError
                                                          : script::PluginLines::Dropped);
+  if (arguments.has("job")) script::loadJob(engine, arguments.value("job"));
   return engine.run(script, words);
 }
 
@@ -37,6 +41,7 @@ Command runCommand() {
       "  cusdesk run demo.lua                      with the jobs that ship with cusdesk\n"
       "  cusdesk --root panel --usb stick run a.lua  with your own folders\n",
       {
+          jobOption(),
           {"raw-errors", nullptr, "let C++ exceptions of the module reach Lua as on the panel"},
       },
       run,

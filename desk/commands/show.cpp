@@ -11,6 +11,7 @@
 #include "desk/commands/commands.h"
 #include "desk/commands/show_job.h"
 #include "desk/job/job_file.h"
+#include "desk/script/load_job.h"
 #include "desk/show/cause.h"
 #include "desk/show/origins.h"
 #include "desk/show/script_answers.h"
@@ -100,7 +101,7 @@ TextTable answer(const Arguments& arguments, const std::string& file, const Ques
                                                        : StdoutRedirect::To::Nowhere);
   const script::Plugin plugin(applyGlobalOptions(arguments, RootUse::Reading));
   script::ScriptEngine engine(plugin, script::ModuleErrors::Guarded);
-  show::loadJob(engine, job::presentJob(file).name);
+  script::loadJob(engine, file);
   return ask(engine, question);
 }
 
@@ -110,7 +111,7 @@ void finish(TextTable& table, const Question& question, const std::string& file,
   if (isWhole && !where) return;
   check::CheckSession session(check::CheckSession::Readers::Fresh);
   session.check(file);
-  const model::JobFormat format = model::formatOfName(file);
+  const model::JobFormat format = job::formatOf(file);
   const job::TracedJob& job = session.job(format);
   job::requireAny("show", job.job, {question.bar, question.barCode});
   if (where) addOrigins(table, panelQuestion(question), job, format);

@@ -9,6 +9,7 @@
 #include "desk/base/text.h"
 #include "desk/check/reports.h"
 #include "desk/commands/checked_job.h"
+#include "desk/job/job_file.h"
 #include "desk/job/selection.h"
 #include "desk/show/cut_list.h"
 #include "desk/show/job_summary.h"
@@ -62,7 +63,7 @@ int showSummary(const Arguments& arguments) {
   for (const std::string& file : arguments.operands) {
     const CheckedJob job(file);
     const auto count = [&](Severity severity) { return countOf(job.report(), severity); };
-    summary.add(file, job.traced().job,
+    summary.add(job::shownName(file), job.traced().job,
                 {count(Severity::Error), count(Severity::Warning), count(Severity::Note)});
   }
   std::fputs(format.write(summary).c_str(), stdout);

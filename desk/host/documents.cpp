@@ -61,11 +61,13 @@ bool readAndParse(const std::string& name, const DocumentParser& parse, Document
   std::string file;
   std::string text;
   if (!resolvePath(name, file, fault.reason)) return false;
+  // What is wrong with a file that people have named is told of that.
+  const bool isNamed = isPresented(name);
+  if (isNamed) shown = file;
   if (settings().onRead) settings().onRead(file);
-  if (!readDocumentFile(file, text, fault.reason)) return false;
-  // What is wrong in a document is told of the file that people at the desk can open.
-  if (isPresented(name)) shown = file;
-  return parse(text, fault);
+  if (readDocumentFile(file, text, fault.reason)) return parse(text, fault);
+  if (!isNamed) fault.reason = file + ": " + fault.reason;
+  return false;
 }
 
 /// Memory may be what is short: then the cause goes without the name.
@@ -77,15 +79,25 @@ void logCause(const std::string& name, const char* cause) noexcept {
   }
 }
 
+/// What a pipe holds can be read once only.
+bool readStandardInput(std::string& text, std::string& reason) {
+  static std::string kept;
+  static const std::string fault = readAll(STDIN_FILENO, 0, kept);
+  text = kept;
+  reason = fault;
+  return fault.empty();
+}
+
 }  // namespace
 
 bool readDocumentFile(const std::string& file, std::string& text, std::string& reason) {
+  if (file == desk::kStandardStream) return readStandardInput(text, reason);
   const Descriptor descriptor(::open(file.c_str(), kOpenFlags));
   std::size_t size = 0;
   std::string fault =
       descriptor.isOpen() ? fileFault(descriptor.number(), size) : systemReason(errno);
   if (fault.empty()) fault = readAll(descriptor.number(), size, text);
-  if (!fault.empty()) reason = file + ": " + fault;
+  if (!fault.empty()) reason = fault;
   return fault.empty();
 }
 

@@ -64,9 +64,10 @@ bool checkElements(const tinyxml2::XMLElement& root, std::size_t documentBytes,
 
 /// Reads the regular file `file` of this PC whole into `text`, at most `maxDocumentBytes` of the
 /// settings. Never waits: anything but a regular file is refused once it is open, so a pipe
-/// without a writer does not hang. A file that grows while it is read is bounded as well.
+/// without a writer does not hang. A file that grows while it is read is bounded as well. "-" is
+/// standard input, whatever that is; its text is kept and given again.
 /// @param text   unspecified after a failure
-/// @param reason set on failure only: the file and what the system says about it
+/// @param reason set on failure only, without the name: what the system says about the file
 bool readDocumentFile(const std::string& file, std::string& text, std::string& reason);
 
 using DocumentParser = std::function<bool(const std::string& text, DocumentFault& fault)>;

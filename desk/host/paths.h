@@ -20,7 +20,7 @@ std::string usbMount();
 /// ".." is refused even where it would stay inside: a job file has no business elsewhere.
 ///
 /// Files that the settings present under just this name come first, and may lie anywhere.
-/// @param file   set on success only, absolute
+/// @param file   set on success only; absolute, or as the settings name a file that they present
 /// @param reason set on failure only, without the name
 bool resolvePath(const std::string& name, std::string& file, std::string& reason);
 

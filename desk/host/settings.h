@@ -28,7 +28,8 @@ struct Settings {
   std::string usb;
 
   /// Files of this PC that stand in for single files of the controller: its absolute path, and the
-  /// file. They may lie anywhere and hide what lies below root or disk; they are only ever read.
+  /// file as people name it, "-" for standard input. They may lie anywhere and hide what lies below
+  /// root or disk; they are only ever read.
   std::map<std::string, std::string> presented;
 
   /// Told before a document is read which file of this PC that is; may be empty. A document whose

@@ -1,19 +1,52 @@
-// A job file of this PC, under a name that scripts and the plug-in's readers can load.
+// A job file of this PC: under a name that scripts and the plug-in's readers can load, and what is
+// said when it does not load.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
+
+#include "desk/base/errors.h"
+#include "desk/base/output.h"
+#include "model/job_format.h"
+#include "model/job_records.h"
 
 namespace desk::job {
 
+/// The format that `file` is read as: as on a panel only a name that ends in ".xml" is an XML job.
+/// Standard input, which has no name, is one when its text begins with '<'.
+model::JobFormat formatOf(const std::string& file, std::string_view text);
+
+/// The same for a file that need not be read otherwise. Throws Error when standard input cannot be.
+model::JobFormat formatOf(const std::string& file);
+
+/// What findings and tables call `file`.
+std::string shownName(const std::string& file);
+
 /// A job as the services present it.
 struct PresentedJob {
+  model::JobFormat format;
   std::string name;            ///< what to give to getjson_Flash
   std::string controllerPath;  ///< where the readers find it: below the flash directory of its type
 };
 
-/// Presents `file`, which may lie anywhere on this PC, as a file in the controller's flash. As for
-/// the loading commands only a name that ends in ".xml" is an XML job. Throws Error when there is
-/// no such file.
+/// Presents `file`, which may lie anywhere on this PC or be "-", as a file in the controller's
+/// flash. Throws Error when it cannot be read.
 PresentedJob presentJob(const std::string& file);
+
+/// The error for a job that can be read and does not load.
+/// @param reason what the panel makes of it; empty when that is not known
+Error cannotLoad(const std::string& file, const std::string& reason = "");
+
+/// Loads a job and returns the panel's code for that: 0 for success.
+using Load = std::function<long long(const PresentedJob&)>;
+
+/// Presents `file` and lets `load` load it. Throws Error when it cannot be read, and cannotLoad
+/// with the reason when that returns another code than 0 or throws.
+PresentedJob loadJob(const std::string& file, const Load& load);
+
+/// What the plug-in's own reader makes of `file`. Throws as loadJob does.
+/// @param lines where the lines go that the reader writes
+DATA_T readJob(const std::string& file, StdoutRedirect::To lines = StdoutRedirect::To::Nowhere);
 
 }  // namespace desk::job

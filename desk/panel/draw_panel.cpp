@@ -1,5 +1,6 @@
 // The panel as a picture in a file.
 #include "desk/base/errors.h"
+#include "desk/base/files.h"
 #include "desk/host/tick_clock.h"
 #include "desk/panel/other_programs.h"
 #include "desk/panel/panel.h"
@@ -25,7 +26,7 @@ class StepClock {
 /// Takes the steps. @return whether the script met no error
 bool take(Panel& panel, const PictureOrder& order) {
   StepClock clock(order.step);
-  panel.start();
+  panel.runScript();
   panel.cycle();
   bool fine = !panel.view().failed;
   const auto step = [&](auto&& action) {
@@ -56,12 +57,13 @@ int drawPanel(const PanelSetup& setup, const PictureOrder& order) {
     });
     const std::atomic<bool> stop{false};
     Panel panel(setup.plugin, setup.facts, console, stop);
+    if (!panel.prepare()) return kExitIoError;
     fine = take(panel, order);
     view = panel.view();
   }
   if (!fine) return kExitFindings;
-  if (!order.svg.empty()) writeSvg(view.svg, order.svg);
-  if (!order.png.empty()) writePng(view.svg, order.png);
+  if (!order.svg.empty()) writeFile(order.svg, view.svg);
+  if (!order.png.empty()) writeFile(order.png, pngOf(view.svg));
   return kExitOk;
 }
 

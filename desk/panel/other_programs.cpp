@@ -7,10 +7,10 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <fstream>
-#include <iostream>
+#include <string_view>
 
 #include "desk/base/errors.h"
+#include "desk/base/files.h"
 
 namespace desk::panel {
 
@@ -18,54 +18,53 @@ namespace {
 
 constexpr char kConverter[] = "rsvg-convert";
 
-/// A file in memory that a child process can read from its start.
+/// A file in memory that a child process can read from its start, or write.
 class MemoryFile {
  public:
-  explicit MemoryFile(const std::string& bytes) : number_(memfd_create("picture", MFD_CLOEXEC)) {
+  explicit MemoryFile(std::string_view bytes = {}) : file_(memfd_create("picture", MFD_CLOEXEC)) {
     const auto size = static_cast<ssize_t>(bytes.size());
-    if (number_ < 0 || ::write(number_, bytes.data(), bytes.size()) != size ||
-        lseek(number_, 0, SEEK_SET) != 0) {
+    if (!file_.isOpen() || ::write(number(), bytes.data(), bytes.size()) != size ||
+        lseek(number(), 0, SEEK_SET) != 0) {
       throw Error(kExitIoError, "cannot hand the picture to " + std::string(kConverter));
     }
   }
-  ~MemoryFile() { close(number_); }
-  MemoryFile(const MemoryFile&) = delete;
-  MemoryFile& operator=(const MemoryFile&) = delete;
-  int number() const { return number_; }
+  int number() const { return file_.number(); }
+
+  /// All that was written to it.
+  std::string content() const {
+    std::string bytes(static_cast<std::size_t>(lseek(number(), 0, SEEK_END)), '\0');
+    const ssize_t got = ::pread(number(), bytes.data(), bytes.size(), 0);
+    bytes.resize(got < 0 ? 0 : static_cast<std::size_t>(got));
+    return bytes;
+  }
 
  private:
-  int number_;
+  const Descriptor file_;
 };
 
 }  // namespace
 
-void writeSvg(const std::string& svg, const std::string& file) {
-  std::ofstream opened;
-  if (file != "-") opened.open(file, std::ios::binary);
-  std::ostream& out = file == "-" ? std::cout : opened;
-  out << svg << std::flush;
-  if (!out) throw Error(kExitIoError, "cannot write " + file);
-}
-
-void writePng(const std::string& svg, const std::string& file, int dotsPerInch) {
+std::string pngOf(const std::string& svg, int dotsPerInch) {
   const MemoryFile input(svg);
+  const MemoryFile output;
   const std::string dots = std::to_string(dotsPerInch);
-  const pid_t child = startProcess(
-      {kConverter, "--format=png", "--dpi-x=" + dots, "--dpi-y=" + dots, "--output=" + file},
-      input.number());
+  const pid_t child =
+      startProcess({kConverter, "--format=png", "--dpi-x=" + dots, "--dpi-y=" + dots},
+                   input.number(), output.number());
   if (child < 0) {
-    throw Error(kExitIoError, std::string("cannot write ") + file + ": PNG needs the program " +
-                                  kConverter + " (package librsvg2-bin)");
+    throw Error(kExitIoError,
+                std::string("PNG needs the program ") + kConverter + " (package librsvg2-bin)");
   }
   int status = 0;
   while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
   }
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-    throw Error(kExitIoError, "cannot write " + file + ": " + kConverter + " failed");
+    throw Error(kExitIoError, std::string(kConverter) + " failed");
   }
+  return output.content();
 }
 
-pid_t startProcess(std::vector<std::string> words, int input) {
+pid_t startProcess(std::vector<std::string> words, int input, int output) {
   std::vector<char*> arguments;
   arguments.reserve(words.size() + 1);
   for (std::string& word : words) arguments.push_back(word.data());
@@ -77,7 +76,7 @@ pid_t startProcess(std::vector<std::string> words, int input) {
   } else {
     posix_spawn_file_actions_adddup2(&files, input, STDIN_FILENO);
   }
-  posix_spawn_file_actions_adddup2(&files, STDERR_FILENO, STDOUT_FILENO);
+  posix_spawn_file_actions_adddup2(&files, output < 0 ? STDERR_FILENO : output, STDOUT_FILENO);
   pid_t child = -1;
   const int failure =
       posix_spawnp(&child, arguments[0], &files, nullptr, arguments.data(), environ);

@@ -1,4 +1,4 @@
-// Pictures as files, and the other programs that convert and show them.
+// The other programs that convert and show pictures.
 #pragma once
 
 #include <sys/types.h>
@@ -8,17 +8,15 @@
 
 namespace desk::panel {
 
-/// Writes `svg` to `file`, "-" for standard output. Throws Error when it cannot be written whole.
-void writeSvg(const std::string& svg, const std::string& file);
-
-/// Writes `svg` to the PNG `file`, with the converter of the system. Throws Error when there is no
-/// converter, or when it fails.
+/// `svg` as PNG, made by the converter of the system. Throws Error when there is none, or when it
+/// fails.
 /// @param dotsPerInch for sizes that are given in millimetres
-void writePng(const std::string& svg, const std::string& file, int dotsPerInch = 96);
+std::string pngOf(const std::string& svg, int dotsPerInch = 96);
 
 /// Starts the program that the search path finds, without a shell, with `input` as its standard
-/// input (-1: nothing to read). Its standard output and error are this program's standard error.
+/// input (-1: nothing to read) and `output` as its standard output (-1: this program's standard
+/// error, as its own standard error).
 /// @return its process, for the caller to wait for; -1 when there is no such program
-pid_t startProcess(std::vector<std::string> words, int input);
+pid_t startProcess(std::vector<std::string> words, int input, int output = -1);
 
 }  // namespace desk::panel

@@ -2,10 +2,10 @@
 
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <tuple>
 #include <utility>
 
+#include "desk/base/text.h"
 #include "desk/host/settings.h"
 
 namespace desk::panel {
@@ -59,12 +59,30 @@ Panel::~Panel() {
 }
 
 void Panel::start() {
+  prepare();
+  runScript();
+}
+
+bool Panel::prepare() {
   script_.reset();
   part_.reset();
   watch_.clear();
   watch_.note(facts_.script);
   script_ = std::make_unique<PanelScript>(plugin_, part_, console_, stop_, facts_);
+  return loadJob();
+}
+
+void Panel::runScript() {
   note(script_->start());
+}
+
+bool Panel::loadJob() {
+  if (facts_.jobFile.empty()) return true;
+  watch_.note(facts_.jobFile);
+  view_.jobFault = script_->loadJob(facts_.jobFile);
+  if (view_.jobFault.empty()) return true;
+  console_.say(OutputSource::Error, view_.jobFault);
+  return false;
 }
 
 void Panel::click(tagPOINT point) {
@@ -85,7 +103,8 @@ void Panel::cycle() {
 void Panel::followFiles() {
   const std::vector<std::string> changed = watch_.changed();
   if (changed.empty()) return;
-  const bool script = std::count(changed.begin(), changed.end(), facts_.script) != 0;
+  const bool script = contains(changed, facts_.script);
+  if (!script && contains(changed, facts_.jobFile)) loadJob();
   bool succeeded = true;
   if (script || !script_->jobChanged(succeeded)) return start();
   note(succeeded);

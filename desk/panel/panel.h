@@ -54,6 +54,7 @@ struct View {
   unsigned short rows = 0;      ///< in the whole list
   std::optional<int> selected;  ///< number of a row in the whole list, from 1
   bool failed = false;          ///< the script or a handler of it met an error
+  std::string jobFault;         ///< why the job that was given is not loaded; empty: it is
 };
 
 /// Loads the plug-in, creates the part and runs the script. All calls come on one thread. The
@@ -68,6 +69,12 @@ class Panel {
 
   /// Runs the script from its beginning, on an empty table.
   void start();
+
+  /// The first half of that: an empty table, and the job loaded. @return whether it is
+  bool prepare();
+
+  /// The second half.
+  void runScript();
 
   /// The operator touches the panel at `point`.
   void click(tagPOINT point);
@@ -85,6 +92,7 @@ class Panel {
   const View& view() const { return view_; }
 
  private:
+  bool loadJob();
   bool draw();
   void note(bool succeeded);
 

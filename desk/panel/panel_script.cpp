@@ -1,6 +1,7 @@
 #include "desk/panel/panel_script.h"
 
 #include "desk/base/errors.h"
+#include "desk/script/load_job.h"
 
 namespace desk::panel {
 
@@ -58,6 +59,13 @@ PanelScript::PanelScript(const script::Plugin& plugin, TablePart& part, Console&
   installPanelTable(L, context_, facts);
   adaptLibraries(L);
   lua_sethook(L, endWhenStopped, LUA_MASKCOUNT, kInstructionsPerLook);
+}
+
+std::string PanelScript::loadJob(const std::string& file) try {
+  script::loadJob(engine_, file);
+  return "";
+} catch (const Error& error) {
+  return error.what();
 }
 
 bool PanelScript::start() try {

@@ -18,6 +18,9 @@ class PanelScript {
   PanelScript(const script::Plugin& plugin, TablePart& part, Console& console,
               const std::atomic<bool>& stop, const PanelFacts& facts);
 
+  /// Loads a job of this PC. @return why it does not load, as a sentence; empty when it does
+  std::string loadJob(const std::string& file);
+
   /// Runs the script itself, which sets up table and handlers. @return whether it came to its end
   bool start();
 

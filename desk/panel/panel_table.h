@@ -12,9 +12,10 @@ namespace desk::panel {
 
 /// What a script is told about the panel it runs on.
 struct PanelFacts {
-  std::string script;  ///< the file
-  std::string job;     ///< what to give to getjson_Flash; empty: the script knows itself
-  int width;           ///< of the part, in pixels
+  std::string script;   ///< the file
+  std::string jobFile;  ///< to load before the script; empty: the script knows itself
+  std::string job;      ///< what to give to getjson_Flash for it
+  int width;            ///< of the part, in pixels
   int height;
 };
 

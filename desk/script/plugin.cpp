@@ -18,6 +18,10 @@ Error cannotLoad(const std::string& reason) {
   return {kExitIoError, "cannot load the plug-in: " + reason};
 }
 
+std::string examined(const std::string& path) {
+  return "; cusdesk doctor " + path + " tells more";
+}
+
 }  // namespace
 
 Plugin::Plugin(const std::string& path) : path_(path) {
@@ -27,7 +31,7 @@ Plugin::Plugin(const std::string& path) : path_(path) {
     throw cannotLoad(error.what());
   }
   handle_ = dlopen(asPath(path).c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (handle_ == nullptr) throw cannotLoad(dlerror());
+  if (handle_ == nullptr) throw cannotLoad(dlerror() + examined(path));
 }
 
 Plugin::~Plugin() {
@@ -36,9 +40,7 @@ Plugin::~Plugin() {
 
 void* Plugin::symbol(const char* name) const {
   void* address = dlsym(handle_, name);
-  if (address == nullptr) {
-    throw Error(kExitIoError, "not a plug-in of this kind: " + path_ + " has no " + name);
-  }
+  if (address == nullptr) throw cannotLoad(path_ + " has no " + name + examined(path_));
   return address;
 }
 

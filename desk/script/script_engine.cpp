@@ -5,13 +5,12 @@
 #include <utility>
 
 #include "desk/base/errors.h"
+#include "desk/base/files.h"
 #include "desk/base/output.h"
 
 namespace desk::script {
 
 namespace {
-
-constexpr char kModule[] = "cus_ParseModule";
 
 StdoutRedirect::To destinationOf(PluginLines lines) {
   switch (lines) {
@@ -81,6 +80,14 @@ int traceback(lua_State* L) {
 void writeFailure(const std::string& failure) {
   std::fflush(stdout);
   std::fprintf(stderr, "cusdesk: %s\n", failure.c_str());
+  if (failure.find("(global 'panel')") == std::string::npos) return;
+  std::fputs("cusdesk: scripts that use the table 'panel' run with cusdesk panel --script FILE\n",
+             stderr);
+}
+
+/// @param message Lua's: "cannot open FILE: reason"
+Error unreadable(const std::string& script, const std::string& message) {
+  return cannotRead(script, message.substr(message.rfind(": ") + 2));
 }
 
 ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLines lines)
@@ -119,7 +126,7 @@ int ScriptEngine::run(const std::string& script, const std::vector<std::string>&
   lua_State* L = state();
   setArguments(script, arguments);
   const int loaded = luaL_loadfile(L, script == "-" ? nullptr : script.c_str());
-  if (loaded == LUA_ERRFILE) throw Error(kExitIoError, lua_tostring(L, -1));
+  if (loaded == LUA_ERRFILE) throw unreadable(script, lua_tostring(L, -1));
   if (loaded != LUA_OK) return reportFailure(loaded);
   luaL_checkstack(L, static_cast<int>(arguments.size()) + 1, "too many arguments");
   for (const std::string& argument : arguments) lua_pushstring(L, argument.c_str());

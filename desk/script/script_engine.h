@@ -11,6 +11,9 @@
 
 namespace desk::script {
 
+/// The name of the module, as scripts require it.
+inline constexpr char kModule[] = "cus_ParseModule";
+
 /// What becomes of a C++ exception that leaves a module function.
 enum class ModuleErrors {
   Guarded,  ///< a Lua error with the function's name and the exception's text

@@ -16,7 +16,7 @@ using check::Findings;
 using check::Raises;
 
 constexpr std::pair<std::string_view, Raises> kCommands[] = {
-    {"getjson_Flash", Raises::Load}, {"get_cut", Raises::GetCut}, {"get_hole", Raises::GetHole}};
+    {"get_cut", Raises::GetCut}, {"get_hole", Raises::GetHole}};
 
 Raises raisedBy(std::string_view command) {
   for (const auto& [name, raises] : kCommands) {

@@ -10,8 +10,6 @@ namespace desk::show {
 
 namespace {
 
-constexpr char kModule[] = "cus_ParseModule";
-
 template <class Row>
 std::vector<std::string> namesOf(std::size_t leftOut = 0) {
   std::vector<std::string> names;
@@ -27,7 +25,7 @@ const std::vector<std::string> kFromLabel = {"sProfileName", "sColor", "sLengthP
 /// Calls a module function with at most one text and leaves its result on the stack.
 void call(lua_State* L, const char* function, const std::string* argument) {
   lua_settop(L, 0);
-  lua_getglobal(L, kModule);
+  lua_getglobal(L, script::kModule);
   lua_getfield(L, -1, function);
   if (argument != nullptr) lua_pushlstring(L, argument->data(), argument->size());
   if (lua_pcall(L, argument == nullptr ? 0 : 1, 1, 0) == LUA_OK) return;
@@ -93,17 +91,6 @@ std::vector<std::string> keysOf(const Question& question) {
       break;
   }
   return namesOf<Dimensions>();
-}
-
-void loadJob(script::ScriptEngine& engine, const std::string& name) {
-  lua_State* L = engine.state();
-  call(L, "getjson_Flash", &name);
-  lua_getfield(L, -1, "errorCode");
-  lua_getfield(L, -2, "info");
-  const lua_Integer code = lua_tointeger(L, -2);
-  if (code == 0) return;
-  throw Error(kExitIoError, "cannot load " + name + ": " + lua_tostring(L, -1) + " (errorCode " +
-                                std::to_string(code) + ")");
 }
 
 TextTable ask(script::ScriptEngine& engine, const Question& question) {

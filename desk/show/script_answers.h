@@ -24,10 +24,6 @@ class Raised : public Error {
   std::string command_;
 };
 
-/// Loads a job with getjson_Flash. Throws Raised, or Error with the script's message when that
-/// fails.
-void loadJob(script::ScriptEngine& engine, const std::string& name);
-
 /// The keys of the rows that answer a question.
 std::vector<std::string> keysOf(const Question& question);
 

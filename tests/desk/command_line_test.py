@@ -10,50 +10,90 @@ import unittest
 from cusdesk import CUSDESK, Folder, run
 
 
-class CommandLine(unittest.TestCase):
-    def test_senseless_ones_are_answered_with_one_line_and_2(self):
-        for words, line in [
-            ([], "which command? See 'cusdesk --help'"),
-            (["rnu", "a.lua"], "unknown command 'rnu'; did you mean 'run'?"),
-            (["frobnicate"], "unknown command 'frobnicate'; see 'cusdesk --help'"),
-            (["--rot", "x"], "unknown option '--rot'; did you mean '--root'?"),
-            (["--root"], "option '--root' needs an argument"),
-            (["--version=3"], "option '--version' takes no argument"),
-            (["-x"], "unknown option '-x'"),
-            (["run", "-hx"], "unknown option '-x'"),
-            (["--root=", "run", "a.lua"], "option '--root' needs a directory"),
-            (["run"], "run: which SCRIPT? Usage: cusdesk run SCRIPT [ARG...]"),
-            (["draw", "a.json", "b.json"], "draw: 'b.json' is one too many. Usage: cusdesk draw FILE"),
-            (["show"], "show: which FILE? Usage: cusdesk show FILE... "
-                       "[bars|pieces|works|cuts|holes|labels|dimensions]"),
-            (["show", "job.json", "cuts", "--format", "jsn"],
-             "show: --format is one of text, json, csv, not 'jsn'; did you mean 'json'?"),
-            (["export", "scheme"], "export: what is 'scheme'? Did you mean 'schema'? Usage: cusdesk "
-                                   "export [schema|xsd|stub|panel-stub|luacheckrc|completion|fish|"
-                                   "man|tables]"),
-            (["export"], "export: name one thing, or a folder with --into"),
-            (["run", "--raw-error", "--no-such"], "unknown option '--no-such'"),
-        ]:
-            answer = run(*words)
-            self.assertEqual((answer.stderr, answer.returncode), (f"cusdesk: {line}\n", 2), words)
-            self.assertEqual(answer.stdout, "", words)
+JOB = '{"Version":"1.0","Bar":[{"BarNumber":1,"MaxY":1,"MaxZ":1,"piece":[{"cut":{"Length":"9"}}]}]}'
+NO_FILE = "No such file or directory"
+SYNTAX = "3:1: Missing '}' or object member name"
 
-    def test_missing_files_are_answered_with_one_line_and_3(self):
-        for words, start in [
-            (["run", "no/such.lua"], "cannot open no/such.lua"),
-            (["--plugin", "no/such.so", "run", "a.lua"], "cannot load the plug-in: "),
-            (["--plugin", "", "run", "a.lua"], "cannot load the plug-in: "),
-            (["--root", "no/such", "run", "a.lua"], "the root no/such is no directory: "),
-            (["--root", CUSDESK, "run", "a.lua"], f"the root {CUSDESK} is no directory"),
-            (["--plugin", CUSDESK, "run", "a.lua"], "cannot load the plug-in: "),
-            (["--plugin", "libc.so.6", "run", "a.lua"], "cannot load the plug-in: "),
-            (["show", "/", "works"], "cannot read /: it is a directory\n"),
-            (["show", "\n\x1b[2J.json", "works"], "cannot read \\n\\x1b[2J.json: no such file\n"),
-        ]:
-            answer = run(*words)
-            self.assertEqual(answer.returncode, 3, words)
-            self.assertTrue(answer.stderr.startswith("cusdesk: " + start), answer.stderr)
-            self.assertEqual(answer.stderr.count("\n"), 1, answer.stderr)
+# What is typed, the exit code, and the one line on standard error; of a list its beginning.
+WRONG = [
+    ("", 2, "which command? See 'cusdesk --help'"),
+    ("rnu a.lua", 2, "unknown command 'rnu'; did you mean 'run'?"),
+    ("frobnicate", 2, "unknown command 'frobnicate'; see 'cusdesk --help'"),
+    ("--rot x", 2, "unknown option '--rot'; did you mean '--root'?"),
+    ("--root", 2, "option '--root' needs an argument"),
+    ("--version=3", 2, "option '--version' takes no argument"),
+    ("-x", 2, "unknown option '-x'"),
+    ("run -hx", 2, "unknown option '-x'"),
+    ("run --raw-error --no-such", 2, "unknown option '--no-such'"),
+    ("--root= run a.lua", 2, "option '--root' needs a directory"),
+    ("--root no/such run a.lua", 3, f"the root no/such is no directory: {NO_FILE}"),
+    ("--root a.lua run a.lua", 3, "the root a.lua is no directory"),
+    ("--plugin no/such.so run a.lua", 3, f"cannot load the plug-in: cannot read no/such.so: {NO_FILE}"),
+    ("--plugin= run a.lua", 3, f"cannot load the plug-in: cannot read : {NO_FILE}"),
+    ("--plugin job.json show job.json cuts", 3, "cannot load the plug-in: job.json is neither a library "
+                                                "nor a program for Linux (no ELF file)"),
+    # operands
+    ("run", 2, "run: which SCRIPT? Usage: cusdesk run SCRIPT [ARG...]"),
+    ("draw a.json b.json", 2, "draw: 'b.json' is one too many. Usage: cusdesk draw FILE"),
+    ("show", 2, "show: which FILE? Usage: cusdesk show FILE... ["),
+    ("show job.json cuts --format jsn", 2,
+     "show: --format is one of text, json, csv, not 'jsn'; did you mean 'json'?"),
+    ("export scheme", 2, "export: what is 'scheme'? Did you mean 'schema'? Usage: cusdesk export ["),
+    ("export", 2, "export: name one thing, or a folder with --into"),
+    ("doctor", 2, "doctor: which PLUGIN? Usage: cusdesk doctor PLUGIN"),
+    ("panel job.json", 2, "panel: what is 'job.json'? A script comes with --script, a job with --job"),
+    # files for scripts
+    ("run no.lua", 3, f"cannot read no.lua: {NO_FILE}"),
+    ("repl dir.json/", 3, "cannot read dir.json/: Is a directory"),
+    ("panel --script no.lua", 3, f"cannot read no.lua: {NO_FILE}"),
+    ("run job.json", 2, "run: job.json is a job, not a script: give it with --job job.json, or see "
+                        "'cusdesk show job.json'"),
+    # jobs
+    ("check no.json", 3, f"cannot read no.json: {NO_FILE}"),
+    ("show \n\x1b[2J.json", 3, f"cannot read \\n\\x1b[2J.json: {NO_FILE}"),
+    ("show no.json cuts", 3, f"cannot read no.json: {NO_FILE}"),
+    ("draw dir.json -o a.svg", 3, "cannot read dir.json: Is a directory"),
+    ("run -q --job pipe.json a.lua", 3, "cannot read pipe.json: not a regular file"),
+    ("repl --job no.json", 3, f"cannot read no.json: {NO_FILE}"),
+    ("panel --job no.json", 3, f"cannot read no.json: {NO_FILE}"),
+    ("show bad.json", 3, f"cannot load bad.json:{SYNTAX}; cusdesk check bad.json tells why"),
+    ("show bad.json cuts", 3, f"cannot load bad.json:{SYNTAX}; cusdesk check bad.json tells why"),
+    ("show - cuts", 3, f"cannot load <stdin>:{SYNTAX}; cusdesk check - tells why"),
+    ("draw bad.json -o a.svg", 3, f"cannot load bad.json:{SYNTAX}; cusdesk check bad.json tells why"),
+    ("run -q --job ./bad.json a.lua", 3,
+     f"cannot load ./bad.json:{SYNTAX}; cusdesk check ./bad.json tells why"),
+    ("repl --job none.json", 3,
+     "cannot load none.json: the panel answers -3; cusdesk check none.json tells why"),
+    ("panel --job bad.json --png a.png", 3,
+     f"cannot load bad.json:{SYNTAX}; cusdesk check bad.json tells why"),
+    ("draw empty.xml -o a.svg", 3,
+     "cannot load empty.xml: the document is empty; cusdesk check empty.xml tells why"),
+    ("draw raises.xml -o a.svg", 3,
+     'cannot load raises.xml: loading raises "stod"; cusdesk check raises.xml tells why'),
+    ("show raises.xml cuts", 3,
+     'cannot load raises.xml: loading raises "stod"; cusdesk check raises.xml tells why'),
+    # what they are asked
+    ("draw job.json", 2, "draw: say where to draw, with '-o FILE.svg', '-o FILE.png' or '-o -' for SVG on "
+                         "standard output"),
+    ("draw job.json --bar 99 -o -", 3, "draw: the job has no bar 99"),
+    ("draw job.json -q -o no/A.SVG", 3, f"cannot write no/A.SVG: {NO_FILE}"),
+    ("draw job.json -q -o no/a.png", 3, f"cannot write no/a.png: {NO_FILE}"),
+]
+
+
+class CommandLine(Folder):
+    def test_what_cannot_be_done_is_answered_with_one_line(self):
+        for name, text in [("a.lua", ""), ("job.json", JOB), ("bad.json", "{\n\n!"), ("none.json", "{}"),
+                           ("empty.xml", ""), ("dir.json/x", ""),
+                           ("raises.xml", "<J><Bar><Piece><CtrsZ>1</CtrsZ><Work><ProfiLav>x"
+                            "</ProfiLav></Work></Piece></Bar></J>")]:
+            self.write(name, text)
+        os.mkfifo(self.folder / "pipe.json")
+        for line, code, said in WRONG:
+            answer = self.run_here(*[word for word in line.split(" ") if word], input="{\n\n!")
+            told = answer.stderr[:len(said) + 9] + "\n" if said.endswith("[") else answer.stderr
+            self.assertEqual((answer.returncode, answer.stdout, told),
+                             (code, "", f"cusdesk: {said}\n"), line)
 
     def test_help_opens_with_examples(self):
         for words in (["--help"], ["help"], ["run", "-h"], ["--help", "run"], ["help", "run"]):

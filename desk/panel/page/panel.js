@@ -26,7 +26,11 @@ function showView() {
   $("row").hidden = view.rows === 0;
   $("up").disabled = view.rows === 0 || view.page <= 1;
   $("down").disabled = view.rows === 0 || view.page >= view.pages;
-  setState(view.failed ? "The script failed" : "Live", view.failed ? "failed" : "live");
+  $("job-fault").textContent = view.jobFault;
+  $("job-fault").hidden = view.jobFault === "";
+  if (view.failed) setState("The script failed", "failed");
+  else if (view.jobFault !== "") setState("Job not loaded", "failed");
+  else setState("Live", "live");
 }
 
 function showPicture() {

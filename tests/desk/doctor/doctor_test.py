@@ -159,7 +159,7 @@ class OtherFiles(unittest.TestCase):
                 said = f"{path} is cut short: it has {size} of {len(whole)} bytes\n"
                 self.assertEqual((answer.returncode, answer.stdout, answer.stderr),
                                  (3, "", f"cusdesk: {said}"))
-                answer = cusdesk("--plugin", path, "run", "a.lua")
+                answer = cusdesk("--plugin", path, "run", "-")
                 self.assertEqual((answer.returncode, answer.stdout, answer.stderr),
                                  (3, "", f"cusdesk: cannot load the plug-in: {said}"))
             path.write_bytes(whole + b"\n")

@@ -134,32 +134,6 @@ class Draw(Folder):
         self.assertEqual(picture[:8], b"\x89PNG\r\n\x1a\n")
         self.assertGreater(int.from_bytes(picture[16:20], "big"), 2200, "297 mm at 192 dpi")
 
-    def test_what_cannot_be_drawn_is_answered_with_one_line(self):
-        good = self.job(MITRES)
-        self.write("broken.json", "{")
-        self.write("letters.xml", 
-            "<J><Bar><Piece><CtrsZ>1</CtrsZ><Work><ProfiLav>x</ProfiLav></Work></Piece></Bar></J>")
-        for words, code, line in [
-            ([good], 2, "draw: say where to draw"),
-            ([good, "-o", "a.jpg"], 2, "draw: say where to draw"),
-            (["none.json", "-o", "a.svg"], 3, "cannot read none.json: no such file"),
-            (["broken.json", "-o", "a.svg"], 3, "cannot load broken.json: errorCode -2"),
-            (["letters.xml", "-o", "a.svg"], 3, "cannot load letters.xml: stod"),
-            ([good, "--bar", "2", "-o", "a.svg"], 3, "draw: the job has no bar 2"),
-            ([good, "-o", "none/a.svg"], 3, "cannot write none/a.svg"),
-        ]:
-            answer = self.run_draw(*words)
-            last = answer.stderr.splitlines()[-1]
-            self.assertEqual((answer.returncode, answer.stdout), (code, ""), words)
-            self.assertTrue(last.startswith("cusdesk: " + line), answer.stderr)
-            self.assertFalse((self.folder / "a.svg").exists())
-
-    def test_a_place_is_given_in_the_file_that_the_caller_knows(self):
-        for name, text, place in [("broken.json", "{\n\n!", ":3:1: "), ("empty.xml", "", ": the ")]:
-            self.write(name, text)
-            self.assertIn(f"cusdesk: {self.folder}/{name}{place}",
-                          self.run_draw(name, "-o", "a.svg").stderr)
-
     def test_a_closed_standard_output_is_a_failure(self):
         self.job(MITRES)
         for output in ("a.svg", "-"):

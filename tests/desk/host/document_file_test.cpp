@@ -24,7 +24,8 @@ TEST_F(HostTest, ReadsAFileUpToTheBound) {
     EXPECT_TRUE(readBack(file) == text) << size;
   }
   tree.write("a.json", std::string(100'001, 'x'));
-  EXPECT_EQ(readBack(file), "refused: " + file + ": larger than 100000 bytes; " + deskhost::kOnlyHere);
+  EXPECT_EQ(readBack(file),
+            std::string("refused: larger than 100000 bytes; ") + deskhost::kOnlyHere);
 }
 
 TEST_F(HostTest, ReadsFilesWhoseSizeIsNotKnownBeforehand) {
@@ -32,7 +33,7 @@ TEST_F(HostTest, ReadsFilesWhoseSizeIsNotKnownBeforehand) {
   EXPECT_EQ(text.compare(0, 5, "Name:"), 0) << text;
   deskhost::settings().maxDocumentBytes = 10;
   EXPECT_EQ(readBack("/proc/self/status"),
-            std::string("refused: /proc/self/status: larger than 10 bytes; ") + deskhost::kOnlyHere);
+            std::string("refused: larger than 10 bytes; ") + deskhost::kOnlyHere);
 }
 
 TEST_F(HostTest, ReadsRegularFilesOnlyAndNeverWaits) {
@@ -46,6 +47,5 @@ TEST_F(HostTest, ReadsRegularFilesOnlyAndNeverWaits) {
       {tree.path("usb"), "Is a directory"},
       {tree.path("none"), "No such file or directory"},
   };
-  for (const auto& row : rows)
-    EXPECT_EQ(readBack(row.file), "refused: " + row.file + ": " + row.reason);
+  for (const auto& row : rows) EXPECT_EQ(readBack(row.file), "refused: " + row.reason);
 }

@@ -57,16 +57,13 @@ class Steps(Panel):
 
     def test_wrong_command_lines_are_answered_with_one_line(self):
         for words, code, line in [
-            ("job.json", 2, "what is 'job.json'"),
             ("--port 70000", 2, "a number from 0 to 65535"),
             ("--page 2", 2, "name it with --svg"),
             ("--svg - --no-open", 2, "is for the page"),
             ("--svg - --page 0", 2, "a number from 1 to 65535"),
             ("--svg - --click 5", 2, "X,Y in pixels"),
             ("--svg - --size 0x5", 2, "WIDTHxHEIGHT"),
-            ("--script none.lua", 3, "cannot open"),
-            ("--job none.json", 3, "no such file"),
-            ("--svg none/a.svg", 3, "cannot write"),
+            ("--svg none/a.svg", 3, "cannot write none/a.svg: No such file or directory"),
             ("--svg /dev/full", 3, "cannot write /dev/full"),
             ("--svg - --page 7", 3, "no page 7: 6 of 6"),
         ]:
@@ -119,10 +116,10 @@ class Scripts(Panel):
 
     def test_job_of_this_pc_is_what_panel_job_loads(self):
         for name in ("a", "mine.json"):
-            self.write(name, '{"data": 1}')
-            answer = self.script("print(cus_ParseModule.getjson_Flash(panel.job).errorCode)",
-                                 "--job", name)
-            self.assertEqual(answer.stderr, "-3\n", name)
+            self.write(name, '{"Version": "1.0", "Bar": [{"piece": [{}]}]}')
+            answer = self.script("print(#cus_ParseModule.get_print(), "
+                                 "cus_ParseModule.getjson_Flash(panel.job).errorCode)", "--job", name)
+            self.assertEqual(answer.stderr, "1\t0\n", name)
 
     def test_mistakes_are_told_with_their_place(self):
         for text, message in [

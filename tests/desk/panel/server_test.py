@@ -158,9 +158,10 @@ class Live(Folder):
             self.write("mine.json", "{")
             view = events.until(lambda view: view["rows"] == 0)
             self.assertIn("desk", [speaker for speaker, _ in view["lines"]])
+            self.assertRegex(view["jobFault"], "^cannot load .*mine.json:1:2: .*check .* tells why$")
             job.unlink()
             self.job(7)
-            events.until(lambda view: view["rows"] == 1)
+            events.until(lambda view: view["rows"] == 1 and view["jobFault"] == "")
         script = self.write("s.lua", "error('first')")
         with LivePanel("--script", script) as panel, panel.events() as events:
             self.assertIn("first", str(events.until(lambda view: view["failed"])["lines"]))

@@ -51,14 +51,6 @@ class Pipe(unittest.TestCase):
 
     def test_job_of_this_pc_is_loaded_first(self):
         self.assertEqual(run("#job.get_cut('')", "--job", str(EXAMPLE)).stdout, "46\n")
-        with tempfile.TemporaryDirectory() as folder:
-            bad = pathlib.Path(folder, "bad.json")
-            bad.write_text("{}")
-            for file, start in [(bad, "cusdesk: cannot load bad.json: "),
-                                (pathlib.Path(folder, "none.json"), "cusdesk: cannot read ")]:
-                answer = run("1", "--job", str(file))
-                self.assertEqual((answer.returncode, answer.stdout), (3, ""))
-                self.assertTrue(answer.stderr.splitlines()[-1].startswith(start), answer.stderr)
 
     def test_script_that_fails_ends_it(self):
         with tempfile.TemporaryDirectory() as folder:
