@@ -13,6 +13,7 @@
 #   make bench    times and memory against the host's documents and tables, and the goals for them
 #   make peers    the same jobs with what scripts would use instead: other Lua libraries
 #   make cost     instructions, memory and code size on PCs and both ARMs, as one table
+#   make growth   what the commands do with documents of many shapes grows with their size, memory too
 #   make lint     clang-tidy over everything
 #   make subjects the form of commit subjects
 #   make format   format the sources
@@ -20,7 +21,7 @@
 #
 # JOBS is how many processes build and test side by side; default: one for each processor.
 .PHONY: run test build sanitize clang arm armhf arm64 sdk packages fuzz threads soak coverage bench \
-        peers cost lint subjects format browser setup setup-arm clean
+        peers cost growth lint subjects format browser setup setup-arm clean
 
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 60
@@ -92,6 +93,9 @@ peers: build
 
 cost: build armhf arm64
 	python3 bench/cost_table.py build
+
+growth: setup-arm build
+	python3 bench/growth.py build/cusdesk build/bin/libcount_instructions.so $(JOBS)
 
 lint: setup
 	cmake --preset clang

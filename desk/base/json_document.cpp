@@ -31,6 +31,14 @@ class Document {
     return text_ + "\n";
   }
 
+  std::string write(std::size_t size, const std::function<Json::Value(std::size_t)>& elementAt) {
+    for (std::size_t i = 0; i < size; ++i) {
+      text_ += i == 0 ? "[\n  " : ",\n  ";
+      append(elementAt(i), "\n  ");
+    }
+    return text_ + (size == 0 ? "[]\n" : "\n]\n");
+  }
+
  private:
   /// @param line what begins a line of the value's parent
   void append(const Json::Value& value, const std::string& line) {
@@ -108,6 +116,11 @@ class Document {
 
 std::string jsonDocument(const Json::Value& root, const std::vector<std::string>& order) {
   return Document(order).write(root);
+}
+
+std::string jsonArray(std::size_t size, const std::function<Json::Value(std::size_t)>& elementAt,
+                      const std::vector<std::string>& order) {
+  return Document(order).write(size, elementAt);
 }
 
 }  // namespace desk

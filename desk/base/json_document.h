@@ -3,6 +3,7 @@
 
 #include <json/value.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,5 +14,9 @@ namespace desk {
 /// @param order the members that go before others, in this order. Those that were given a start as
 ///              their offset go next, by it, and the rest by the alphabet.
 std::string jsonDocument(const Json::Value& root, const std::vector<std::string>& order = {});
+
+/// The same of an array of objects, which may be long: they are asked for one after the other.
+std::string jsonArray(std::size_t size, const std::function<Json::Value(std::size_t)>& elementAt,
+                      const std::vector<std::string>& order = {});
 
 }  // namespace desk

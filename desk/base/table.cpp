@@ -181,29 +181,34 @@ std::string csvText(const TextTable& table, bool where) {
 }
 
 std::string jsonText(const TextTable& table, bool where) {
-  return jsonDocument(jsonRows(table, where), {"value", "line", "column", "carried", "element"});
+  return jsonArray(
+      table.rows.size(), [&](std::size_t row) { return jsonRow(table, row, where); },
+      {"value", "line", "column", "carried", "element"});
 }
 
 Json::Value jsonRows(const TextTable& table, bool where) {
   Json::Value rows(Json::arrayValue);
-  for (const auto& row : table.rows) {
-    Json::Value object(Json::objectValue);
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      const Cell& cell = row[i];
-      Json::Value value = cell.isNumber ? numberValue(cell) : Json::Value(asUtf8(cell.text));
-      Json::Value& member = object[table.keys[i]];
-      (where ? member["value"] : member) = value;
-      member.setOffsetStart(static_cast<std::ptrdiff_t>(i) + 1);
-      if (!where) continue;
-      if (cell.origin.line == 0) continue;
-      member["line"] = cell.origin.line;
-      if (cell.origin.column > 0) member["column"] = cell.origin.column;
-      member["carried"] = cell.origin.carried;
-      member["element"] = cell.origin.element;
-    }
-    rows.append(object);
+  for (std::size_t row = 0; row < table.rows.size(); ++row) {
+    rows.append(jsonRow(table, row, where));
   }
   return rows;
+}
+
+Json::Value jsonRow(const TextTable& table, std::size_t row, bool where) {
+  Json::Value object(Json::objectValue);
+  for (std::size_t i = 0; i < table.rows[row].size(); ++i) {
+    const Cell& cell = table.rows[row][i];
+    Json::Value value = cell.isNumber ? numberValue(cell) : Json::Value(asUtf8(cell.text));
+    Json::Value& member = object[table.keys[i]];
+    (where ? member["value"] : member) = value;
+    member.setOffsetStart(static_cast<std::ptrdiff_t>(i) + 1);
+    if (!where || cell.origin.line == 0) continue;
+    member["line"] = cell.origin.line;
+    if (cell.origin.column > 0) member["column"] = cell.origin.column;
+    member["carried"] = cell.origin.carried;
+    member["element"] = cell.origin.element;
+  }
+  return object;
 }
 
 }  // namespace desk

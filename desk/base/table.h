@@ -52,5 +52,6 @@ std::string jsonText(const TextTable& table, bool where);
 
 /// The same as a value. The members stand in the order of the keys, for jsonDocument().
 Json::Value jsonRows(const TextTable& table, bool where);
+Json::Value jsonRow(const TextTable& table, std::size_t row, bool where);
 
 }  // namespace desk

@@ -39,7 +39,7 @@ Json::Value findingValue(const Report& report, const Finding& finding) {
 std::string jsonReport(const Report& report) {
   Json::Value root;
   root["findings"] = Json::arrayValue;
-  for (const Finding& finding : report.findings) {
+  for (const Finding& finding : listed(report)) {
     root["findings"].append(findingValue(report, finding));
   }
   root["unreadable"] = Json::arrayValue;

@@ -14,7 +14,8 @@ std::string asXmlText(const std::string& text) {
 
 class JunitReport {
  public:
-  JunitReport(const Report& report, FailOn failOn) : report_(report), failOn_(failOn) {}
+  JunitReport(const Report& report, FailOn failOn)
+      : report_(report), findings_(listed(report)), failOn_(failOn) {}
 
   std::string write() {
     printer_.PushHeader(false, true);
@@ -43,7 +44,7 @@ class JunitReport {
   void writeFile(int file) {
     std::vector<const Finding*> findings;
     int failures = 0;
-    for (const Finding& finding : report_.findings) {
+    for (const Finding& finding : findings_) {
       if (finding.place.file != file) continue;
       findings.push_back(&finding);
       failures += fails(finding, failOn_) ? 1 : 0;
@@ -89,6 +90,7 @@ class JunitReport {
   }
 
   const Report& report_;
+  const Findings findings_;
   FailOn failOn_;
   tinyxml2::XMLPrinter printer_;
 };

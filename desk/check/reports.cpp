@@ -1,8 +1,16 @@
 #include "desk/check/reports.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 namespace desk::check {
+
+namespace {
+
+constexpr std::size_t kListed = 1000;
+
+}  // namespace
 
 bool fails(const Finding& finding, FailOn failOn) {
   switch (failOn) {
@@ -20,6 +28,22 @@ bool fails(const Finding& finding, FailOn failOn) {
 
 const std::string& fileOf(const Report& report, const Place& place) {
   return report.sources.at(static_cast<std::size_t>(place.file))->name();
+}
+
+Findings listed(const Report& report) {
+  std::map<std::pair<int, const char*>, std::size_t> counts;
+  for (const Finding& one : report.findings) ++counts[{one.place.file, one.rule}];
+  std::map<std::pair<int, const char*>, std::size_t> seen;
+  Findings findings;
+  for (const Finding& one : report.findings) {
+    const std::size_t number = ++seen[{one.place.file, one.rule}];
+    if (number > kListed) continue;
+    findings.push_back(one);
+    const std::size_t beyond = counts[{one.place.file, one.rule}] - kListed;
+    if (number < kListed || beyond == 0) continue;
+    findings.back().message += " (" + std::to_string(beyond) + " more findings of this rule)";
+  }
+  return findings;
 }
 
 std::size_t countOf(const Report& report, Severity severity) {

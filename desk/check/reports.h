@@ -18,6 +18,10 @@ bool fails(const Finding& finding, FailOn failOn);
 /// @param all false: of findings that differ in their place only, the first few and a count
 std::string textReport(const Report& report, const Terminal& terminal, bool all);
 
+/// What reports for programs list: of each rule the first thousand findings in a file, the last of
+/// which says how many there are beyond.
+Findings listed(const Report& report);
+
 /// One object: "findings", "unreadable", "summary".
 std::string jsonReport(const Report& report);
 

@@ -90,7 +90,7 @@ std::string sarifReport(const Report& report) {
   run["tool"] = tool();
   run["columnKind"] = "unicodeCodePoints";
   run["results"] = Json::arrayValue;
-  for (const Finding& finding : report.findings) run["results"].append(resultOf(report, finding));
+  for (const Finding& finding : listed(report)) run["results"].append(resultOf(report, finding));
   Json::Value invocation;
   invocation["executionSuccessful"] = report.unreadable.empty();
   for (const Unreadable& file : report.unreadable) {

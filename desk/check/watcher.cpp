@@ -12,6 +12,7 @@ namespace desk::check {
 void Watcher::start(const Sources& sources, Findings& findings) {
   sources_ = &sources;
   findings_ = &findings;
+  told_.clear();
 }
 
 void Watcher::enter(Level level) {
@@ -56,7 +57,11 @@ void Watcher::keepTrace(Level level, const Place& place) {
 
 Finding& Watcher::report(const char* rule, Severity severity, const Place& place,
                          const std::string& message, const std::string& key) {
-  findings_->push_back(found(rule, severity, place, message, key));
+  Finding finding = found(rule, severity, place, message, key);
+  const std::size_t number = ++told_[rule];
+  if (number > kMostOfRule) return dropped_ = std::move(finding);
+  if (number == kMostOfRule) finding.message += " (more findings of this rule are not told)";
+  findings_->push_back(std::move(finding));
   return findings_->back();
 }
 

@@ -5,6 +5,7 @@
 // silence. It decides nothing about what is read.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <tuple>
@@ -48,7 +49,7 @@ class Watcher {
     return {rule, severity, place, message, here_, key};
   }
 
-  /// Reports it.
+  /// Reports it. Of each rule the first so many in a file are kept.
   Finding& report(const char* rule, Severity severity, const Place& place,
                   const std::string& message, const std::string& key = {});
 
@@ -108,7 +109,11 @@ class Watcher {
       traces_;
   Element here_;
   const Sources* sources_ = nullptr;
+  static constexpr std::size_t kMostOfRule = 20'000;
+
   Findings* findings_ = nullptr;
+  std::map<const char*, std::size_t> told_;  ///< by rule, in the current file
+  Finding dropped_;                          ///< room for one beyond those that are kept
 };
 
 template <class Record>

@@ -28,7 +28,7 @@ struct ListRow {
 constexpr ListRow kLists[] = {
     {{json_keys::kBars, json_keys::kBarsSecond}, xml_elements::kBars, 2200},
     {{json_keys::kPieces, nullptr}, xml_elements::kPieces, 7000},
-    {{json_keys::kWorks, nullptr}, xml_elements::kWorks, 2700},
+    {{json_keys::kWorks, nullptr}, xml_elements::kWorks, 3000},
 };
 constexpr std::size_t kLevels = std::size(kLists);
 

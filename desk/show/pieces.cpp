@@ -102,12 +102,13 @@ std::string piecesJson(const std::vector<PieceFact>& pieces) {
   std::vector<std::string> order;
   for (const auto& key : json_keys::kWork) order.emplace_back(key.spelling);
   for (const auto& row : json_keys::kLabelFields) order.emplace_back(row.spelling);
-  Json::Value rows = jsonRows(table, false);
-  for (Json::ArrayIndex i = 0; i < rows.size(); ++i) {
-    rows[i]["works"] = worksValue(*pieces[i].piece);
-    rows[i]["label"] = labelValue(*pieces[i].piece);
-  }
-  return jsonDocument(rows, order);
+  const auto rowOf = [&](std::size_t i) {
+    Json::Value row = jsonRow(table, i, false);
+    row["works"] = worksValue(*pieces[i].piece);
+    row["label"] = labelValue(*pieces[i].piece);
+    return row;
+  };
+  return jsonArray(pieces.size(), rowOf, order);
 }
 
 }  // namespace desk::show

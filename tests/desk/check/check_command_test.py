@@ -113,6 +113,13 @@ class Check(Folder):
         self.assertEqual(lines[3], "many.json: 6 more like this; --all shows them [unknown-key]")
         self.assertEqual(len(self.check("many.json", "--all").stdout.splitlines()), 9)
 
+    def test_of_each_rule_so_many_are_listed_and_kept(self):
+        self.write("many.xml", "<J><Version>1.0</Version>" + "<a/>" * 30000 + "</J>")
+        report = json.loads(self.check("--format", "json", "many.xml", code=1).stdout)
+        self.assertEqual(len(report["findings"]), 1000)
+        self.assertRegex(report["findings"][-1]["message"], r" \(19000 more findings of this rule\)$")
+        self.assertEqual(report["summary"]["warnings"], 20000)
+
     def test_a_graver_finding_does_not_vanish_among_many_alike(self):
         values = ["null"] * 4 + ["900"]
         pieces = ",\n".join('{"PieceNumber": %d, "Num": 1, "BarCode": %s, "cut": {"Length": "1"}}' % pair

@@ -116,7 +116,7 @@ TEST_F(HostTest, LoadsXmlOrSaysWhereItFails) {
 
 TEST_F(HostTest, BoundsTheRecordsOfAJob) {
   // Room for one bar, two pieces and one work, or one text that is held six times.
-  deskhost::settings().recordBytes = 2200 + 2 * 7000 + 2700;
+  deskhost::settings().recordBytes = 2200 + 2 * 7000 + 3000;
   deskhost::settings().recordBytesPerByte = 0;
   const std::string json = "{\"bar\":[{\"piece\":[{\"cut\":{\"Length\":\"";
   const std::string xml = "<J><Bar><Piece><Cut><Length>";
