@@ -4,6 +4,7 @@
 #   make test     the same, then every test
 #   make arm      the tests for 32-bit and 64-bit ARM, cross-built and run under an emulator
 #   make sdk      plug-in and desk against the file system of an older Debian, as if it were a vendor's SDK
+#   make userlands plug-in and a host against older Debians, all architectures, Lua as C and as C++
 #   make packages all packages, for PCs and both ARMs, into build/packages; tries each in a clean root
 #   make sanitize, make clang   the tests under sanitizers, or built with clang
 #   make fuzz     each fuzz target for FUZZ_SECONDS (60), FUZZ_JOBS (1) of them side by side
@@ -20,8 +21,8 @@
 #   make browser  install what the browser test needs: without it make test skips that one
 #
 # JOBS is how many processes build and test side by side; default: one for each processor.
-.PHONY: run test build sanitize clang arm armhf arm64 sdk packages fuzz threads soak coverage bench \
-        peers cost growth lint subjects format browser setup setup-arm clean
+.PHONY: run test build sanitize clang arm armhf arm64 sdk userlands packages fuzz threads soak \
+        coverage bench peers cost growth lint subjects format browser setup setup-arm clean
 
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 60
@@ -58,6 +59,9 @@ sdk: setup-arm
 	  -DCUS_PANEL_PAGE=OFF
 	cmake --build build/sdk -j $(JOBS) --target cusdesk Custom_LuaParseModule
 	ctest --test-dir build/sdk -j$(JOBS) --output-on-failure -R '^(session\..*|plugin\.boundary)$$'
+
+userlands: setup-arm
+	tools/try-userlands.sh $(JOBS)
 
 packages: build armhf arm64
 	@tools/install-missing-packages.sh packages-debian.txt

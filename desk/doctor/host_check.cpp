@@ -84,9 +84,9 @@ Remark judgeClasses(const SharedClasses& classes, const std::set<std::string>& l
   if (*ofHost == classes.library) {
     return {Weight::Fine, kBuiltFor, built + "; the host has " + *ofHost + " as well"};
   }
-  return {Weight::Fatal, kBuiltFor,
+  return {Weight::Open, kBuiltFor,
           "was built for " + built + ", " + classes.library + ", but the host has " + *ofHost +
-              ": other classes corrupt its memory"};
+              ": unless their classes have the same layout, memory is corrupted"};
 }
 
 std::vector<Remark> examineClasses(const ElfFile& plugin, const Sysroot* host) {

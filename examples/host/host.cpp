@@ -3,12 +3,14 @@
 //
 //   c++ -std=c++11 host.cpp services.cpp -o host -rdynamic -I ARCHIVE/include
 //       $(pkg-config --cflags --libs jsoncpp tinyxml2 lua5.3-c++) -ldl
-//   ./host ARCHIVE/libCustom_LuaParseModule.so ROOT
+//   ./host ARCHIVE/libCustom_LuaParseModule.so ROOT [SCRIPT]
 //
-// ARCHIVE is the unpacked archive, ROOT a folder that stands for the controller's file system.
+// ARCHIVE is the unpacked archive, ROOT a folder that stands for the controller's file system,
+// SCRIPT a Lua file that returns the rows to show.
 #include <unistd.h>
 
 #include <cstdio>
+#include <exception>
 #include <lua.hpp>
 
 #include "host/plugin.h"
@@ -28,9 +30,11 @@ static const char kScript[] =
     "return rows\n";
 
 /// Runs the script and answers with the rows that it returns.
-static Texts runScript(lua_State* L) {
+static Texts runScript(lua_State* L, const char* file) {
   Texts table;
-  if (luaL_dostring(L, kScript) != LUA_OK) std::puts(lua_tostring(L, -1));
+  if (file == nullptr ? luaL_dostring(L, kScript) : luaL_dofile(L, file)) {
+    std::printf("%s\n", luaL_tolstring(L, -1, nullptr));
+  }
   for (int row = 1; lua_istable(L, -1) && lua_rawgeti(L, -1, row) == LUA_TTABLE; ++row) {
     table.emplace_back();
     for (int cell = 1; lua_rawgeti(L, -1, cell) != LUA_TNIL; ++cell, lua_pop(L, 1)) {
@@ -55,7 +59,7 @@ static void show(void* plugin, void* part, Texts& table) {
 }
 
 int main(int argc, char** argv) {
-  if (argc != 3) return 2;
+  if (argc < 3 || argc > 4) return 2;
   root = argv[2];
   void* const plugin = dlopen(argv[1], RTLD_NOW);
   if (plugin == nullptr) return std::puts(dlerror()), 3;
@@ -63,7 +67,12 @@ int main(int argc, char** argv) {
   lua_State* const L = luaL_newstate();
   luaL_openlibs(L);
   cus_plugin::kRegLuaLib.in(plugin)(L);
-  Texts table = runScript(L);
+  Texts table;
+  try {
+    table = runScript(L, argv[3]);  // null when there are no more arguments
+  } catch (const std::exception& error) {
+    std::printf("%s\n", error.what());  // a Lua built as C lets the plug-in's exceptions pass
+  }
 
   tagPARTCALLBACKS callbacks;
   cus_plugin::kSetFunPoint.in(plugin)(&callbacks);
