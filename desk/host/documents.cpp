@@ -108,7 +108,7 @@ DocumentFault faultAt(std::string_view text, std::size_t offset, const std::stri
   return {1 + static_cast<int>(lines), 1 + static_cast<int>(offset - start), reason};
 }
 
-std::string describe(const std::string& name, const DocumentFault& fault) {
+std::string faultText(const std::string& name, const DocumentFault& fault) {
   std::string text = (name.empty() ? "\"\"" : name) + ":";
   if (fault.line > 0) text += std::to_string(fault.line) + ":";
   if (fault.line > 0 && fault.column > 0) text += std::to_string(fault.column) + ":";
@@ -120,7 +120,7 @@ bool loadDocument(const std::string& name, const DocumentParser& parse) noexcept
     DocumentFault fault;
     std::string shown = name;
     if (readAndParse(name, parse, fault, shown)) return true;
-    desk::log(describe(shown, fault));
+    desk::log(faultText(shown, fault));
   } catch (const std::exception& error) {
     logCause(name, error.what());
   } catch (...) {

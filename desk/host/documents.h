@@ -32,7 +32,7 @@ DocumentFault faultAt(std::string_view text, std::size_t offset, const std::stri
 
 /// "<name>:<line>:<column>: <reason>", without the numbers that are not known. An empty name shows
 /// as two quotes.
-std::string describe(const std::string& name, const DocumentFault& fault);
+std::string faultText(const std::string& name, const DocumentFault& fault);
 
 /// Parses one JSON value of any kind, surrounded by blanks and comments at most. A byte order mark
 /// in front and one zero byte at the end are passed over; of equal keys the last one wins.

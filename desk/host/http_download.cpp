@@ -28,7 +28,7 @@ bool loadsAsItsTarget(const std::string& target, const std::string& file, std::s
   tinyxml2::XMLDocument document;
   DocumentFault fault;
   if (isJson ? parseJson(text, root, fault) : parseXml(text, document, fault)) return true;
-  reason = describe("not a document", fault);
+  reason = faultText("not a document", fault);
   return false;
 }
 

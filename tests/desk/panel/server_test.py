@@ -30,20 +30,14 @@ class Guard(Folder):
             own = panel.address.rstrip("/")
             port = str(panel.port)
             before = panel.view()
-            foreign = [
-                {"Host": "evil.example"},
-                {"Host": "evil.example:" + port},
-                {"Host": "127.0.0.1"},
-                {"Host": "127.0.0.1:" + port + ".evil.example"},
-                {"Host": ""},
-                {"Origin": own, "oRIGIN": "http://evil.example"},
-                {"Host": "127.0.0.1:" + port, "hOST": "127.0.0.1:" + port},
-                {"Origin": "http://evil.example"},
-                {"Origin": "null"},
-                {"Origin": "http://localhost:" + port},  # another host than that of the request
-                {"Origin": own.replace("http", "https")},
-                {"Origin": own + "/"},
-            ]
+            loopback = "127.0.0.1:" + port
+            foreign = [{"Host": host} for host in (
+                "", "evil.example", "evil.example:" + port, "127.0.0.1", loopback + ".evil.example")]
+            foreign += [{"Origin": origin} for origin in (
+                "null", "http://evil.example", "http://localhost:" + port,  # not that of the request
+                own.replace("http", "https"), own + "/")]
+            foreign += [{"Origin": own, "oRIGIN": "http://evil.example"},
+                        {"Host": loopback, "hOST": loopback}]
             for headers in foreign:
                 for method, path, body in [("GET", "/", None), ("GET", "/picture.svg", None),
                                            ("GET", "/events", None), ("POST", "/page", "turn=down"),

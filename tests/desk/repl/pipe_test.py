@@ -4,21 +4,17 @@ Usage: pipe_test.py CUSDESK
 """
 
 import pathlib
-import subprocess
-import sys
-import tempfile
 import unittest
 
-CUSDESK = sys.argv.pop()
+from cusdesk import Folder
+
 EXAMPLE = pathlib.Path(__file__).parents[3] / "examples/mnt/data/CustomFileDir/XmlFile/window.xml"
 
 
-def run(text, *words):
-    return subprocess.run([CUSDESK, "repl", *words], input=text, capture_output=True, text=True,
-                          timeout=60, check=False)
+class Pipe(Folder):
+    def type(self, text, *words):
+        return self.run_here("repl", *words, input=text)
 
-
-class Pipe(unittest.TestCase):
     def test_answers_only_and_the_status_of_a_script(self):
         for text, code, output, error in [
             ("1 + 1\nx = {\n1}\nx", 0, "2\n{1}\n", ""),
@@ -38,26 +34,24 @@ class Pipe(unittest.TestCase):
              "stack traceback:\n\tstdin:1: in main chunk\ncusdesk: did you mean 'print'?\n"),
             ("setmetatable(_G, {__index = error}) x = 1\nx", 0, "1\n", ""),
         ]:
-            answer = run(text)
+            answer = self.type(text)
             self.assertEqual((answer.returncode, answer.stdout), (code, output), text)
             self.assertEqual(answer.stderr[:len(error)] if error else answer.stderr, error, text)
 
     def test_plug_in_s_lines_are_told_on_demand(self):
         text = "job.getjson_Flash('window.json').errorCode"
-        self.assertEqual(run(text).stdout, "0\n")
-        loud = run(text, "-v")
+        self.assertEqual(self.type(text).stdout, "0\n")
+        loud = self.type(text, "-v")
         self.assertEqual(loud.stdout, "0\n")
         self.assertIn("The string ends with .json\n", loud.stderr)
 
     def test_job_of_this_pc_is_loaded_first(self):
-        self.assertEqual(run("#job.get_cut('')", "--job", str(EXAMPLE)).stdout, "46\n")
+        self.assertEqual(self.type("#job.get_cut('')", "--job", EXAMPLE).stdout, "46\n")
 
     def test_script_that_fails_ends_it(self):
-        with tempfile.TemporaryDirectory() as folder:
-            script = pathlib.Path(folder, "s.lua")
-            script.write_text("print('script') error('no')")
-            answer = run("print('prompt')", str(script))
-            self.assertEqual((answer.returncode, answer.stdout), (1, "script\n"))
+        script = self.write("s.lua", "print('script') error('no')")
+        answer = self.type("print('prompt')", script)
+        self.assertEqual((answer.returncode, answer.stdout), (1, "script\n"))
 
 
 unittest.main()

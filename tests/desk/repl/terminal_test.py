@@ -4,17 +4,15 @@ Usage: terminal_test.py CUSDESK
 """
 
 import os
-import pathlib
 import pty
 import re
 import select
 import signal
-import sys
-import tempfile
 import time
 import unittest
 
-CUSDESK = sys.argv.pop()
+from cusdesk import CUSDESK, Folder
+
 PATIENCE = 60  # seconds for any one answer; a test that passes never waits that long
 LEFT, UP, DELETE, INTERRUPT, END, SEARCH = "\x02", "\x10", "\x08", "\x03", "\x04", "\x12"
 PROMPT = "\r\n> "
@@ -29,7 +27,7 @@ class Terminal:
         self.process, self.file = pty.fork()
         if self.process == 0:
             os.execve(CUSDESK, [CUSDESK, *words],
-                      {"PATH": os.environ["PATH"], "TERM": "xterm", "HOME": folder, **environment})
+                      {"PATH": os.environ["PATH"], "TERM": "xterm", "HOME": str(folder), **environment})
 
     def read(self, deadline):
         """The next piece of what is written; nothing once the program has ended."""
@@ -75,12 +73,7 @@ class Terminal:
         os.close(self.file)
 
 
-class Repl(unittest.TestCase):
-    def setUp(self):
-        temporary = tempfile.TemporaryDirectory()
-        self.addCleanup(temporary.cleanup)
-        self.folder = temporary.name
-
+class Repl(Folder):
     def open(self, *words, **environment):
         terminal = Terminal(self.folder, "repl", *words, **environment)
         self.addCleanup(terminal.close)
@@ -175,23 +168,23 @@ class Repl(unittest.TestCase):
         self.assertEqual(terminal.ask(UP + UP), ['"外框1"'])
         terminal.type("os.exit(3)\r")
         self.assertEqual(terminal.wait(), 3)
-        kept = pathlib.Path(self.folder, ".local/state/cusdesk/repl_history")
+        kept = self.folder / ".local/state/cusdesk/repl_history"
         self.assertEqual(kept.stat().st_mode & 0o077, 0)
         terminal = self.open()
         self.assertEqual(terminal.ask(UP + UP), ['"外框1"'])
         self.assertTrue(terminal.ask(SEARCH + "2 +")[0].endswith("\r\n4"))
 
     def test_history_is_kept_where_a_link_leads_and_replaces_no_device(self):
-        file = pathlib.Path(self.folder, "cusdesk/repl_history")
-        self.open(XDG_STATE_HOME=self.folder).ask("1")
+        file = self.folder / "cusdesk/repl_history"
+        self.open(XDG_STATE_HOME=str(self.folder)).ask("1")
         file.rename(file.with_name("other"))
         file.symlink_to("other")
-        self.open(XDG_STATE_HOME=self.folder).ask("'second'")
+        self.open(XDG_STATE_HOME=str(self.folder)).ask("'second'")
         self.assertTrue(file.is_symlink())
         self.assertIn(b"second", file.read_bytes())
         file.unlink()
         os.mkfifo(file)
-        self.open(XDG_STATE_HOME=self.folder).ask("1")
+        self.open(XDG_STATE_HOME=str(self.folder)).ask("1")
         self.assertTrue(file.is_fifo())
 
     def test_end_of_input_ends_it(self):
@@ -204,8 +197,7 @@ class Repl(unittest.TestCase):
         self.assertEqual(terminal.wait(), 0)
 
     def test_script_runs_first_and_leaves_its_globals(self):
-        script = pathlib.Path(self.folder, "first.lua")
-        script.write_text("loaded = arg[1] .. ...", encoding="utf-8")
+        script = self.write("first.lua", "loaded = arg[1] .. ...")
         terminal = self.open(str(script), "a")
         self.assertEqual(terminal.ask("loaded"), ['"aa"'])
 
