@@ -1,10 +1,13 @@
 // cusdesk repl: a prompt for Lua with the plug-in's module loaded.
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 
 #include "desk/base/errors.h"
+#include "desk/base/terminal.h"
+#include "desk/base/text.h"
 #include "desk/commands/commands.h"
 #include "desk/commands/script_inputs.h"
 #include "desk/editor/module_notes.h"
@@ -26,8 +29,9 @@ constexpr char kBanner[] =
     "job = require \"cus_ParseModule\"    Tab completes, Ctrl-C interrupts, Ctrl-D ends\n";
 constexpr char kHint[] = "Try: job.getjson_Flash(\"window.json\")   job.get_cut(\"1\")   help()\n";
 constexpr char kHelpEnd[] =
-    "help(job.get_cut) tells more of one. Tab names the fields of a table behind its dot.\n"
-    "exit() or Ctrl-D ends.\n";
+    "help(job.get_cut) tells more of one. Tab names the fields of a table behind its dot. exit() "
+    "or "
+    "Ctrl-D ends.";
 
 /// Standard input where it is no terminal.
 class PlainLines : public repl::LineSource {
@@ -41,11 +45,13 @@ class PlainLines : public repl::LineSource {
 void addGlobals(lua_State* L) {
   lua_getglobal(L, editor::kModuleName);
   lua_setglobal(L, kShortName);
+  const std::size_t columns = std::min<std::size_t>(terminalOf(stdout).columns - 1, 79);
   std::vector<std::pair<std::string, std::string>> texts;
   for (const script_functions::Words& words : editor::functionNotes()) {
-    texts.emplace_back(words.name, editor::helpOf(words));
+    texts.emplace_back(words.name, editor::helpOf(words, columns));
   }
-  repl::addHelp(L, kShortName, texts, editor::moduleHelp(kShortName) + kHelpEnd);
+  const std::string end = wrapped(kHelpEnd, columns);
+  repl::addHelp(L, kShortName, texts, editor::moduleHelp(kShortName, columns) + end);
 }
 
 int prompt(script::ScriptEngine& engine, const repl::PromptCode& code, const Arguments& arguments) {

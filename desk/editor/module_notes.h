@@ -3,6 +3,7 @@
 // themselves what they are; the codes are described here.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -37,15 +38,12 @@ extern const char* const kModuleName;
 /// The functions, those that load first.
 std::vector<script_functions::Words> functionNotes();
 
-/// What the prompt's help says of a function, in lines for a terminal: its arguments and the keys of
-/// its rows.
-std::string helpOf(const script_functions::Words& words);
+/// What the prompt's help says of a function, in lines of up to `columns`: its arguments and the keys
+/// of its rows.
+std::string helpOf(const script_functions::Words& words, std::size_t columns);
 
 /// The functions under the module's short name, each with a line.
-std::string moduleHelp(const std::string& shortName);
-
-/// How long the lines of these texts are.
-constexpr std::size_t kHelpColumns = 78;
+std::string moduleHelp(const std::string& shortName, std::size_t columns);
 
 /// The kinds of rows. Keys and types are those of the script commands.
 std::vector<RowType> rowTypes();
