@@ -139,7 +139,7 @@ int showRows(const Arguments& arguments, const TableRow& row) {
   const TextTable table = tableFor(arguments, arguments.operands.front(), question, where);
   std::fputs(format.write(table, where).c_str(), stdout);
   const std::string remark = remarkOn(table, question);
-  if (!remark.empty()) log(remark);
+  if (!remark.empty() && !arguments.has("quiet")) log(remark);
   return kExitOk;
 }
 

@@ -175,6 +175,7 @@ class Comparison {
 
   void addPiece(const PlacedPiece& old, const PlacedPiece& now, Difference& to) {
     to.after = spotOf(now);
+    to.isByNumber = !old.hasBarCode;
     to.kind = bars_.toAfter[static_cast<std::size_t>(old.at.bar - 1)] + 1 == now.at.bar
                   ? Kind::Changed
                   : Kind::Moved;

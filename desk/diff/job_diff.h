@@ -47,6 +47,7 @@ struct Difference {
   Spot before{};
   Spot after{};
   std::vector<Change> changes{};
+  bool isByNumber = false;  ///< a piece without a barcode of its own
 };
 
 /// Keys of the other format that a format does not know, where the jobs have them: told once and

@@ -32,10 +32,15 @@ struct Group {
   std::vector<std::string> names;
 };
 
-/// Equal for pieces that are told together: their bars matter unless they stay there.
+/// Whether the bars of a piece are told with it: where they are what differs, or name it.
+bool tellsBars(const Difference& difference) {
+  return difference.kind != Kind::Changed || difference.isByNumber;
+}
+
+/// Equal for pieces that are told together.
 std::string alikeKeyOf(const Difference& difference) {
   std::string key(nameOf(difference.kind));
-  if (difference.kind != Kind::Changed) key += difference.before.bar + '\0' + difference.after.bar;
+  if (tellsBars(difference)) key += difference.before.bar + '\0' + difference.after.bar;
   for (const Change& change : difference.changes) {
     for (const std::string* text : {&change.work, &change.key, &change.before, &change.after}) {
       key += '\0' + *text;
@@ -92,7 +97,7 @@ std::string titleOf(const Group& group, bool all) {
   std::string where;
   if (first.kind == Kind::Moved) {
     where = " from bar " + first.before.bar + " to bar " + first.after.bar;
-  } else if (isOne || first.kind != Kind::Changed) {
+  } else if (isOne || tellsBars(first)) {
     where = " of bar " + (first.kind == Kind::Added ? first.after : first.before).bar;
   }
   where = escapeControls(where);
@@ -109,8 +114,10 @@ std::string countsText(const JobDiff& diff) {
           diff.differences.begin(), diff.differences.end(),
           [&](const Difference& one) { return one.level == level && one.kind == kind; });
       const std::string name = model::kLevels[static_cast<std::size_t>(level)].name;
+      const bool isOnlyOne = level == model::Level::Header;
       if (count > 0) {
-        texts.push_back(countText(static_cast<std::size_t>(count), name) + " " + nameOf(kind));
+        texts.push_back((isOnlyOne ? name : countText(static_cast<std::size_t>(count), name)) +
+                        " " + nameOf(kind));
       }
     }
   }

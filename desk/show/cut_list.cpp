@@ -10,23 +10,13 @@
 #include "desk/base/text.h"
 #include "desk/draw/summary.h"
 #include "desk/draw/yield.h"
-#include "desk/show/code128.h"
 #include "desk/show/cut_list.css.h"
+#include "desk/show/cut_pictures.h"
 #include "desk/show/job_summary.h"
 
 namespace desk::show {
 
 namespace {
-
-/// How wide barcodes may be and how high they are, in pixels of the page. Their modules are whole
-/// pixels: where stripes end between two, scanners fail.
-constexpr int kCodeWidth = 310;
-constexpr int kCodeHeight = 30;
-constexpr int kBestModule = 2;
-
-/// The sketch of a piece, in pixels.
-constexpr double kSketchWidth = 76.0;
-constexpr double kSketchHeight = 14.0;
 
 class CutList {
  public:
@@ -178,60 +168,18 @@ class CutList {
     close();
   }
 
-  /// The angles and a sketch that shows which way they lean.
   void addEnds(const draw::PiecePlace& place) {
     open("td", "ends");
-    openPicture(static_cast<int>(kSketchWidth) + 2, static_cast<int>(kSketchHeight) + 2);
-    std::string corners;
-    for (const draw::Point& point :
-         draw::outlineOf(1.0, kSketchWidth, kSketchHeight, place.leftAngle, place.rightAngle)) {
-      corners +=
-          hundredthsText(point.x) + "," + hundredthsText(kSketchHeight + 1.0 - point.y) + " ";
-    }
-    open("polygon");
-    page_.PushAttribute("points", corners.c_str());
-    page_.PushAttribute("fill", "none");
-    page_.PushAttribute("stroke", "#000");
-    close(2);
+    drawSketch(place, page_);
     page_.PushText(xmlText(place.piece->sxB + "° / " + place.piece->dxB + "°").c_str());
     close();
   }
 
-  void openPicture(int width, int height) {
-    open("svg");
-    page_.PushAttribute("xmlns", "http://www.w3.org/2000/svg");
-    page_.PushAttribute("width", width);
-    page_.PushAttribute("height", height);
-  }
-
   void addCode(const std::string& text) {
     open("td", "code");
-    const std::string stripes = code128(text);
-    int module = kBestModule;
-    while (module > 0 && module * widthOfCode(stripes) > kCodeWidth) --module;
-    if (!stripes.empty() && module > 0) addStripes(stripes, module);
+    drawCode(text, page_);
     page_.PushText(xmlText(text).c_str());
     close();
-  }
-
-  void addStripes(const std::string& stripes, int module) {
-    openPicture(module * widthOfCode(stripes), kCodeHeight);
-    page_.PushAttribute("shape-rendering", "crispEdges");
-    std::string path;
-    int x = module * kQuietZone;
-    bool isDark = true;
-    for (const char stripe : stripes) {
-      const int width = module * (stripe - '0');
-      if (isDark) {
-        path += "M" + std::to_string(x) + " 0h" + std::to_string(width) + "v" +
-                std::to_string(kCodeHeight) + "h-" + std::to_string(width) + "z";
-      }
-      x += width;
-      isDark = !isDark;
-    }
-    open("path");
-    page_.PushAttribute("d", path.c_str());
-    close(2);
   }
 
   /// How often which work, side by side, then whose piece it is.

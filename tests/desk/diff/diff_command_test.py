@@ -33,6 +33,8 @@ DEMO-0206, DEMO-0205, DEMO-0204, DEMO-0203, DEMO-0202, DEMO-0201
     order of works: 1, 2, 3, 4, 5, 6 -> 6, 5, 4, 3, 2, 1
 > piece DEMO-0301 from bar 3 to bar 4
     mark: C1 -> ""
+~ piece 1 of bar 5
+    Over_status: 0 -> 7
 - piece 2 of bar 5
 ~ 10 pieces: DEMO-0601, DEMO-0602, DEMO-0603, DEMO-0604, DEMO-0605, DEMO-0606, DEMO-0607, \
 DEMO-0608 and 2 more
@@ -42,8 +44,8 @@ DEMO-0706, DEMO-0707, DEMO-0708
 + piece 3 of bar 5
 + piece NEW of bar 6
 
-1 header changed, 1 bar added, 1 bar gone, 1 bar changed, 2 pieces added, 1 piece gone, \
-12 pieces changed, 9 pieces moved
+header changed, 1 bar added, 1 bar gone, 1 bar changed, 2 pieces added, 1 piece gone, \
+13 pieces changed, 9 pieces moved
 """
 
 
@@ -74,7 +76,7 @@ class Diff(Folder):
         for piece in bars[4]["piece"]:
             piece["BarCode"] = ""
         bars[4]["piece"][1]["PieceNumber"] = 3
-        for piece in bars[5]["piece"][:10]:
+        for piece in [bars[4]["piece"][0], *bars[5]["piece"][:10]]:
             piece["Over_status"] = 7
         bars[5]["piece"].insert(0, {**bars[5]["piece"][10], "BarCode": "NEW"})
         bars[6]["BarNumber"] = 70
