@@ -1,5 +1,6 @@
 # At install time: the page of the archive that goes to a controller, and the checksums of all in it.
 # The plug-in's own note says what it was compiled for.
+cmake_policy(VERSION 3.25)
 set(folder $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX})
 set(plugin ${folder}/libCustom_LuaParseModule.so)
 foreach(name libCustom_LuaParseModule jsoncpp tinyxml2)

@@ -66,23 +66,22 @@ std::vector<Remark> examineRegistration(const ElfFile& plugin) {
            "never calls " + listed(unused) + ", as registering the script functions would"}};
 }
 
-/// "libjsoncpp" of "libjsoncpp.so.25".
-std::string stemOf(const std::string& library) {
-  return library.substr(0, library.find(".so"));
-}
-
 /// What is to be said of one library of the host; `loaded` are the names of all of them.
 Remark judgeClasses(const SharedClasses& classes, const std::set<std::string>& loaded) {
   const std::string built =
       classes.words() + " (" + classes.type + " has " + classes.size + " bytes)";
+  const std::string stem = "lib" + classes.name + ".so";
   const auto ofHost = std::find_if(loaded.begin(), loaded.end(), [&](const std::string& name) {
-    return !classes.library.empty() && stemOf(name) == stemOf(classes.library);
+    return name.compare(0, stem.size(), stem) == 0;
   });
   if (ofHost == loaded.end()) {
     return {Weight::Fine, kBuiltFor, built + "; the host's version cannot be read from its files"};
   }
   if (*ofHost == classes.library) {
     return {Weight::Fine, kBuiltFor, built + "; the host has " + *ofHost + " as well"};
+  }
+  if (classes.library.empty()) {
+    return {Weight::Fine, kBuiltFor, built + "; the host has " + *ofHost};
   }
   return {Weight::Open, kBuiltFor,
           "was built for " + built + ", " + classes.library + ", but the host has " + *ofHost +

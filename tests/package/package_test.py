@@ -80,7 +80,7 @@ class Packages(unittest.TestCase):
         answer = run(*EMULATOR, self.root / "usr/bin/cusdesk", "doctor",
                      self.controller / "libCustom_LuaParseModule.so")
         self.assertEqual(answer.returncode, 0, answer.stdout + answer.stderr)
-        words = {"amd64": "(x86-64)"}.get(ARCHITECTURE, f"({ARCHITECTURE})")
+        words = {"amd64": "(x86-64)", "armhf": "(armhf), ARMv7-A, Thumb-2, VFPv3-D16"}.get(ARCHITECTURE, f"({ARCHITECTURE})")
         self.assertIn(words, answer.stdout)
 
     def test_a_host_of_the_archive_s_headers_shows_a_table_and_unloads_clean(self):
