@@ -62,7 +62,7 @@ panel::PanelSetup setupOf(const Arguments& arguments) {
     refuse("size", "WIDTHxHEIGHT in pixels, such as 1280x800");
   }
   setup.verbose = arguments.has("verbose");
-  setup.plugin = applyGlobalOptions(arguments, RootUse::Scripts);
+  setup.plugin = applyScriptOptions(arguments);
   setup.facts.script = arguments.value("script");
   if (setup.facts.script.empty()) setup.facts.script = shippedExamples() + "/panel.lua";
   requireScript("panel", setup.facts.script);
@@ -124,6 +124,7 @@ Command panelCommand() {
       {
           {"script", "FILE", "the script that drives the table (default: the examples' panel.lua)"},
           jobOption(),
+          faultOption(),
           {"size", "WxH", "of the panel, in pixels (default: 800x480)"},
           {"port", "N", "serve on this port (default: a free one)"},
           {"no-open", nullptr, "print the address only, open no browser"},

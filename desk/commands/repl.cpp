@@ -71,7 +71,7 @@ int prompt(script::ScriptEngine& engine, const repl::PromptCode& code, const Arg
 
 int run(const Arguments& arguments) {
   if (!arguments.operands.empty()) requireScript("repl", arguments.operands.front());
-  const script::Plugin plugin(applyGlobalOptions(arguments, RootUse::Scripts));
+  const script::Plugin plugin(applyScriptOptions(arguments));
   const bool raw = arguments.has("raw-errors");
   script::ScriptEngine engine(
       plugin, raw ? script::ModuleErrors::Raw : script::ModuleErrors::Guarded,
@@ -105,6 +105,7 @@ Command replCommand() {
       "  echo 'job.get_cut(\"1\")' | cusdesk repl --job mine.json  ask once\n",
       {
           jobOption(),
+          faultOption(),
           {"raw-errors", nullptr, "let C++ exceptions of the module reach Lua as on the panel"},
       },
       run,

@@ -20,7 +20,7 @@ int run(const Arguments& arguments) {
   words.erase(words.begin());
   requireScript("run", script);
 
-  const script::Plugin plugin(applyGlobalOptions(arguments, RootUse::Scripts));
+  const script::Plugin plugin(applyScriptOptions(arguments));
   const bool raw = arguments.has("raw-errors");
   script::ScriptEngine engine(plugin,
                               raw ? script::ModuleErrors::Raw : script::ModuleErrors::Guarded,
@@ -42,6 +42,7 @@ Command runCommand() {
       "  cusdesk --root panel --usb stick run a.lua  with your own folders\n",
       {
           jobOption(),
+          faultOption(),
           {"raw-errors", nullptr, "let C++ exceptions of the module reach Lua as on the panel"},
       },
       run,

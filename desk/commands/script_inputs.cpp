@@ -1,14 +1,60 @@
 #include "desk/commands/script_inputs.h"
 
+#include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
 #include "desk/base/files.h"
 #include "desk/base/text.h"
+#include "desk/commands/commands.h"
+#include "desk/host/settings.h"
 #include "model/job_format.h"
 
 namespace desk::commands {
 
+namespace {
+
+void answerDownloads(const std::string& text) {
+  constexpr std::size_t kMostDigits = 9;
+  const bool isNumber = text.size() > 1 && text.size() <= kMostDigits + 1 && text.front() == '-' &&
+                        text.find_first_not_of("0123456789", 1) == std::string::npos;
+  const int code = isNumber ? std::stoi(text) : 0;
+  if (code >= 0) {
+    throw Error(kExitUsage,
+                "--fault download=CODE: a failure is a number below 0, not '" + text + "'");
+  }
+  deskhost::settings().downloadFaults.code = code;
+}
+
+struct FaultRow {
+  const char* name;
+  void (*apply)(const std::string& value);
+};
+constexpr FaultRow kFaults[] = {
+    {"no-usb", [](const std::string&) { deskhost::settings().usb.clear(); }},
+    {"download=", answerDownloads},
+    {"like-panel",
+     [](const std::string&) { deskhost::settings().downloadFaults.keepsWhateverCame = true; }},
+};
+
+}  // namespace
+
 Option jobOption() {
   return {"job", "FILE", "load this job before the script; '-' is standard input"};
+}
+
+Option faultOption() {
+  return {"fault", "FAULT",
+          "a bad day: no-usb, download=CODE or like-panel (docs/manual.md); may be given again",
+          '\0', namesOf(kFaults)};
+}
+
+std::string applyScriptOptions(const Arguments& arguments) {
+  std::string plugin = applyGlobalOptions(arguments, RootUse::Scripts);
+  for (const std::string& fault : arguments.values("fault")) {
+    const std::size_t end = fault.find('=');
+    const std::string name = fault.substr(0, end == std::string::npos ? end : end + 1);
+    choice(name, "--fault", kFaults).apply(fault.substr(name.size()));
+  }
+  return plugin;
 }
 
 void requireScript(const std::string& command, const std::string& file) {

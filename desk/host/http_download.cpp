@@ -12,10 +12,21 @@
 #include "desk/host/documents.h"
 #include "desk/host/http_transfer.h"
 #include "desk/host/paths.h"
+#include "desk/host/settings.h"
 #include "host/cbl.h"
 
 namespace deskhost {
 namespace {
+
+/// What a server that sent no job is likely to have sent.
+std::string likenessOf(const std::string& text) {
+  const std::string start = desk::lowerCase(text.substr(0, text.find('>')));
+  if (desk::startsWith(text, "\x1f\x8b")) return "; it is compressed (gzip), unasked";
+  if (start.find("<html") != std::string::npos || start.find("<!doctype html") == 0) {
+    return "; it is a web page";
+  }
+  return text.empty() ? "; nothing came" : "";
+}
 
 /// A job that does not load must not take the place of one that does.
 bool loadsAsItsTarget(const std::string& target, const std::string& file, std::string& reason) {
@@ -28,7 +39,8 @@ bool loadsAsItsTarget(const std::string& target, const std::string& file, std::s
   tinyxml2::XMLDocument document;
   DocumentFault fault;
   if (isJson ? parseJson(text, root, fault) : parseXml(text, document, fault)) return true;
-  reason = faultText("not a document", fault);
+  reason = faultText(std::string("what came is no ") + (isJson ? "JSON" : "XML"), fault) +
+           likenessOf(text);
   return false;
 }
 
@@ -44,12 +56,21 @@ bool findTarget(const std::string& target, std::string& file, std::string& reaso
   return false;
 }
 
+/// Puts in place what came of an answer, however it ended.
+DownloadResult keepAnyway(desk::TemporaryFile& file, const DownloadResult& result) {
+  if (result.code != DownloadCode::Done && result.code != DownloadCode::Incomplete) return result;
+  std::string reason;
+  if (!file.commit(reason)) return {DownloadCode::CannotWrite, reason};
+  return {};
+}
+
 DownloadResult fetchInto(const std::string& url, const std::string& target) {
   std::string file, reason;
   desk::TemporaryFile temporary;
   if (!findTarget(target, file, reason)) return {DownloadCode::TargetRefused, reason};
   if (!temporary.create(file, reason)) return {DownloadCode::CannotWrite, reason};
   DownloadResult result = transfer(url, &temporary);
+  if (settings().downloadFaults.keepsWhateverCame) return keepAnyway(temporary, result);
   if (result.code != DownloadCode::Done) return result;
   if (!loadsAsItsTarget(target, temporary.path(), reason)) {
     return {DownloadCode::NotADocument, reason};
@@ -93,6 +114,7 @@ CHttpDownload::~CHttpDownload() = default;
 
 int CHttpDownload::get(const std::string& url, const std::string& target, const std::string&,
                        long long, long long) {
+  if (const std::optional<int> code = deskhost::settings().downloadFaults.code) return *code;
   deskhost::DownloadResult result{deskhost::DownloadCode::Internal, {}};
   try {
     result = deskhost::fetch(url, target);

@@ -39,7 +39,6 @@ constexpr Cause kCauses[] = {
     {CURLE_PEER_FAILED_VERIFICATION, DownloadCode::NoConnection},
     {CURLE_PROXY, DownloadCode::NoConnection},
     {CURLE_FILESIZE_EXCEEDED, DownloadCode::TooLarge},
-    {CURLE_OUT_OF_MEMORY, DownloadCode::TooLarge},  // also a single header line without end
     {CURLE_OPERATION_TIMEDOUT, DownloadCode::TooSlow},
     {CURLE_TOO_MANY_REDIRECTS, DownloadCode::TooManyRedirects},
 };
@@ -53,6 +52,7 @@ long statusOf(CURL* handle) {
 }
 
 bool isSuccess(long status, bool keeps) {
+  if (settings().downloadFaults.keepsWhateverCame) return true;
   const bool withoutBody = status == 204 || status == 205;
   return status >= 200 && status < 300 && status != 206 && !(keeps && withoutBody);
 }
@@ -143,6 +143,9 @@ DownloadResult endedByUs(const Progress& progress) {
 }
 
 DownloadResult endedByLibrary(CURLcode error, const char* message) {
+  if (error == CURLE_OUT_OF_MEMORY) {
+    return {DownloadCode::TooLarge, "a header line is too long, or there is not enough memory"};
+  }
   DownloadResult result{DownloadCode::Incomplete, *message ? message : curl_easy_strerror(error)};
   for (const Cause& cause : kCauses) {
     if (cause.error == error) result.code = cause.code;
@@ -178,7 +181,7 @@ DownloadResult transfer(const std::string& url, desk::TemporaryFile* file) {
   const CURLcode error = curl_easy_perform(handle.get());
   const long status = statusOf(handle.get());
   if (progress.fault != DownloadCode::Done) return endedByUs(progress);
-  if (status >= 400) return statusResult(status);
+  if (status >= 400 && !isSuccess(status, file != nullptr)) return statusResult(status);
   if (error != CURLE_OK) return endedByLibrary(error, message);
   if (!progress.headersEnded) {
     return {DownloadCode::Incomplete, "the answer ends within its headers"};

@@ -16,7 +16,7 @@ constexpr char kNoUsbMount[] = "/no-usb-disk/";
 
 /// What is wrong with the name as a text, or nothing.
 const char* nameFault(const std::string& name) {
-  if (name.empty()) return "the name is empty";
+  if (name.empty()) return "no file is named";
   if (name.find('\0') != std::string::npos) return "the name holds a zero byte";
   if (!desk::isUtf8(name)) return "the name is not UTF-8";
   if (name.front() != '/') return "the name is relative";

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace deskhost {
@@ -18,6 +19,17 @@ struct DownloadLimits {
   std::chrono::seconds stallTime{20};            ///< slower than `stallSpeed` for this long
   long stallSpeed = 100;                         ///< bytes per second
   long maxRedirects = 5;
+};
+
+/// What goes wrong on purpose, so that a script's error paths can be tried. A disk that is missing
+/// is `Settings::usb` left empty.
+struct DownloadFaults {
+  /// Answered to each download, of which nothing is fetched then. Below 0.
+  std::optional<int> code;
+
+  /// Whatever came takes the place of the old file, an error page or half a document too, and the
+  /// download is taken for a success, as panels may do.
+  bool keepsWhateverCame = false;
 };
 
 struct Settings {
@@ -54,6 +66,7 @@ struct Settings {
   std::size_t recordBytesPerByte = 40;
 
   DownloadLimits download;
+  DownloadFaults downloadFaults;
 };
 
 /// The settings of the process. Set them before the first service is called: nothing is locked.

@@ -42,6 +42,10 @@ WRONG = [
     ("export", 2, "export: name one thing, or a folder with --into"),
     ("doctor", 2, "doctor: which PLUGIN? Usage: cusdesk doctor PLUGIN"),
     ("panel job.json", 2, "panel: what is 'job.json'? A script comes with --script, a job with --job"),
+    ("run --fault nousb a.lua", 2,
+     "--fault is one of no-usb, download=, like-panel, not 'nousb'; did you mean 'no-usb'?"),
+    ("repl --fault no-usb --fault download=1", 2,
+     "--fault download=CODE: a failure is a number below 0, not '1'"),
     # files for scripts
     ("run no.lua", 3, f"cannot read no.lua: {NO_FILE}"),
     ("repl dir.json/", 3, "cannot read dir.json/: Is a directory"),

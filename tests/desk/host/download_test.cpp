@@ -55,13 +55,13 @@ std::vector<Row> rows() {
       {"to-file", redirect("file:///etc/hostname"), Code::BadUrl, "file"},
       {"to-ftp", redirect("ftp://127.0.0.1/ok"), Code::BadUrl, "ftp"},
       {"to-nowhere", {httpHead("302 Found", length(0))}, Code::HttpStatus, "HTTP status 302"},
-      {"page", {httpWhole("200 OK", page)}, Code::NotADocument, "document:1:1: Syntax error"},
-      {"empty", {httpWhole("200 OK", "")}, Code::NotADocument, "document:1:1: Syntax error"},
-      {"short-length", {httpHead("200 OK", length(7)) + body}, Code::NotADocument, "document:1:"},
+      {"page", {httpWhole("200 OK", page)}, Code::NotADocument, "no JSON:1:1: Syntax error"},
+      {"empty", {httpWhole("200 OK", "")}, Code::NotADocument, "; nothing came"},
+      {"short-length", {httpHead("200 OK", length(7)) + body}, Code::NotADocument, "no JSON:1:"},
       {"packed",
        {httpHead("200 OK", "Content-Encoding: gzip\r\n" + length(4)) + "\x1f\x8b\x08z"},
        Code::NotADocument,
-       "document:1:1"},
+       "it is compressed (gzip)"},
       {"two-lengths",
        {httpHead("200 OK", length(body.size()) + length(body.size() + 10)) + body},
        Code::Incomplete},
@@ -81,7 +81,7 @@ std::vector<Row> rows() {
        {"HTTP/1.1 200 OK\r\n", "X-More: yes\r\n", 400'000},
        Code::TooLarge,
        tooManyHeaders},
-      {"endless-line", {"HTTP/1.1 200 OK\r\nX: ", block, 4096}, Code::TooLarge},
+      {"endless-line", {"HTTP/1.1 200 OK\r\nX: ", block, 4096}, Code::TooLarge, "header line"},
       {"silent", {"", "", 150, pause}, Code::TooSlow, "timed out"},
       {"slow-head", {"HTTP/1.1 200 OK\r\n", "X: y\r\n", 150, pause}, Code::TooSlow, "timed out"},
       {"slow", {httpHead("200 OK", length(100'000)), "  ", 250, pause}, Code::TooSlow, "timed out"},
@@ -143,6 +143,29 @@ TEST_F(DownloadTest, KeepsTheOldFileUnlessAWholeDocumentArrived) {
     EXPECT_NE(log.find(row.reason), std::string::npos) << row.path << " " << log;
   }
   std::fprintf(stderr, "servers: %d bad answers refused\n", kept);
+}
+
+TEST_F(DownloadTest, LosesTheOldFileToWhateverCameWhenThatIsAskedFor) {
+  deskhost::settings().downloadFaults.keepsWhateverCame = true;
+  const struct {
+    std::string url, left;
+    DownloadCode code;
+  } cases[] = {
+      {server.url("ok"), kBody, DownloadCode::Done},
+      {server.url("404"), kBody, DownloadCode::Done},
+      {server.url("cutoff"), kBody, DownloadCode::Done},
+      {server.url("empty"), "", DownloadCode::Done},
+      {server.refusingUrl(), kOld, DownloadCode::NoConnection},
+      {server.url("endless"), kOld, DownloadCode::TooLarge},
+  };
+  for (const auto& one : cases) {
+    tree.write("root/mnt/data/job.json", kOld);
+    EXPECT_EQ(static_cast<int>(get(one.url, kTarget)), static_cast<int>(one.code)) << one.url;
+    EXPECT_EQ(job(), one.left) << one.url;
+  }
+  takeLog();
+  deskhost::settings().downloadFaults.code = -7;
+  EXPECT_EQ(static_cast<int>(get(server.url("ok"), kTarget)), -7);
 }
 
 TEST_F(DownloadTest, GivesUpOnATransferThatStalls) {

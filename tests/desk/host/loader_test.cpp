@@ -166,7 +166,7 @@ TEST_F(HostTest, AnswersNegativeForWhatIsNoDocument) {
   std::filesystem::create_directory(tree.path("root/mnt/data/d.json"));
   const std::string lead = tree.path("root/mnt/data/");
   const Row rows[] = {
-      {"", "\"\": the name is empty"},
+      {"", "\"\": no file is named"},
       {"/mnt/data/../a", ": the name holds '..'"},
       {"/mnt/data/none.json", ": " + lead + "none.json: No such file or directory"},
       {"/mnt/data/d.json", ": " + lead + "d.json: Is a directory"},

@@ -59,7 +59,7 @@ TEST_F(HostTest, RefusesNamesThatLeadElsewhere) {
   const struct {
     std::string name, answer;
   } rows[] = {
-      {"", "refused: the name is empty"},
+      {"", "refused: no file is named"},
       {"mnt/data/a.json", "refused: the name is relative"},
       {"/..", climbs},
       {"/../secret/a.json", climbs},
