@@ -146,6 +146,13 @@ std::string wrapped(const std::string& text, std::size_t columns, std::size_t in
   return lines + text.substr(start) + "\n";
 }
 
+std::string joinedFirst(const std::vector<std::string>& texts, std::size_t most) {
+  if (texts.size() <= most) return joined(texts, ", ");
+  const auto end = texts.begin() + static_cast<std::ptrdiff_t>(most);
+  return joined({texts.begin(), end}, ", ") + " and " + std::to_string(texts.size() - most) +
+         " more";
+}
+
 std::string countText(std::size_t count, const std::string& word) {
   return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
 }

@@ -45,6 +45,9 @@ std::string joined(const std::vector<std::string>& texts, std::string_view betwe
 /// the first start with `indent` blanks.
 std::string wrapped(const std::string& text, std::size_t columns = 80, std::size_t indent = 0);
 
+/// The first few of them, with commas, and how many there are beside: "a, b and 3 more".
+std::string joinedFirst(const std::vector<std::string>& texts, std::size_t most);
+
 /// "1 piece", "2 pieces"
 std::string countText(std::size_t count, const std::string& word);
 

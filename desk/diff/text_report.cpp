@@ -79,20 +79,12 @@ std::string changeText(const Change& change) {
   return work + change.key + ": " + valueText(change.before) + " -> " + valueText(change.after);
 }
 
-/// The names, or the first few and how many there are beside.
-std::string namesText(const std::vector<std::string>& names, bool all) {
-  const std::size_t named = all || names.size() <= kNamed + 1 ? names.size() : kNamed;
-  std::string text =
-      joined({names.begin(), names.begin() + static_cast<std::ptrdiff_t>(named)}, ", ");
-  if (named < names.size()) text += " and " + std::to_string(names.size() - named) + " more";
-  return escapeControls(text);
-}
-
 std::string titleOf(const Group& group, bool all) {
   const Difference& first = *group.first;
   if (first.level == model::Level::Header) return "header";
   if (first.level == model::Level::Bar) return "bar " + escapeControls(first.name);
-  const std::string names = namesText(group.names, all);
+  const std::string names =
+      escapeControls(joinedFirst(group.names, all ? group.names.size() : kNamed));
   const bool isOne = group.names.size() == 1;
   std::string where;
   if (first.kind == Kind::Moved) {

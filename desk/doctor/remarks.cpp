@@ -1,6 +1,6 @@
 #include "desk/doctor/remarks.h"
 
-#include <algorithm>
+#include "desk/base/text.h"
 
 namespace desk::doctor {
 
@@ -23,13 +23,7 @@ std::string machineWords(const ElfFile& file) {
 }
 
 std::string listed(const std::vector<std::string>& names) {
-  std::string text;
-  const std::size_t shown = std::min(names.size(), kLongestList);
-  for (std::size_t index = 0; index < shown; ++index) {
-    text += (index == 0 ? "" : ", ") + names[index];
-  }
-  const std::size_t more = names.size() - shown;
-  return more == 0 ? text : text + " and " + std::to_string(more) + " more";
+  return joinedFirst(names, kLongestList);
 }
 
 std::vector<Remark> judged(const std::string& subject, Weight weight,
