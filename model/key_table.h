@@ -126,6 +126,9 @@ enum class TextForm {
   Side,     ///< the number of a side of the profile
 };
 
+/// How jobs write the one unit that there is. No reader looks at it.
+inline constexpr std::string_view kMillimetres[] = {"mm", "MM", "Mm", "毫米"};
+
 /// The numbers that a form allows. The readers take others too.
 struct Range {
   double least;

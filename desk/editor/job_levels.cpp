@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "desk/base/text.h"
 #include "desk/editor/answers.h"
 #include "json/json_keys.h"
 #include "model/job_format.h"
@@ -116,12 +117,12 @@ std::string WrittenKey::description() const {
   return text + scripts + (addition.empty() ? "" : " " + addition);
 }
 
-const char* patternOf(model::TextForm form) {
+std::string patternOf(model::TextForm form) {
   switch (form) {
     case model::TextForm::Any:
       break;
     case model::TextForm::Unit:
-      return "mm";
+      return joined({std::begin(model::kMillimetres), std::end(model::kMillimetres)}, "|");
     case model::TextForm::Count:
       return "[0-9]+";
     case model::TextForm::Measure:

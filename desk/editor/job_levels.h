@@ -45,7 +45,7 @@ struct Level {
 
 /// What a text of this form looks like, for JSON Schema and XSD alike: a regular expression for the
 /// whole of it. Empty for any text.
-const char* patternOf(model::TextForm form);
+std::string patternOf(model::TextForm form);
 
 /// In the order of `model::Level`.
 using JobLevels = std::array<Level, std::size(model::kLevels)>;

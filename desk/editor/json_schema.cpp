@@ -55,7 +55,8 @@ Json::Value typeOf(const WrittenKey& key) {
     case KeyKind::Ignored:
       type["type"] = "string";
       if (key.form != model::TextForm::Any) {
-        type["pattern"] = std::string("^(") + patternOf(key.form) + ")$";
+        const bool mayBeEmpty = key.form == model::TextForm::Unit;  // nobody reads it
+        type["pattern"] = "^(" + patternOf(key.form) + (mayBeEmpty ? ")?$" : ")$");
       }
       break;
   }

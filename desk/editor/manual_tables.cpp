@@ -57,14 +57,15 @@ std::string boundsOf(TextForm form) {
   return range.isOpen ? " between " + least + " and " + most : " from " + least + " to " + most;
 }
 
-/// The one text that a key may hold; null when there are others.
-const char* onlyTextOf(const WrittenKey& key) {
+/// The text that a key is to hold; empty when there are many.
+std::string onlyTextOf(const WrittenKey& key) {
   if (isVersion(key)) return json_keys::kVersion;
-  return key.form == TextForm::Unit ? patternOf(key.form) : nullptr;
+  return key.form == TextForm::Unit ? std::string(model::kMillimetres[0]) : "";
 }
 
 std::string jsonType(const WrittenKey& key) {
-  if (const char* text = onlyTextOf(key)) return code('"' + std::string(text) + '"');
+  const std::string text = onlyTextOf(key);
+  if (!text.empty()) return code('"' + text + '"');
   switch (key.kind) {
     case KeyKind::Flag:
       return "true or false";
@@ -82,7 +83,8 @@ std::string jsonType(const WrittenKey& key) {
 }
 
 std::string xmlType(const WrittenKey& key) {
-  if (const char* text = onlyTextOf(key)) return code(text);
+  const std::string text = onlyTextOf(key);
+  if (!text.empty()) return code(text);
   if (key.form == TextForm::Count) return "whole number";
   return key.form == TextForm::Any ? "text" : "number" + boundsOf(key.form);
 }

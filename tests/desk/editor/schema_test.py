@@ -30,7 +30,7 @@ OF_THE_JOB = {"angle-135", "never-stored", "duplicate-barcode", "duplicate-numbe
 
 # What no bar, piece or work can have: level, key, values.
 OUT_OF_BOUNDS = [(level, key, value) for level, key, values in [
-    (0, "Unit", "inch MM"), (1, "BarNumber", "-1"), (1, "MaxY", "0"), (1, "MaxZ", "-5"),
+    (0, "Unit", "inch cm"), (1, "BarNumber", "-1"), (1, "MaxY", "0"), (1, "MaxZ", "-5"),
     (1, "length", "0"), (1, "BarLeftLength", "-1"), (2, "Num", "-1"),
     (3, "Length", "0 00.0 -9 65,5 1.200,5 +7"), (3, "sxB", "-45 0 0.0 180 200 45,5"),
     (4, "ProfiLav", "-1 7 99"), (4, "PositionX", "-1"), (4, "PositionZ", "-1")]
@@ -95,7 +95,8 @@ def changed_json_jobs(changes):
 SOUND_JSON = [(0, "Bar", []), (1, "piece", []), (2, "work", []), (0, "Name", ""),
               (2, "Buyer", "买方 \"7\""), (1, "length", 2147483647), (2, "Over_status", -2147483648),
               (4, "PositionX", 7), (4, "PositionZ", 0), (4, "ProfiLav", 2.0), (3, "Length", "0900.5"),
-              (3, "sxB", "22.5"), (3, "dxB", "0.5"), (0, "success", False), (0, "Bar", None),
+              (3, "sxB", "22.5"), (3, "dxB", "0.5"), (0, "Unit", "毫米"), (0, "Unit", ""),
+              (0, "success", False), (0, "Bar", None),
               (1, "piece", None), (2, "work", None)]
 # What readers take and writers leave. A second spelling stands beside the first one.
 LENIENT_JSON = [(1, "barNumber", 7), (2, "machin", "saw"), (2, "field2", "x"),
