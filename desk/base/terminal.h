@@ -29,6 +29,9 @@ struct Terminal {
   bool isTerminal = false;
   bool hasColour = false;    ///< as decided; with Colours::Always also where there is no terminal
   std::size_t columns = 80;  ///< at least 20; the environment's COLUMNS goes before the device
+
+  /// Whether somebody looks at what is written, or is about to, through a pager.
+  bool isForEyes() const { return isTerminal || hasColour; }
 };
 
 /// What `stream` leads to. Where colours are always wanted and it is no terminal, as in a pipe to a

@@ -65,8 +65,12 @@ void CheckSession::check(const std::string& file) {
   if (deskhost::readDocumentFile(file, bytes, reason)) {
     check(file, std::move(bytes));
   } else {
-    report_.unreadable.push_back({file, cannotRead(file, reason).what()});
+    refuse(file, reason);
   }
+}
+
+void CheckSession::refuse(const std::string& name, const std::string& reason) {
+  report_.unreadable.push_back({name, cannotRead(name, reason).what()});
 }
 
 void CheckSession::check(const std::string& file, std::string bytes) {

@@ -44,6 +44,9 @@ class CheckSession {
   /// The same for the content of a file.
   void check(const std::string& file, std::string bytes);
 
+  /// Takes something that cannot be read into the report.
+  void refuse(const std::string& name, const std::string& reason);
+
   const Report& report() const { return report_; }
 
   /// Whether a panel would load the last file.

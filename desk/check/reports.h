@@ -13,10 +13,14 @@ enum class FailOn { Note, Warning, Error, Never };
 
 bool fails(const Finding& finding, FailOn failOn);
 
+struct TextOptions {
+  bool all;      ///< false: of findings that differ in their place only, the first few and a count
+  bool summary;  ///< how many findings there are, in a line at the end
+};
+
 /// "file:line:column: severity: text [rule]", one line per finding. On a terminal with the source
-/// line and a caret, in colour, and with a summary.
-/// @param all false: of findings that differ in their place only, the first few and a count
-std::string textReport(const Report& report, const Terminal& terminal, bool all);
+/// line, the place underlined, in colour.
+std::string textReport(const Report& report, const Terminal& terminal, const TextOptions& options);
 
 /// What reports for programs list: of each rule the first thousand findings in a file, the last of
 /// which says how many there are beyond.

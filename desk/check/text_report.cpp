@@ -54,24 +54,21 @@ Kind kindOf(const Finding& finding) {
 
 class TextReport {
  public:
-  TextReport(const Report& report, const Terminal& terminal, bool all)
-      : report_(report), terminal_(terminal), all_(all) {}
+  TextReport(const Report& report, const Terminal& terminal, const TextOptions& options)
+      : report_(report), terminal_(terminal), options_(options) {}
 
   std::string write() {
     countKinds();
     for (const Finding& finding : report_.findings) {
       const std::size_t number = ++seen_[kindOf(finding)];
-      if (all_ || number <= kShownOfEach) writeFinding(finding);
-      if (!all_ && number == kShownOfEach) writeRest(finding);
+      if (options_.all || number <= kShownOfEach) writeFinding(finding);
+      if (!options_.all && number == kShownOfEach) writeRest(finding);
     }
-    if (isForEyes() && !report_.sources.empty()) writeSummary();
+    if (options_.summary && !report_.sources.empty()) writeSummary();
     return text_;
   }
 
  private:
-  /// On a terminal, or on one's way there through a pager.
-  bool isForEyes() const { return terminal_.isTerminal || terminal_.hasColour; }
-
   std::string coloured(const char* colour, const std::string& text) const {
     return terminal_.hasColour ? colour + text + kPlain : text;
   }
@@ -89,7 +86,7 @@ class TextReport {
     for (const Finding& one : finding.consequences) {
       text_ += "    " + one.message + " [" + one.rule + "]\n";
     }
-    if (isForEyes()) writeExcerpt(finding);
+    if (terminal_.isForEyes()) writeExcerpt(finding);
   }
 
   void writeExcerpt(const Finding& finding) {
@@ -127,7 +124,7 @@ class TextReport {
 
   const Report& report_;
   const Terminal& terminal_;
-  bool all_;
+  const TextOptions options_;
   std::map<Kind, std::size_t> kinds_;
   std::map<Kind, std::size_t> seen_;
   std::string text_;
@@ -135,8 +132,8 @@ class TextReport {
 
 }  // namespace
 
-std::string textReport(const Report& report, const Terminal& terminal, bool all) {
-  return TextReport(report, terminal, all).write();
+std::string textReport(const Report& report, const Terminal& terminal, const TextOptions& options) {
+  return TextReport(report, terminal, options).write();
 }
 
 }  // namespace desk::check

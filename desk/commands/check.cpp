@@ -1,14 +1,19 @@
 // cusdesk check: tells what the readers pass over in silence.
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
+#include <string_view>
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
+#include "desk/base/files.h"
 #include "desk/base/output.h"
 #include "desk/base/text.h"
 #include "desk/check/check_session.h"
 #include "desk/check/reports.h"
 #include "desk/commands/commands.h"
+#include "desk/commands/watch.h"
+#include "desk/job/job_folder.h"
 
 namespace desk::commands {
 
@@ -17,6 +22,7 @@ namespace {
 using check::CheckSession;
 using check::FailOn;
 using check::Report;
+using check::TextOptions;
 
 struct FailOnRow {
   const char* name;
@@ -29,24 +35,88 @@ constexpr FailOnRow kFailOn[] = {{"warning", FailOn::Warning},
 
 struct Format {
   const char* name;
-  std::string (*write)(const Report&, FailOn, bool all);
+  std::string (*write)(const Report&, FailOn, const TextOptions&);
 };
 constexpr Format kFormats[] = {
     {"text", [](const Report& report, FailOn,
-                bool all) { return textReport(report, terminalOf(stdout), all); }},
-    {"json", [](const Report& report, FailOn, bool) { return jsonReport(report); }},
-    {"sarif", [](const Report& report, FailOn, bool) { return sarifReport(report); }},
-    {"junit",
-     [](const Report& report, FailOn failOn, bool) { return junitReport(report, failOn); }},
+                const TextOptions& text) { return textReport(report, terminalOf(stdout), text); }},
+    {"json", [](const Report& report, FailOn, const TextOptions&) { return jsonReport(report); }},
+    {"sarif", [](const Report& report, FailOn, const TextOptions&) { return sarifReport(report); }},
+    {"junit", [](const Report& report, FailOn failOn,
+                 const TextOptions&) { return junitReport(report, failOn); }},
 };
 
-void checkFiles(CheckSession& session, const std::vector<std::string>& files) {
+/// What the options ask for.
+struct Order {
+  const Format& format;
+  FailOn failOn;
+  CheckSession::Readers readers;
+  check::RuleSettings rules;
+  TextOptions text;
+};
+
+/// The files that operands name, with the jobs of folders; a folder without any by its own name.
+Files filesOf(const std::vector<std::string>& operands) {
+  Files files;
+  for (const std::string& operand : operands) {
+    const Files inside = job::isFolder(operand) ? job::jobFilesBelow(operand) : Files{};
+    files.insert(files.end(), inside.begin(), inside.end());
+    if (inside.empty()) files.push_back(operand);
+  }
+  return files;
+}
+
+void checkFiles(CheckSession& session, const Files& files) {
   Progress progress;
   for (std::size_t i = 0; i < files.size(); ++i) {
     progress.show("checking " + std::to_string(i + 1) + " of " + std::to_string(files.size()) +
                   ": " + escapeControls(files[i]));
-    session.check(files[i]);
+    if (job::isFolder(files[i])) {
+      session.refuse(files[i], "no *.json and no *.xml in this folder");
+    } else {
+      session.check(files[i]);
+    }
   }
+}
+
+int checkOnce(const Order& order, const Files& files) {
+  CheckSession session(order.readers, order.rules);
+  checkFiles(session, files);
+  const Report& report = session.report();
+  std::fputs(order.format.write(report, order.failOn, order.text).c_str(), stdout);
+  for (const check::Unreadable& file : report.unreadable) log(file.reason);
+  if (!report.unreadable.empty()) return kExitIoError;
+  const bool failed =
+      std::any_of(report.findings.begin(), report.findings.end(),
+                  [&](const check::Finding& finding) { return fails(finding, order.failOn); });
+  return failed ? kExitFindings : kExitOk;
+}
+
+/// "22:05:13", as the clock on the wall shows it.
+std::string timeOfDay() {
+  const std::time_t now = std::time(nullptr);
+  std::tm parts{};
+  char text[16] = "";
+  if (localtime_r(&now, &parts) != nullptr) std::strftime(text, sizeof text, "%H:%M:%S", &parts);
+  return text;
+}
+
+/// Checks anew whenever a file is saved, until the user has seen enough.
+int checkWhileSaved(const Order& order, const std::vector<std::string>& operands) {
+  if (std::string_view(order.format.name) != "text") {
+    throw Error(kExitUsage, "check: --watch is for --format text");
+  }
+  if (contains(operands, kStandardStream)) {
+    throw Error(kExitUsage, "check: standard input cannot be watched");
+  }
+  const auto look = [&](const Files& files) {
+    if (terminalOf(stdout).isTerminal) std::fputs("\x1b[H\x1b[2J", stdout);
+    checkOnce(order, files);
+    std::printf("%s, waiting for the next save; Ctrl-C ends\n", timeOfDay().c_str());
+    std::fflush(stdout);
+  };
+  watchFiles([&] { return filesOf(operands); }, look);
+  return kExitOk;
 }
 
 int explainRule(const std::string& id) {
@@ -64,22 +134,16 @@ check::RuleSettings settingsOf(const Arguments& arguments) {
 int run(const Arguments& arguments) {
   if (arguments.has("explain")) return explainRule(arguments.value("explain"));
   if (arguments.operands.empty()) throw Error(kExitUsage, "check: which files?");
-  const Format& format = choice(arguments.value("format", "text"), "check: --format", kFormats);
-  const FailOn failOn =
-      choice(arguments.value("fail-on", "warning"), "check: --fail-on", kFailOn).failOn;
-
-  CheckSession session(
+  const Terminal terminal = terminalOf(stdout);
+  const bool isWatching = arguments.has("watch");
+  const Order order = {
+      choice(arguments.value("format", "text"), "check: --format", kFormats),
+      choice(arguments.value("fail-on", "warning"), "check: --fail-on", kFailOn).failOn,
       arguments.has("sequence") ? CheckSession::Readers::Kept : CheckSession::Readers::Fresh,
-      settingsOf(arguments));
-  checkFiles(session, arguments.operands);
-  const Report& report = session.report();
-  std::fputs(format.write(report, failOn, arguments.has("all")).c_str(), stdout);
-  for (const check::Unreadable& file : report.unreadable) log(file.reason);
-  if (!report.unreadable.empty()) return kExitIoError;
-  const bool failed =
-      std::any_of(report.findings.begin(), report.findings.end(),
-                  [&](const check::Finding& finding) { return fails(finding, failOn); });
-  return failed ? kExitFindings : kExitOk;
+      settingsOf(arguments),
+      {arguments.has("all"), isWatching || (terminal.isForEyes() && !arguments.has("quiet"))}};
+  return isWatching ? checkWhileSaved(order, arguments.operands)
+                    : checkOnce(order, filesOf(arguments.operands));
 }
 
 }  // namespace
@@ -91,6 +155,8 @@ Command checkCommand() {
       "tell what the panel's readers ignore, carry over or trip over in job files",
       "  cusdesk check job.json                    what a freshly started panel would miss\n"
       "  cusdesk check --sequence monday.json tuesday.json  what leaks from one into the next\n"
+      "  cusdesk check --watch job.json            again whenever it is saved\n"
+      "  cusdesk check jobs                        all *.json and *.xml below a folder\n"
       "  cusdesk check --rule attribute=off --rule duplicate-barcode=error job.xml\n"
       "  cusdesk check --explain carried-over      what it means and how to cure it\n"
       "  cusdesk check --format sarif --fail-on error *.json > check.sarif  for a build server\n",
@@ -99,6 +165,7 @@ Command checkCommand() {
           {"fail-on", "SEVERITY", "exit with 1 from this on: note, warning (default), error, never",
            '\0', namesOf(kFailOn)},
           {"sequence", nullptr, "load the files in turn into one reader, as the machine does"},
+          {"watch", nullptr, "check again whenever a file is saved, until Ctrl-C"},
           {"rule", "RULE=LEVEL", "take a rule as off, note, warning or error; may be given again"},
           {"explain", "RULE", "say what a rule is about, what the machine does and how to cure it",
            '\0', check::ruleIds()},

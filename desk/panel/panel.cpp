@@ -1,47 +1,11 @@
 #include "desk/panel/panel.h"
 
-#include <sys/stat.h>
-
-#include <tuple>
 #include <utility>
 
 #include "desk/base/text.h"
 #include "desk/host/settings.h"
 
 namespace desk::panel {
-
-bool FileWatch::State::operator==(const State& other) const {
-  return std::tie(inode, size, seconds, nanoseconds) ==
-         std::tie(other.inode, other.size, other.seconds, other.nanoseconds);
-}
-
-FileWatch::State FileWatch::stateOf(const std::string& file) {
-  State state;
-  struct stat status {};
-  if (::stat(file.c_str(), &status) != 0) return state;
-  state.inode = status.st_ino;
-  state.size = status.st_size;
-  state.seconds = status.st_mtim.tv_sec;
-  state.nanoseconds = status.st_mtim.tv_nsec;
-  return state;
-}
-
-void FileWatch::note(const std::string& file) {
-  const State now = stateOf(file);
-  files_[file] = {now, now};
-}
-
-std::vector<std::string> FileWatch::changed() {
-  std::vector<std::string> names;
-  for (auto& [name, file] : files_) {
-    const State now = stateOf(name);
-    const State before = std::exchange(file.last, now);
-    if (now == file.known || !(now == before)) continue;
-    file.known = now;
-    names.push_back(name);
-  }
-  return names;
-}
 
 Panel::Panel(const std::string& plugin, const PanelFacts& facts, Console& console,
              const std::atomic<bool>& stop)

@@ -1,8 +1,6 @@
 // The panel on a PC: plug-in, table part and script, and what the operator sees of them.
 #pragma once
 
-#include <sys/types.h>
-
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -10,41 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "desk/base/file_watch.h"
 #include "desk/panel/panel_script.h"
 
 namespace desk::panel {
-
-/// Detects changes of files by inode, size and time of change. It reads the disk only when called.
-/// Not for use by several threads.
-class FileWatch {
- public:
-  /// Forgets all files.
-  void clear() { files_.clear(); }
-
-  /// Watches `file`, which need not exist, and takes it as it is now.
-  void note(const std::string& file);
-
-  /// The files that are no longer as they were, and have held still since the last call: one that
-  /// is still being written is not told yet. Each change is told once.
-  std::vector<std::string> changed();
-
- private:
-  /// What tells two states of a file apart.
-  struct State {
-    ino_t inode = 0;
-    off_t size = -1;  ///< -1: there is no such file
-    std::int64_t seconds = 0;
-    std::int64_t nanoseconds = 0;
-    bool operator==(const State& other) const;
-  };
-  struct Watched {
-    State known;
-    State last;
-  };
-  static State stateOf(const std::string& file);
-
-  std::map<std::string, Watched> files_;
-};
 
 /// What the operator sees.
 struct View {

@@ -5,6 +5,7 @@ Usage: check_command_test.py CUSDESK
 
 import json
 import re
+import signal
 import subprocess
 import unittest
 
@@ -39,6 +40,15 @@ class Check(Folder):
             (["--format", "html", "bad.json"], 2),
         ]:
             self.check(*words, code=code)
+        self.write("a/deep/er.xml", "<Job/>")
+        self.write("a/b.json", BAD)
+        self.write("a/c.JSON", BAD)
+        self.write("empty/job.txt", BAD)
+        done = self.check("no.json", "a", "empty", code=3)
+        self.assertEqual(done.stderr, "cusdesk: cannot read no.json: No such file or directory\n"
+                         "cusdesk: cannot read empty: no *.json and no *.xml in this folder\n")
+        self.assertEqual([line.partition(":")[0] for line in done.stdout.splitlines()],
+                         ["a/b.json", "a/deep/er.xml"])
 
     def test_rules_weigh_what_the_user_says_or_are_explained(self):
         self.write("late.json", JOB % '{"BarNumber": "1", "piece": [{"cut": {"Length": "9"}}]}')
@@ -320,6 +330,31 @@ class Terminals(Folder):
         self.assertEqual(re.sub("\x1b\\[[0-9;]*m", "", always), never)
         self.assertIn("\x1b[1;31m^~~~~~~~~~~\x1b[0m\n", always)
         self.assertNotIn("\x1b", never)
+
+    def test_watch_tells_anew_when_a_file_is_saved_until_it_is_enough(self):
+        self.write("jobs/job.json", BAD)
+        watch = subprocess.Popen([cusdesk.CUSDESK, "check", "--watch", "jobs"], cwd=self.folder,
+                                 stdout=subprocess.PIPE, encoding="utf-8")
+        self.addCleanup(watch.stdout.close)
+        self.addCleanup(watch.kill)
+
+        def verdict():
+            """The line before the one with the time."""
+            line = watch.stdout.readline()
+            while "waiting for the next save" not in line:
+                before, line = line, watch.stdout.readline()
+            return before
+
+        self.assertEqual(verdict(), "1 error, 0 warnings, 0 notes in 1 file\n")
+        self.write("saved", CLEAN).rename(self.folder / "jobs/job.json")  # as some editors save
+        self.assertEqual(verdict(), "no findings in 1 file\n")
+        self.write("jobs/late.json", "{}")
+        self.assertEqual(verdict(), "1 error, 0 warnings, 0 notes in 1 file\n")
+        self.write("jobs/late.json", CLEAN)
+        self.assertEqual(verdict(), "no findings in 2 files\n")
+        watch.send_signal(signal.SIGINT)
+        self.assertEqual(watch.wait(timeout=cusdesk.TIME_LIMIT), 0)
+        self.check("--watch", "--format", "json", "bad.json", code=2)
 
     def test_work_shows_how_far_it_has_come_and_leaves_no_trace(self):
         text = self.on_terminal("check", *["clean.json"] * 2, CUSDESK_PROGRESS_AFTER="0")
