@@ -103,7 +103,7 @@ growth: setup-arm build
 
 lint: setup
 	cmake --preset clang
-	git ls-files '*.cpp' ':!tests' ':!bench' | python3 tools/lint.py build/clang $(JOBS)
+	git ls-files '*.cpp' ':!tests' ':!bench' ':!examples' | python3 tools/lint.py build/clang $(JOBS)
 
 subjects:
 	python3 tools/check_subjects.py

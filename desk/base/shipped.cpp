@@ -21,6 +21,7 @@ fs::path programFolder() {
   std::error_code error;
   fs::path program = fs::read_symlink("/proc/self/exe", error);
   if (error) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the kernel gives the address as a number
     const auto* const path = reinterpret_cast<const char*>(::getauxval(AT_EXECFN));
     program = fs::canonical(path == nullptr ? "" : path, error);
   }
@@ -92,7 +93,7 @@ std::string shippedExamples() {
 }
 
 std::string exampleRoot() {
-  const std::string shipped = shippedExamples();
+  std::string shipped = shippedExamples();
   if (!existing(kExamples.built).empty()) return shipped;
   const fs::path copy = userDataFolder() / "cusdesk/examples";
   std::error_code ignored;
