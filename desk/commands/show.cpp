@@ -1,6 +1,7 @@
 // cusdesk show: the rows that scripts get for a job file, and where their values come from.
 #include <cstdio>
 #include <filesystem>
+#include <initializer_list>
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
@@ -82,14 +83,18 @@ bool isSummary(const Arguments& arguments) {
   return isSummary;
 }
 
+/// Throws Error for the first of the options that is given: `what` would pass over it.
+void refuseOptions(const Arguments& arguments, const std::string& what,
+                   std::initializer_list<const char*> options) {
+  for (const std::string option : options) {
+    if (!arguments.has(option)) continue;
+    throw Error(kExitUsage, "show: --" + option + " is not for " + what);
+  }
+}
+
 Question questionOf(const Arguments& arguments, const TableRow& table) {
-  const std::string name = table.name;
-  if (arguments.has("bar") && !table.takesBar) {
-    throw Error(kExitUsage, "show: --bar selects nothing of " + name);
-  }
-  if (arguments.has("barcode") && !table.takesBarCode) {
-    throw Error(kExitUsage, "show: --barcode selects nothing of " + name);
-  }
+  if (!table.takesBar) refuseOptions(arguments, table.name, {"bar"});
+  if (!table.takesBarCode) refuseOptions(arguments, table.name, {"barcode"});
   if (table.subject == Subject::Dimensions && !arguments.has("barcode")) {
     throw Error(kExitUsage, "show: dimensions need a --barcode");
   }
@@ -134,7 +139,8 @@ TextTable tableFor(const Arguments& arguments, const std::string& file, const Qu
 
 int showRows(const Arguments& arguments, const TableRow& row) {
   const Question question = questionOf(arguments, row);
-  const Format& format = choice(arguments.value("format", "text"), "show: --format", kFormats);
+  const Format& format =
+      choice(arguments.value("format", "text"), "show: --format", kFormats);
   const bool where = arguments.has("where");
   const TextTable table = tableFor(arguments, arguments.operands.front(), question, where);
   std::fputs(format.write(table, where).c_str(), stdout);
@@ -144,19 +150,22 @@ int showRows(const Arguments& arguments, const TableRow& row) {
 }
 
 int run(const Arguments& arguments) {
-  if (isSummary(arguments)) return showSummary(arguments);
+  if (isSummary(arguments)) {
+    refuseOptions(arguments, "a summary; name a table too", {"bar", "barcode", "where"});
+    return showSummary(arguments);
+  }
   if (arguments.operands.size() != 2) {
     throw Error(kExitUsage, "show: which file? A table is one file's; see 'cusdesk show --help'");
   }
+  refuseOptions(arguments, "a table", {"keep-from"});
   const TableRow& table = choice(arguments.operands.back(), "show: what to show", kTables);
-  if (arguments.value("format") == kHtml) {
-    if (table.subject != Subject::Cuts || table.isPieces) {
-      throw Error(kExitUsage, "show: --format html is for cuts");
-    }
+  const bool isCuts = table.subject == Subject::Cuts && !table.isPieces;
+  if (arguments.value("format") == kHtml && isCuts) {
+    refuseOptions(arguments, "a cut list", {"where"});
     return printCutList(arguments);
   }
   if (!table.isPieces) return showRows(arguments, table);
-  if (arguments.has("where")) throw Error(kExitUsage, "show: pieces tell their lines as they are");
+  refuseOptions(arguments, "pieces, which tell their lines as they are", {"where"});
   return showPieces(arguments);
 }
 
