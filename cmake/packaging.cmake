@@ -49,14 +49,16 @@ set(CUS_CONTACT \"${CUS_PACKAGE_CONTACT}\")" COMPONENT ${component})
 
   # The program writes its own pages.
   set(pages ${CMAKE_BINARY_DIR}/pages)
-  add_custom_command(OUTPUT ${pages}/cusdesk ${pages}/cusdesk.1.gz
+  add_custom_command(OUTPUT ${pages}/cusdesk ${pages}/cusdesk.fish ${pages}/cusdesk.1.gz
     COMMAND ${CMAKE_COMMAND} -E make_directory ${pages}
     COMMAND cusdesk export completion > ${pages}/cusdesk
+    COMMAND cusdesk export fish > ${pages}/cusdesk.fish
     COMMAND cusdesk export man > ${pages}/cusdesk.1
     COMMAND gzip -9nf ${pages}/cusdesk.1
     DEPENDS cusdesk)
-  add_custom_target(pages ALL DEPENDS ${pages}/cusdesk ${pages}/cusdesk.1.gz)
+  add_custom_target(pages ALL DEPENDS ${pages}/cusdesk ${pages}/cusdesk.fish ${pages}/cusdesk.1.gz)
   install(FILES ${pages}/cusdesk DESTINATION share/bash-completion/completions COMPONENT desk)
+  install(FILES ${pages}/cusdesk.fish DESTINATION share/fish/vendor_completions.d COMPONENT desk)
   install(FILES ${pages}/cusdesk.1.gz DESTINATION share/man/man1 COMPONENT desk)
 endif()
 

@@ -125,6 +125,7 @@ class Packages(unittest.TestCase):
     def test_completion_manual_and_editor_files_are_where_programs_look_for_them(self):
         share = self.root / "usr/share"
         for words, path in [("completion", "bash-completion/completions/cusdesk"),
+                            ("fish", "fish/vendor_completions.d/cusdesk.fish"),
                             ("man", "man/man1/cusdesk.1.gz")]:
             data = (share / path).read_bytes()
             text = gzip.decompress(data) if path.endswith(".gz") else data
