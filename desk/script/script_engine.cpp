@@ -1,6 +1,8 @@
 #include "desk/script/script_engine.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <deque>
 #include <exception>
 #include <utility>
 
@@ -24,21 +26,53 @@ StdoutRedirect::To destinationOf(PluginLines lines) {
   return StdoutRedirect::To::StandardOutput;
 }
 
-/// Calls the module function in upvalue 1; upvalue 3 says what becomes of its lines.
-int callRedirected(lua_State* L) {
-  const auto lines = static_cast<PluginLines>(lua_tointeger(L, lua_upvalueindex(3)));
-  const StdoutRedirect redirect(destinationOf(lines));
-  return lua_tocfunction(L, lua_upvalueindex(1))(L);
+/// A module function behind its guard.
+struct Guarded {
+  std::string name;
+  lua_CFunction function;
+  PluginLines lines;
+
+  bool operator==(const Guarded& other) const {
+    return name == other.name && function == other.function && lines == other.lines;
+  }
+};
+
+/// All of the process. Scripts can change the upvalues of a guard: those only hold a number of
+/// these, from 1.
+std::deque<Guarded>& guarded() {
+  static std::deque<Guarded> all;
+  return all;
 }
 
-/// The same for the function whose name is upvalue 2. Errors of Lua's own pass.
+lua_Integer numberOf(const Guarded& wanted) {
+  const auto found = std::find(guarded().begin(), guarded().end(), wanted);
+  const auto number = found - guarded().begin() + 1;
+  if (found == guarded().end()) guarded().push_back(wanted);
+  return number;
+}
+
+const Guarded& calledOne(lua_State* L) {
+  const lua_Integer number = lua_tointeger(L, lua_upvalueindex(1));
+  const bool isOne = number > 0 && number <= static_cast<lua_Integer>(guarded().size());
+  if (!isOne) luaL_error(L, "the upvalue of a module function was changed");
+  return guarded()[static_cast<std::size_t>(number - 1)];
+}
+
+int callRedirected(lua_State* L) {
+  const Guarded& called = calledOne(L);
+  const StdoutRedirect redirect(destinationOf(called.lines));
+  return called.function(L);
+}
+
+/// Errors of Lua's own pass.
 int callGuarded(lua_State* L) {
+  const Guarded& called = calledOne(L);
   try {
     return callRedirected(L);
   } catch (const std::exception& exception) {
     lua_settop(L, 0);
     luaL_where(L, 1);
-    lua_pushfstring(L, "%s: %s", lua_tostring(L, lua_upvalueindex(2)), exception.what());
+    lua_pushfstring(L, "%s: %s", called.name.c_str(), exception.what());
     lua_concat(L, 2);
   }
   return lua_error(L);
@@ -47,19 +81,15 @@ int callGuarded(lua_State* L) {
 /// Puts a guard around every function of the module, in place. The arguments are the guard and what
 /// it is to do with the lines.
 int guardModule(lua_State* L) {
+  const auto lines = static_cast<PluginLines>(lua_tointeger(L, 2));
   lua_getglobal(L, kModule);
   const int module = lua_gettop(L);
-  for (lua_pushnil(L); lua_next(L, module) != 0;) {  // name, function
-    if (!lua_iscfunction(L, -1)) {
-      lua_pop(L, 1);
-      continue;
-    }
-    lua_pushvalue(L, -2);                           // name, function, name
-    lua_pushvalue(L, 2);                            // name, function, name, lines
-    lua_pushcclosure(L, lua_tocfunction(L, 1), 3);  // name, guard
-    lua_pushvalue(L, -2);                           // name, guard, name
-    lua_insert(L, -2);                              // name, name, guard
-    lua_settable(L, module);                        // name
+  for (lua_pushnil(L); lua_next(L, module) != 0; lua_pop(L, 1)) {  // name, function
+    if (!lua_iscfunction(L, -1)) continue;
+    lua_pushvalue(L, -2);  // name, function, name
+    lua_pushinteger(L, numberOf({lua_tostring(L, -1), lua_tocfunction(L, -2), lines}));
+    lua_pushcclosure(L, lua_tocfunction(L, 1), 1);  // name, function, name, guard
+    lua_settable(L, module);                        // name, function
   }
   return 0;
 }

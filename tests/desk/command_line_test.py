@@ -166,6 +166,14 @@ class Scripts(Folder):
         self.assertNotIn("getjson_Flash: basic", answer.stdout + answer.stderr)
         self.assertEqual(answer.returncode, 1)
 
+    def test_changed_upvalues_of_the_module_are_an_error(self):
+        for value in ("5", "0", "10", "'x'", "io.write", "cus_ParseModule.get_cut"):
+            answer, _ = self.run_script(f"""debug.setupvalue(cus_ParseModule.get_cut, 1, {value})
+                print(pcall(cus_ParseModule.get_cut, ''))""")
+            self.assertEqual(answer.returncode, 0, (value, answer))
+            if value != "5":
+                self.assertIn("false\tthe upvalue of a module function was changed", answer.stdout)
+
     def test_lines_of_plugin_and_script_stay_in_order_in_a_pipe(self):
         answer, _ = self.run_script(
             "print('a') cus_ParseModule.getjson_Flash('no.json') print('b')")
