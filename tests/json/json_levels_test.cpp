@@ -58,6 +58,9 @@ TEST(JsonLevels, EveryLevelTestsTheVersionThatItIsHanded) {
   EXPECT_EQ(reader.analysisWork(works, "1.0 "), -6);
   EXPECT_EQ(reader.analysisField(piece, "2.0"), 0);
   EXPECT_EQ(reader.analysisCut(piece, "2.0"), 0);
+  reader.curCut.dxB = "135";  // carried, and no cut in the piece
+  EXPECT_EQ(reader.analysisCut(parseJsonText("{}"), "1.0"), 0);
+  EXPECT_EQ(reader.curCut.dxB, "45");
   EXPECT_EQ(reader.curField.Field1 + reader.curCut.sxB, "");
   EXPECT_TRUE(reader.data.Bar.empty() && reader.curBar.piece.empty() &&
               reader.curPiece.work.empty());

@@ -46,6 +46,7 @@ TEST(CellText, IsCutBetweenCharactersWhenItDoesNotFit) {
       {"", 0, false, ""},
       {"\u7A97\u6846\u6599", 30, false, "\u7A97\u6846\u6599"},
       {"\u7A97\u6846\u6599", 29, false, "\u7A97\u2026"},
+      {"\u7A97\u6846\u6599", 20, false, "\u7A97\u2026"},
       {"WWWW", 40, false, "WW\u2026"},
       {"iiii", 17, false, "iiii"},
       {"135\u00B0", 26, false, "135\u00B0"},

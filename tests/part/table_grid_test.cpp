@@ -102,6 +102,23 @@ TEST(Grid, OfAnySizeGivesABoundedPicture) {
   }
 }
 
+TEST(Grid, ShowsLinesAndTextsThatAreJustLargeEnough) {
+  CSVGLuaParseModule table;
+  std::string svg;
+  table.SetSvgRect({0, 0, 100, 44});  // eleven bands of four pixels
+  table.SetCell(10, 1, {});
+  table.GetSVGXml(svg);
+  EXPECT_EQ(Picture(svg).elements, 21);  // of which ten are lines between bands
+  table.SetSvgRect({0, 0, 100, 24});
+  table.SetCell(1, 1, {});
+  table.DrawHeadText({"head"});
+  Rows rows{{"below the grid"}};
+  rows.list().push_front(nullptr);  // takes the first row
+  table.DrawBodyText(rows.list());
+  table.GetSVGXml(svg);
+  EXPECT_EQ(Picture(svg).texts, std::vector<std::string>{"head"});
+}
+
 TEST(Grid, FallsBackToEqualColumnsWithoutUsableRatios) {
   const float infinite = std::numeric_limits<float>::infinity();
   const float nan = std::numeric_limits<float>::quiet_NaN();

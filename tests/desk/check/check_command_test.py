@@ -231,6 +231,11 @@ ODDITIES = [
     ("merged.xml", XML % ROW % ("", "<Cut><Length>9</Length></Cut>\n<Cut><sxB>45</sxB></Cut>"),
      '2: error: "Cut" lacks "Length" and keeps that of another "Cut" of the same piece (line 1) '
      "[repeated-element]"),
+    ("again.json", '{"Version": "1.0",\n"Version": "1.0",\n"Version": "1.0"}',
+     '1:2: error: "Version" is ignored because it is there again (line 2) [duplicate-key]\n'
+     '2:1: error: "Version" is ignored because it is there again (line 3) [duplicate-key]'),
+    ("pie.xml", XML % "<Bar><BarNumber>1</BarNumber><Piece><CtrsZ>1</CtrsZ><Extra_Pie>h</Extra_Pie>"
+     "<holing_type>h</holing_type></Piece></Bar>", '1: error: piece 1 of bar 1 has no "Length" [not-a-number]'),
     ("zero.xml", XML % "<Name>a&#x0;b<!-- &#0; --><![CDATA[&#0;]]></Name>",
      "1:35: warning: a text ends at this reference, and what follows in it is not read [zero-byte]\n"
      "    a reference to a character that XML does not have is not well-formed XML; other tools refuse the file "

@@ -51,7 +51,7 @@ std::vector<Row> rows() {
       {"304", {httpHead("304 Not Modified")}, Code::HttpStatus, "HTTP status 304"},
       {"204", {httpHead("204 No Content")}, Code::HttpStatus, "HTTP status 204"},
       {"206", {httpWhole("206 Partial Content", body)}, Code::HttpStatus, "HTTP status 206"},
-      {"loop", redirect("/loop"), Code::TooManyRedirects, "5"},
+      {"loop", redirect("/loop"), Code::TooManyRedirects, "(5)"},
       {"to-file", redirect("file:///etc/hostname"), Code::BadUrl, "file"},
       {"to-ftp", redirect("ftp://127.0.0.1/ok"), Code::BadUrl, "ftp"},
       {"to-nowhere", {httpHead("302 Found", length(0))}, Code::HttpStatus, "HTTP status 302"},

@@ -174,9 +174,11 @@ TEST_F(HostTest, AnswersNegativeForWhatIsNoDocument) {
   for (const Row& row : rows) {
     Json::Value value;
     tinyxml2::XMLDocument document;
+    document.Parse("<before/>");
     tinyxml2::XMLElement* root = nullptr;
     EXPECT_LT(cbl::loadJsonFile(row.text, value, false), 0);
     EXPECT_LT(cbl::loadXmlFile(row.text, document, root), 0);
+    EXPECT_TRUE(document.NoChildren());
     const std::string line = row.text + row.complaint + "\n";
     EXPECT_EQ(takeLog(), line + line);
   }

@@ -40,6 +40,7 @@ TEST_F(HostTest, FindsFilesBelowRootAndDisk) {
       {usbPath() + "json/a.json", usb + "/json/a.json"},
       {usbPath() + "/a", usb + "/a"},
       {usb + "x/a", root + usb + "x/a"},
+      {"/" + std::string(255, 'a'), root + "/" + std::string(255, 'a')},
   };
   for (const auto& row : rows) EXPECT_EQ(resolved(row.name), row.file) << row.name;
 }
@@ -50,6 +51,8 @@ TEST_F(HostTest, RefusesNamesThatLeadElsewhere) {
   fs::create_directory_symlink("../../../secret", tree.path("root/mnt/data/up"));
   fs::create_symlink(tree.path("secret/new.json"), tree.path("root/mnt/data/broken.json"));
   fs::create_symlink("loop", tree.path("root/mnt/loop"));
+  fs::create_symlink(tree.path("root-beside/a.json"), tree.path("root/mnt/beside"));
+  tree.write("root-beside/a.json", "canary");
   fs::create_directory_symlink(tree.path("root/mnt"), tree.path("usb/json/root"));
   const std::string outside = "refused: a symbolic link leads outside of ";
   const std::string root = tree.path("root");
@@ -79,6 +82,7 @@ TEST_F(HostTest, RefusesNamesThatLeadElsewhere) {
       {"/mnt/out/a.json", outside + root},
       {"/mnt/data/up/a.json", outside + root},
       {"/mnt/data/broken.json", "refused: a symbolic link leads nowhere"},
+      {"/mnt/beside", outside + root},
       {"/mnt/loop/a", "refused: Too many levels of symbolic links"},
       {usbPath() + "json/root/data/a.json", outside + tree.path("usb").string()},
   };
