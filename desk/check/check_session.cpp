@@ -12,6 +12,7 @@
 #include "desk/check/appearance.h"
 #include "desk/check/causes.h"
 #include "desk/check/job_rules.h"
+#include "desk/check/mending.h"
 #include "desk/host/documents.h"
 #include "desk/job/job_file.h"
 #include "desk/job/rules.h"
@@ -21,6 +22,7 @@
 namespace desk::check {
 
 using model::JobFormat;
+using tinyxml2::XMLElement;
 
 namespace {
 
@@ -157,9 +159,31 @@ void CheckSession::checkJson() {
   }
   const JsonPositions text(source().bytes(), source().markSize());
   noteLeniencies(text);
-  if (panel_->jsonWatcher.read(root, text, report_.sources, report_.findings) == 0) {
-    checkJob(JobFormat::Json);
-  }
+  const auto checkAsRead = [&] {
+    if (panel_->jsonWatcher.read(root, text, report_.sources, report_.findings) == 0) {
+      checkJob(JobFormat::Json);
+    }
+  };
+  const std::size_t from = report_.findings.size();
+  checkAsRead();
+  checkMended(root, from, checkAsRead);
+}
+
+template <class Root>
+void CheckSession::checkMended(Root& root, std::size_t from, const std::function<void()>& check) {
+  const std::vector<Mend> mends = mend(root, report_.findings, from);
+  if (mends.empty()) return;
+  // Nothing of it reaches the readers that go on to the next file.
+  Findings told;
+  std::swap(told, report_.findings);
+  std::unique_ptr<Panel> panel = std::exchange(panel_, std::make_unique<Panel>());
+  const bool loads = loads_;
+  check();
+  checkMended(root, 0, check);
+  loads_ = loads;
+  panel_ = std::move(panel);
+  std::swap(told, report_.findings);
+  addMended(report_.findings, from, told, mends);
 }
 
 void CheckSession::checkXml() {
@@ -169,13 +193,20 @@ void CheckSession::checkXml() {
     reportFault(fault);
     return;
   }
-  const std::string thrown =
-      panel_->xmlWatcher.read(*document.RootElement(), report_.sources, report_.findings);
-  if (!thrown.empty()) return;
-  checkZeroReferences();
-  judgeXml();
-  checkJob(JobFormat::Xml);
-  checkOtherReader();
+  XMLElement& root = *document.RootElement();
+  bool isWhole = false;
+  const auto checkAsRead = [&] {
+    isWhole = panel_->xmlWatcher.read(root, report_.sources, report_.findings).empty();
+    if (isWhole) checkJob(JobFormat::Xml);
+  };
+  const std::size_t from = report_.findings.size();
+  checkAsRead();
+  if (isWhole) {
+    checkZeroReferences();
+    judgeXml();
+    checkOtherReader();
+  }
+  checkMended(root, from, checkAsRead);
 }
 
 void CheckSession::checkJob(JobFormat format) {

@@ -1,6 +1,7 @@
 // Checks files one after the other, each with fresh readers or all with the same.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -65,6 +66,11 @@ class CheckSession {
   void checkJson();
   void checkXml();
   void checkJob(model::JobFormat format);
+
+  /// Checks a document that has misspelt names again with these mended, until none is left.
+  /// @param from index of the document's first finding
+  template <class Root>
+  void checkMended(Root& root, std::size_t from, const std::function<void()>& check);
   void checkZeroReferences();
   void judgeXml();
   void checkOtherReader();

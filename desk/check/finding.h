@@ -40,6 +40,7 @@ struct Finding {
   std::string loses{};                  ///< the known key that the element lacks because of it
   std::vector<std::string> lacks{};     ///< the known keys whose absence it tells, but for carried
   Cause cause{};                        ///< in the same file, where that is known
+  bool isOnceMended = false;            ///< so only once a misspelt name is mended
   std::vector<Finding> consequences{};  ///< what would not be told without it
 };
 

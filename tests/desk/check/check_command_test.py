@@ -259,6 +259,21 @@ ODDITIES = [
      '2:20: error: "Barcode" is no key of a piece and is ignored; did you mean "BarCode"? [unknown-key]\n'
      '    piece 2 of bar 1 lacks 2 values and keeps those of piece 1 of bar 1 (line 1): BarCode "A", Length "9" '
      '[carried-over]\n2:36: error: "cut" must be an object, not the number 3: it is ignored [wrong-type]'),
+    ("mended.json", JOB % ('{"BarNumber": 1, "Pieces": [{"PieceNumber": 1, "Cut": {"Length": "x"},\n'
+                           '"works": [{"Nmae": "a"}]}]}'),
+     '1:45: error: "Pieces" is no key of a bar and is ignored; did you mean "piece"? What is in it is checked as if '
+     "it were [unknown-key]\n"
+     '1:75: error: "Cut" is no key of a piece and is ignored; did you mean "cut"? What is in it is checked as if it '
+     "were (once mended) [unknown-key]\n"
+     '    piece 1 of bar 1 has no "Length" (once mended) [not-a-number]\n'
+     '1:93: error: piece 1 of bar 1: "Length" is "x", no number: get_hole() raises "stod" (once mended) [raises]\n'
+     '2:1: error: "works" is no key of a piece and is ignored; did you mean "work"? What is in it is checked as if it '
+     "were (once mended) [unknown-key]\n"
+     '2:12: error: "Nmae" is no key of a work and is ignored; did you mean "Name"? (once mended) [unknown-key]'),
+    ("mended.xml", XML % ROW.replace("Piece>", "piece>\n") % ("", ""),
+     '1: error: "piece" is no element of a bar and is ignored; did you mean "Piece"? What is in it is checked as if it '
+     "were [unknown-key]\n"
+     '1: error: piece 1 of bar 1 has no "Length" (once mended) [not-a-number]'),
     ("around.xml", "loose" + XML.replace("Job>", 'Job xmlns="u" xsi:type="v">', 1) % "",
      '1: warning: the text "loose" outside of the root is not read [ignored-text]\n'
      "    a character that may not stand here is not well-formed XML; other tools refuse the file [lenient-xml]"),
