@@ -89,6 +89,20 @@ std::string escapeControls(std::string_view text) {
   return out;
 }
 
+std::string quoted(const std::string& value) {
+  constexpr std::size_t kLongestBytes = 60;
+  std::string text = escapeControls(value);
+  if (text.size() > kLongestBytes) {
+    std::size_t end = 0;
+    for (std::size_t next = 0; next <= kLongestBytes;) {
+      end = next;
+      next += utf8CharacterSize(text, next);
+    }
+    text = text.substr(0, end) + "…";
+  }
+  return "\"" + text + "\"";
+}
+
 std::string xmlText(std::string_view text) {
   const std::string valid = asUtf8(text);
   std::string clean;

@@ -25,6 +25,10 @@ std::string asUtf8(std::string_view text);
 /// no UTF-8 spelled out, as in "\n" or "\x1b". A backslash stays as it is.
 std::string escapeControls(std::string_view text);
 
+/// A value between quotation marks, fit for one line: what cannot be shown is spelled out, what is
+/// long is cut.
+std::string quoted(const std::string& value);
+
 /// `text` as UTF-8 that an XML document may hold and a line of text can show: control characters
 /// become blanks, everything else that has no place there U+FFFD. Escaping is left to the writer.
 std::string xmlText(std::string_view text);

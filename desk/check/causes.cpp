@@ -27,11 +27,16 @@ class Causes {
     for (std::size_t i = from; i < findings.size(); ++i) {
       const Finding& finding = findings[i];
       places_.emplace(std::make_pair(std::string_view(finding.rule), finding.place.at.line), i);
-      if (finding.rule == rules::kNotAnObject) add(finding.element, "", i);
+      if (finding.rule == rules::kNotAnObject) add(known_, finding.element, "", i);
+      if (finding.rule == rules::kMissingKey) {
+        for (const std::string& key : finding.lacks) add(missing_, finding.element, key, i);
+      }
       if (finding.loses.empty()) continue;
-      add(finding.element, finding.loses, i);
+      add(known_, finding.element, finding.loses, i);
       if (simplified(finding.loses) != "cut") continue;
-      for (const std::string& key : namesAt(Level::Cut, format)) add(finding.element, key, i);
+      for (const std::string& key : namesAt(Level::Cut, format)) {
+        add(known_, finding.element, key, i);
+      }
     }
   }
 
@@ -45,7 +50,12 @@ class Causes {
     const auto covers = [&](const std::string& key) {
       auto found = known_.find(missing(finding.element, key));
       if (found == known_.end()) found = known_.find(missing(finding.element, ""));
-      if (found == known_.end()) return false;
+      if (found == known_.end()) {
+        // A missing key is no cause of itself.
+        if (finding.rule == rules::kMissingKey) return false;
+        found = missing_.find(missing(finding.element, key));
+        if (found == missing_.end()) return false;
+      }
       if (first < 0) first = found->second;
       return true;
     };
@@ -56,11 +66,15 @@ class Causes {
   }
 
  private:
-  void add(const Element& element, const std::string& key, std::size_t index) {
-    known_.emplace(missing(element, key), static_cast<std::ptrdiff_t>(index));
+  using Indexes = std::map<Missing, std::ptrdiff_t>;
+
+  static void add(Indexes& indexes, const Element& element, const std::string& key,
+                  std::size_t index) {
+    indexes.emplace(missing(element, key), static_cast<std::ptrdiff_t>(index));
   }
 
-  std::map<Missing, std::ptrdiff_t> known_;
+  Indexes known_;    ///< of what tells why a value is missing
+  Indexes missing_;  ///< of what tells that it is
   std::map<std::pair<std::string_view, int>, std::size_t> places_;
 };
 

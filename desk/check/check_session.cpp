@@ -214,8 +214,8 @@ void CheckSession::checkJob(JobFormat format) {
   const LoadedJob job{this->job(format), file(), format};
   checkVersion(job, report_.findings);
   checkDuplicates(job, report_.findings);
-  checkNumbers(job, report_.findings);
-  checkLengths(job, report_.findings);
+  checkRaises(job, report_.findings);
+  checkMeasures(job, report_.findings);
 }
 
 void CheckSession::checkZeroReferences() {

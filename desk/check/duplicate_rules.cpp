@@ -2,6 +2,7 @@
 #include <string>
 #include <utility>
 
+#include "desk/base/text.h"
 #include "desk/check/job_rules.h"
 #include "desk/job/rules.h"
 

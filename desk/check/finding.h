@@ -46,11 +46,12 @@ struct Finding {
 
 using Findings = std::vector<Finding>;
 
+/// So many findings of a rule are told of a file. The message of the last one ends with words that
+/// say that there are more.
+constexpr std::size_t kMostOfRule = 20'000;
+constexpr char kMoreOfRule[] = " (more findings of this rule are not told)";
+
 /// Whether something raises because of the finding or of one of its consequences.
 bool makesRaise(const Finding& finding, Raises what);
-
-/// The value between quotation marks, fit for one line: what cannot be shown is spelled out, what
-/// is long is cut.
-std::string quoted(const std::string& value);
 
 }  // namespace desk::check

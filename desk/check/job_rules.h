@@ -26,10 +26,11 @@ void checkVersion(const LoadedJob& job, Findings& findings);
 /// Pieces that scripts cannot tell apart: by barcode, or by bar and piece number.
 void checkDuplicates(const LoadedJob& job, Findings& findings);
 
-/// Numbers that make a script command raise, and lengths and angles that are none.
-void checkNumbers(const LoadedJob& job, Findings& findings);
+/// Numbers that make a script command raise.
+void checkRaises(const LoadedJob& job, Findings& findings);
 
-/// Pieces that are longer than their bar.
-void checkLengths(const LoadedJob& job, Findings& findings);
+/// Measures that cannot be right. What is empty because it was never read, or raises, is told
+/// elsewhere.
+void checkMeasures(const LoadedJob& job, Findings& findings);
 
 }  // namespace desk::check

@@ -1,4 +1,5 @@
 #include "desk/check/json_value_text.h"
+#include "desk/base/text.h"
 
 #include <algorithm>
 #include <cstring>

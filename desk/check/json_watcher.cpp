@@ -27,6 +27,7 @@ int JsonWatcher::read(const Json::Value& root, const JsonPositions& text, const 
   start(sources, findings);
   text_ = &text;
   const int code = json_reading::Reading<JsonWatcher>(reader_, *this).data(root);
+  finish();
   if (code < 0 || reader_.data.Version != json_keys::kVersion) reportVersion(root, code);
   return code;
 }
@@ -131,26 +132,27 @@ void JsonWatcher::rightAngle135() {
 void JsonWatcher::ends(Level level, const Json::Value& element) {
   reportNoObject(element, level);
   reportStrangers(element, level);
-  std::vector<Stayed> stayed;
+  Absent absent;
   switch (level) {
     case Level::Header:
-      collectStayed(json_keys::kHeader, reader_.data, stayed);
+      collectAbsent(json_keys::kHeader, reader_.data, absent);
       break;
     case Level::Bar:
-      collectStayed(json_keys::kBar, reader_.curBar, stayed);
+      collectAbsent(json_keys::kBar, reader_.curBar, absent);
       break;
     case Level::Piece:
-      collectStayed(json_keys::kPiece, reader_.curPiece, stayed);
-      collectStayed(kLabelFields, reader_.curField, stayed);
-      collectStayed(json_keys::kCut, reader_.curCut, stayed);
+      collectAbsent(json_keys::kPiece, reader_.curPiece, absent);
+      collectAbsent(kLabelFields, reader_.curField, absent);
+      collectAbsent(json_keys::kCut, reader_.curCut, absent);
       break;
     case Level::Cut:  // what it lacks is told of its piece
       break;
     case Level::Work:
-      collectStayed(json_keys::kWork, reader_.curWork, stayed);
+      collectAbsent(json_keys::kWork, reader_.curWork, absent);
       break;
   }
-  reportStayed(stayed, placeOf(element));
+  if (absent.never != 0) missing_.add(level, absent.never, false, here(), placeOf(element));
+  reportStayed(absent.stayed, placeOf(element));
   keepTrace(level, placeOf(element));
 }
 

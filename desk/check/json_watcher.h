@@ -16,7 +16,8 @@ namespace desk::check {
 class JsonWatcher : public Watcher {
  public:
   /// @param reader a new one, which must outlive the watcher and is filled by it only
-  explicit JsonWatcher(JsonAnalysis& reader) : Watcher(reader.data), reader_(reader) {}
+  explicit JsonWatcher(JsonAnalysis& reader)
+      : Watcher(reader.data, model::JobFormat::Json), reader_(reader) {}
 
   /// Lets the reader read a document.
   /// @param root what the loader made of the last one of `sources`

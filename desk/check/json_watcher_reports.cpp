@@ -1,6 +1,7 @@
 // The sentences of the JSON watcher.
 #include <algorithm>
 
+#include "desk/base/text.h"
 #include "desk/check/json_value_text.h"
 #include "desk/check/json_watcher.h"
 #include "desk/job/rules.h"

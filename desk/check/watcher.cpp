@@ -13,6 +13,7 @@ void Watcher::start(const Sources& sources, Findings& findings) {
   sources_ = &sources;
   findings_ = &findings;
   told_.clear();
+  missing_.clear();
 }
 
 void Watcher::enter(Level level) {
@@ -60,7 +61,7 @@ Finding& Watcher::report(const char* rule, Severity severity, const Place& place
   Finding finding = found(rule, severity, place, message, key);
   const std::size_t number = ++told_[rule];
   if (number > kMostOfRule) return dropped_ = std::move(finding);
-  if (number == kMostOfRule) finding.message += " (more findings of this rule are not told)";
+  if (number == kMostOfRule) finding.message += kMoreOfRule;
   findings_->push_back(std::move(finding));
   return findings_->back();
 }

@@ -14,6 +14,7 @@
 #include "desk/base/numbers.h"
 #include "desk/check/advice.h"
 #include "desk/check/finding.h"
+#include "desk/check/missing_keys.h"
 #include "desk/job/source_text.h"
 #include "desk/job/traced_job.h"
 
@@ -31,10 +32,13 @@ class Watcher {
 
  protected:
   /// @param job the records of the reader, which must outlive the watcher
-  explicit Watcher(const DATA_T& job) : traced_(job) {}
+  Watcher(const DATA_T& job, model::JobFormat format) : traced_(job), missing_(format) {}
 
   /// Starts with the last one of `sources`. Both must outlive the read.
   void start(const Sources& sources, Findings& findings);
+
+  /// Reports what is told of the file as a whole, once it is read.
+  void finish() { missing_.report(*findings_); }
 
   /// Steps to the next element of a level. A cut stays with its piece.
   void enter(Level level);
@@ -79,9 +83,16 @@ class Watcher {
     Severity severity;
   };
 
+  /// What an element did not bring.
+  struct Absent {
+    std::vector<Stayed> stayed;  ///< values of elements before it
+    KeySet never = 0;            ///< keys that no element before it brought either
+    unsigned keyCount = 0;       ///< of the tables that were looked at
+  };
+
   /// Appends the values of a record that the current element did not bring, in the format's words.
   template <class Keys, class Record>
-  void collectStayed(const Keys& keys, const Record& record, std::vector<Stayed>& stayed);
+  void collectAbsent(const Keys& keys, const Record& record, Absent& absent);
 
   /// Reports them, one finding for each element that they come from.
   void reportStayed(const std::vector<Stayed>& stayed, const Place& place);
@@ -90,6 +101,7 @@ class Watcher {
   std::string placeText(const Place& place) const;
 
   TracedJob traced_;
+  MissingKeys missing_;
 
  private:
   void reportStayedOf(const std::vector<Stayed>& all, const Stayed& first, const Place& place);
@@ -109,8 +121,6 @@ class Watcher {
       traces_;
   Element here_;
   const Sources* sources_ = nullptr;
-  static constexpr std::size_t kMostOfRule = 20'000;
-
   Findings* findings_ = nullptr;
   std::map<const char*, std::size_t> told_;  ///< by rule, in the current file
   Finding dropped_;                          ///< room for one beyond those that are kept
@@ -126,14 +136,28 @@ inline OriginId originOf(const Trace<FIELD_T>& trace, const json_keys::LabelKey&
   return trace[static_cast<std::size_t>(&key - json_keys::kLabelFields)];
 }
 
+/// Whether an element that lacks a key leaves a value behind. Where the header lacks the version,
+/// no other rule is needed.
+template <class Record>
+bool leavesValue(const model::Key<Record>& key) {
+  const bool isVersion = std::string_view(key.spelling) == json_keys::kVersionKey.spelling;
+  return fieldOf(key) < std::size(FieldsOf<Record>::keys) && !isVersion;
+}
+
+inline bool leavesValue(const json_keys::LabelKey&) {
+  return true;
+}
+
 template <class Keys, class Record>
-void Watcher::collectStayed(const Keys& keys, const Record& record, std::vector<Stayed>& stayed) {
+void Watcher::collectAbsent(const Keys& keys, const Record& record, Absent& absent) {
   for (const auto& key : keys) {
+    const unsigned bit = absent.keyCount++;
     const OriginId id = originOf(trace<Record>(), key);
+    if (id == 0 && leavesValue(key)) absent.never |= KeySet{1} << bit;
     const Origin& origin = traced_.origins[id];
     if (id == 0 || (origin.place.file == file() && origin.element == here_)) continue;
-    stayed.push_back({{key.spelling, textOf(record, key), origin.place, origin.element},
-                      severityOf(FieldsOf<Record>::level, key.spelling)});
+    absent.stayed.push_back({{key.spelling, textOf(record, key), origin.place, origin.element},
+                             severityOf(FieldsOf<Record>::level, key.spelling)});
   }
 }
 

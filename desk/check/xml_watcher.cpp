@@ -16,8 +16,10 @@ std::string XmlWatcher::read(XMLElement& root, const Sources& sources, Findings&
   start(sources, findings);
   try {
     xml_reading::Reading<XmlWatcher>(reader_, *this).data(root);
+    finish();
     return {};
   } catch (const std::logic_error& error) {
+    finish();
     reportRaised(error.what());
     traced_.bars.resize(reader_.data.Bar.size());
     return error.what();
@@ -50,34 +52,34 @@ void XmlWatcher::takes(const XMLElement& child, const Key<Record>& key) {
 }
 
 void XmlWatcher::ends(Level level, const XMLElement& element) {
-  std::vector<Stayed> stayed;
+  Absent absent;
   switch (level) {
     case Level::Header:
-      collectStayed(xml_elements::kHeader, reader_.data, stayed);
+      collectAbsent(xml_elements::kHeader, reader_.data, absent);
       break;
     case Level::Bar:
-      collectStayed(xml_elements::kBar, reader_.curBar, stayed);
+      collectAbsent(xml_elements::kBar, reader_.curBar, absent);
       break;
     case Level::Piece:
       reportNeverStored(element);
-      collectStayed(xml_elements::kPiece, reader_.curPiece, stayed);
+      collectAbsent(xml_elements::kPiece, reader_.curPiece, absent);
       break;
     case Level::Cut:  // what it lacks is told of all cuts of a piece together
       reportRepeatedCut(element);
       break;
     case Level::Work:
-      collectStayed(xml_elements::kWork, reader_.curWork, stayed);
+      collectAbsent(xml_elements::kWork, reader_.curWork, absent);
       break;
   }
-  reportAbsent(element, stayed);
+  reportAbsent(level, element, absent);
   keepTrace(level, placeOf(element));
 }
 
 void XmlWatcher::cutsEnd(const XMLElement& piece) {
-  std::vector<Stayed> stayed;
-  collectStayed(xml_elements::kCut, reader_.curCut, stayed);
+  Absent absent;
+  collectAbsent(xml_elements::kCut, reader_.curCut, absent);
   const XMLElement* last = piece.LastChildElement(xml_elements::kCuts);
-  reportAbsent(last == nullptr ? piece : *last, stayed);
+  reportAbsent(Level::Cut, last == nullptr ? piece : *last, absent);
 }
 
 }  // namespace desk::check

@@ -20,7 +20,8 @@ class XmlWatcher : public Watcher {
   using XMLElement = tinyxml2::XMLElement;
 
   /// @param reader a new one, which must outlive the watcher and is filled by it only
-  explicit XmlWatcher(XmlAnalysis& reader) : Watcher(reader.data), reader_(reader) {}
+  explicit XmlWatcher(XmlAnalysis& reader)
+      : Watcher(reader.data, model::JobFormat::Xml), reader_(reader) {}
 
   /// Lets the reader read a document.
   /// @param root what the loader made of the last one of `sources`
@@ -52,8 +53,9 @@ class XmlWatcher : public Watcher {
   void reportValueContent(const XMLElement& value);
   void reportAttributes(const XMLElement& element);
   void reportNeverStored(const XMLElement& piece);
-  /// Reports what stayed: an empty element for itself, missing ones together.
-  void reportAbsent(const XMLElement& parent, const std::vector<Stayed>& stayed);
+  /// Reports what an element did not bring: an empty one for itself, missing ones together.
+  void reportAbsent(Level level, const XMLElement& parent, const Absent& absent);
+  void reportNever(Level level, const XMLElement& parent, KeySet keys);
 
   Place placeOf(const tinyxml2::XMLNode& node) const;
 

@@ -8,6 +8,7 @@
 #include "desk/base/text.h"
 #include "desk/check/job_rules.h"
 #include "desk/check/xml_watcher.h"
+#include "desk/job/measure.h"
 #include "desk/job/rules.h"
 #include "xml/xml_elements.h"
 
@@ -61,11 +62,15 @@ void XmlWatcher::reportRaised(const char* thrown) {
 }
 
 void XmlWatcher::reportNumber(const XMLElement& element, double number) {
-  double finite = 0.0;
-  bool whole = false;
-  const bool isFinite = numberOf(element.GetText(), finite, whole);
-  if (isFinite && whole) return;
-  report(rules::kNotANumber, isFinite ? Severity::Warning : Severity::Error, placeOf(element),
+  const Measure::Form form = measureOf(element.GetText()).form;
+  const bool isComma = form == Measure::Form::DecimalComma;
+  const bool isPoints = form == Measure::Form::Points;
+  // What is no number at all is told of the job as a whole.
+  if (!isComma && !isPoints && form != Measure::Form::Trailing) return;
+  report(isComma    ? rules::kDecimalComma
+         : isPoints ? rules::kThousandsPoint
+                    : rules::kNotANumber,
+         isComma || isPoints ? Severity::Error : Severity::Warning, placeOf(element),
          "\"" + std::string(element.Name()) + "\" is " + quoted(element.GetText()) +
              " and read as " + shortestText(number),
          element.Name());
@@ -187,9 +192,21 @@ void XmlWatcher::reportNeverStored(const XMLElement& piece) {
   }
 }
 
-void XmlWatcher::reportAbsent(const XMLElement& parent, const std::vector<Stayed>& stayed) {
+void XmlWatcher::reportNever(Level level, const XMLElement& parent, KeySet keys) {
+  KeySet empty = 0;
+  for (unsigned bit = 0; keys >> bit != 0; ++bit) {
+    if ((keys >> bit & 1) == 0) continue;
+    const char* const name = spellingOf(bit, level, model::JobFormat::Xml);
+    if (parent.FirstChildElement(name) != nullptr) empty |= KeySet{1} << bit;
+  }
+  missing_.add(level, empty, true, here(), placeOf(parent));
+  missing_.add(level, keys & ~empty, false, here(), placeOf(parent));
+}
+
+void XmlWatcher::reportAbsent(Level level, const XMLElement& parent, const Absent& absent) {
+  if (absent.never != 0) reportNever(level, parent, absent.never);
   std::vector<Stayed> missing;
-  for (const Stayed& one : stayed) {
+  for (const Stayed& one : absent.stayed) {
     const XMLElement* child = parent.FirstChildElement(one.value.key.c_str());
     if (child == nullptr) {
       missing.push_back(one);

@@ -39,11 +39,14 @@ Target targetOf(const Arguments& arguments) {
   return target;
 }
 
-std::vector<draw::BarPlace> layOutBars(const DATA_T& job, const job::Selection& selection) {
-  job::requireAny("draw", job, selection);
+std::vector<draw::BarPlace> layOutBars(const DATA_T& read, model::JobFormat format,
+                                       const job::Selection& selection) {
+  job::requireAny("draw", read, selection);
   std::vector<draw::BarPlace> bars;
-  for (const BAR_T& bar : job.Bar) {
-    if (selection.has(bar)) bars.push_back(draw::layOut(bar));
+  for (const BAR_T& bar : read.Bar) {
+    if (!selection.has(bar)) continue;
+    bars.push_back(job::layOut(bar));
+    judge(bars.back(), static_cast<int>(&bar - read.Bar.data()) + 1, format);
   }
   return bars;
 }
@@ -64,16 +67,21 @@ void write(const draw::JobPicture& picture, const Target& target) {
             target.isPng ? panel::pngOf(picture.svg, dotsPerInch(picture.height)) : picture.svg);
 }
 
-void printSummary(const std::vector<draw::BarPlace>& bars) {
+void printSummary(const std::vector<draw::BarPlace>& bars, const job::Oddities& header) {
   std::fputs(tableText(draw::summaryTable(bars), false, terminalOf(stdout)).c_str(), stdout);
   std::fputs("\n", stdout);
-  for (const draw::BarPlace& bar : bars) {
-    for (const std::string& remark : draw::remarkTexts(bar)) {
-      const std::string line = "bar " + bar.bar->BarNumber + ": " + remark;
-      std::printf("%s\n", escapeControls(line).c_str());
-    }
+  for (const std::string& line : draw::findingLines(bars, header)) {
+    std::printf("%s\n", escapeControls(line).c_str());
   }
   std::printf("%s\n", draw::totalText(bars).c_str());
+}
+
+/// The exit code; says on standard error what is left out, with a hint behind it.
+int answerFor(const std::vector<draw::BarPlace>& bars, const std::string& hint) {
+  const std::string leftOut = draw::leftOutText(bars);
+  if (leftOut.empty()) return kExitOk;
+  log("draw: " + leftOut + " left out of the picture" + hint);
+  return kExitFindings;
 }
 
 int run(const Arguments& arguments) {
@@ -82,14 +90,18 @@ int run(const Arguments& arguments) {
   std::optional<Progress> progress(std::in_place);
   progress->show("drawing " + escapeControls(job::shownName(file)));
   applyGlobalOptions(arguments, RootUse::Reading);
-  const DATA_T job = job::readJob(file, arguments.has("verbose") ? StdoutRedirect::To::StandardError
-                                                                 : StdoutRedirect::To::Nowhere);
-  const std::vector<draw::BarPlace> bars = layOutBars(job, {arguments.value("bar"), ""});
+  const DATA_T read =
+      job::readJob(file, arguments.has("verbose") ? StdoutRedirect::To::StandardError
+                                                  : StdoutRedirect::To::Nowhere);
+  const model::JobFormat format = job::formatOf(file);
+  const std::vector<draw::BarPlace> bars = layOutBars(read, format, {arguments.value("bar"), ""});
+  const std::string name = escapeControls(job::shownName(file));
   const std::string source = std::filesystem::path(job::shownName(file)).filename().string();
-  write(draw::drawJob({job.Name, source, job.Unit}, bars), target);
+  write(draw::drawJob({read.Name, source, read.Unit}, bars), target);
   progress.reset();
-  if (target.file != kStandardStream && !arguments.has("quiet")) printSummary(bars);
-  return kExitOk;
+  const bool isSilent = target.file == kStandardStream || arguments.has("quiet");
+  if (!isSilent) printSummary(bars, job::headerOddities(read, format));
+  return answerFor(bars, isSilent ? "; cusdesk check " + name + " tells which" : "");
 }
 
 }  // namespace

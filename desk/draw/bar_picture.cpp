@@ -112,6 +112,7 @@ void BarPicture::drawPiece(SvgCanvas& canvas, std::size_t index, double bottom) 
   for (const Point& corner : piece.outline) corners.push_back(onPaper(corner, bottom));
   canvas.polygon(corners, piece.fits ? "piece" : "over");
   for (const WorkPlace& work : piece.works) {
+    if (!work.isDrawn()) continue;
     marks_.draw(canvas, onPaper(work.at, bottom), work.work->Name);
   }
 }

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "desk/draw/bar_layout.h"
 #include "desk/draw/piece_label.h"
 #include "desk/draw/sheet.h"
 #include "desk/draw/svg_canvas.h"
 #include "desk/draw/work_marks.h"
+#include "desk/job/bar_layout.h"
 
 namespace desk::draw {
 

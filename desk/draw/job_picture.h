@@ -4,9 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "desk/draw/bar_layout.h"
+#include "desk/job/bar_layout.h"
 
 namespace desk::draw {
+
+using namespace job;
 
 /// What the drawing says above the bars.
 struct JobHeading {

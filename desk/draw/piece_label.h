@@ -4,9 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "desk/draw/bar_layout.h"
+#include "desk/job/bar_layout.h"
 
 namespace desk::draw {
+
+using namespace job;
 
 /// What stays free between the texts of neighbours, mm.
 constexpr double kBetweenLabels = 1.2;

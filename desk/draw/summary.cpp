@@ -1,6 +1,9 @@
 #include "desk/draw/summary.h"
 
-#include <algorithm>
+#include <map>
+#include <set>
+#include <tuple>
+#include <utility>
 
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
@@ -10,41 +13,36 @@ namespace desk::draw {
 
 namespace {
 
-/// So many pieces are named; the others are counted.
-constexpr std::size_t kNamed = 8;
-
-const char* wordsOf(Oddity oddity) {
-  switch (oddity) {
-    case Oddity::NoLength:
-      return "the bar has no length";
-    case Oddity::TooLong:
-      return "the pieces do not fit: they are too long by ";
-    case Oddity::NoPieces:
-      return "no pieces";
-    case Oddity::NoWidth:
-      return "no width (MaxY): drawn with a usual one";
-    case Oddity::NoPieceLength:
-      return "no length to cut, left out";
-    case Oddity::TrailingText:
-      return "a number is followed by something else";
-    case Oddity::NoAngle:
-      return "an end has no angle between 0 and 180, drawn square";
-    case Oddity::CrossingCuts:
-      return "too short for its angles, drawn square";
-    case Oddity::RightAngle135:
-      return "the right end stays 135; a JSON job would make it 45";
-    case Oddity::WorkOffPiece:
+/// What becomes of it in the picture, to be put behind what is odd.
+const char* wordsOf(Drawn drawn) {
+  switch (drawn) {
+    case Drawn::AsItIs:
       break;
+    case Drawn::LeftOut:
+      return "; left out";
+    case Drawn::Square:
+      return "; drawn square";
+    case Drawn::OfUsualWidth:
+      return "; drawn with a usual one";
+    case Drawn::WithoutEnds:
+      return "; drawn without its ends";
   }
-  return "works beside the piece, left out";
+  return "";
 }
 
-std::string piecesText(const BAR_T& bar, const std::vector<int>& places) {
-  std::string text = places.size() == 1 ? "piece " : "pieces ";
-  const std::size_t named = std::min(places.size(), kNamed);
-  for (std::size_t i = 0; i < named; ++i) text += (i > 0 ? ", " : "") + pieceName(bar, places[i]);
-  if (places.size() > named) text += " and " + std::to_string(places.size() - named) + " more";
-  return text;
+/// "piece 4, work 1"; empty for the bar itself.
+std::string nameIn(const BarPlace& bar, const Element& element) {
+  if (element.piece == 0) return "";
+  const std::string piece = "piece " + pieceName(*bar.bar, element.piece);
+  return element.work == 0 ? piece : piece + ", work " + std::to_string(element.work);
+}
+
+std::string textOf(const BarPlace& bar, const Oddity& oddity) {
+  return nameIn(bar, oddity.element) + oddity.text + wordsOf(oddity.drawn);
+}
+
+std::string lineOf(const std::string& name, const std::string& text, const Oddity& oddity) {
+  return std::string(nameOf(oddity.severity)) + ": " + name + text + " [" + oddity.rule + "]";
 }
 
 }  // namespace
@@ -68,13 +66,57 @@ std::string pieceName(const BAR_T& bar, int place) {
 
 std::vector<std::string> remarkTexts(const BarPlace& bar) {
   std::vector<std::string> texts;
-  for (const Oddness& oddness : bar.oddities) {
-    std::string text = wordsOf(oddness.oddity);
-    if (oddness.oddity == Oddity::TooLong) text += hundredthsText(-bar.leftOver());
-    if (!oddness.pieces.empty()) text.insert(0, piecesText(*bar.bar, oddness.pieces) + ": ");
-    texts.push_back(text);
+  if (bar.pieces.empty()) texts.emplace_back("no pieces");
+  std::map<std::string, std::size_t> counts;
+  for (const Oddity& oddity : bar.oddities) ++counts[oddity.rule];
+  for (const Oddity& oddity : bar.oddities) {
+    const std::size_t count = std::exchange(counts[oddity.rule], 0);
+    if (count == 0 || oddity.severity == Severity::Note) continue;
+    const std::string text = textOf(bar, oddity);
+    const bool isOfBar = oddity.element.piece == 0;
+    texts.push_back((isOfBar ? "the bar" : "") + text +
+                    (count == 1 ? "" : " (and " + std::to_string(count - 1) + " more)"));
   }
   return texts;
+}
+
+std::vector<std::string> findingLines(const std::vector<BarPlace>& bars, const Oddities& header) {
+  std::vector<std::string> lines;
+  for (const Oddity& oddity : header) lines.push_back(lineOf("the header", oddity.text, oddity));
+  std::map<std::string, std::pair<std::string, std::size_t>> notes;
+  for (const BarPlace& bar : bars) {
+    for (const Oddity& oddity : bar.oddities) {
+      const std::string comma = oddity.element.piece == 0 ? "" : ", ";
+      const std::string line =
+          lineOf("bar " + bar.bar->BarNumber + comma, textOf(bar, oddity), oddity);
+      if (oddity.severity != Severity::Note) {
+        lines.push_back(line);
+      } else {
+        ++notes.try_emplace(oddity.rule, line, 0).first->second.second;
+      }
+    }
+  }
+  for (const auto& [rule, note] : notes) {
+    const auto& [line, count] = note;
+    lines.push_back(count == 1 ? line : line + " and " + std::to_string(count - 1) + " more");
+  }
+  return lines;
+}
+
+std::string leftOutText(const std::vector<BarPlace>& bars) {
+  std::set<std::tuple<int, int, int>> pieces;
+  std::set<std::tuple<int, int, int>> works;
+  for (const BarPlace& bar : bars) {
+    for (const Oddity& oddity : bar.oddities) {
+      if (oddity.drawn != Drawn::LeftOut) continue;
+      const Element& element = oddity.element;
+      (element.work == 0 ? pieces : works).insert({element.bar, element.piece, element.work});
+    }
+  }
+  std::vector<std::string> texts;
+  if (!pieces.empty()) texts.push_back(countText(pieces.size(), "piece"));
+  if (!works.empty()) texts.push_back(countText(works.size(), "work"));
+  return joined(texts, " and ");
 }
 
 std::string totalText(const std::vector<BarPlace>& bars) {

@@ -5,9 +5,11 @@
 #include <vector>
 
 #include "desk/base/table.h"
-#include "desk/draw/bar_layout.h"
+#include "desk/job/bar_layout.h"
 
 namespace desk::draw {
+
+using namespace job;
 
 /// "5 pieces, 6000 of 6500 used, 500 left over (270), yield 92.3 %": in brackets what the job says.
 std::string summaryText(const BarPlace& bar);
@@ -15,8 +17,15 @@ std::string summaryText(const BarPlace& bar);
 /// What a piece is called: its number, else its place on the bar in brackets.
 std::string pieceName(const BAR_T& bar, int place);
 
-/// Whole sentences, one for each kind of oddity, with the pieces it is about.
+/// What is odd about a bar, for its picture: a line for each rule, notes left out.
 std::vector<std::string> remarkTexts(const BarPlace& bar);
+
+/// What is odd about the job, in the words and with the severity of a check: a line for each, notes
+/// of one rule together.
+std::vector<std::string> findingLines(const std::vector<BarPlace>& bars, const Oddities& header);
+
+/// What is not in the picture: "1 piece and 2 works"; empty when all is.
+std::string leftOutText(const std::vector<BarPlace>& bars);
 
 /// "7 bars, 46 pieces, yield 95.4 %"; bars whose pieces do not fit count for no yield.
 std::string totalText(const std::vector<BarPlace>& bars);

@@ -6,9 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "desk/draw/bar_layout.h"
+#include "desk/job/bar_layout.h"
 
 namespace desk::draw {
+
+using namespace job;  // what is drawn are places on the bars of a job
 
 /// One SVG document, built in painting order. Lengths are millimetres on paper, from the top left
 /// corner down. How an element looks is told by its class, which the style sheet describes. Texts

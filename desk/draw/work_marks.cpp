@@ -25,6 +25,7 @@ WorkMarks::WorkMarks(const std::vector<BarPlace>& bars) {
     for (const PiecePlace& piece : bar.pieces) {
       for (const WorkPlace& place : piece.works) {
         const std::string& name = place.work->Name;
+        if (!place.isDrawn()) continue;
         if (!signs_.emplace(name, signs_.size()).second) continue;
         if (signs_.size() <= kSigns) {
           names_.push_back(name);

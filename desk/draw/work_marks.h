@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "desk/draw/bar_layout.h"
 #include "desk/draw/svg_canvas.h"
+#include "desk/job/bar_layout.h"
 
 namespace desk::draw {
 

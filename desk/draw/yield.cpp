@@ -10,10 +10,7 @@
 namespace desk::draw {
 
 bool Yield::add(const BarPlace& bar) {
-  const auto tooLong = [](const Oddness& oddness) { return oddness.oddity == Oddity::TooLong; };
-  if (bar.length <= 0.0 || std::any_of(bar.oddities.begin(), bar.oddities.end(), tooLong)) {
-    return false;
-  }
+  if (bar.length <= 0.0 || !bar.fits()) return false;
   length += bar.length;
   used += bar.used;
   return true;

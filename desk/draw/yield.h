@@ -3,9 +3,11 @@
 
 #include <string>
 
-#include "desk/draw/bar_layout.h"
+#include "desk/job/bar_layout.h"
 
 namespace desk::draw {
+
+using namespace job;
 
 /// Sums up bars. Those whose pieces do not fit, or that have no length, count for nothing.
 struct Yield {

@@ -45,6 +45,12 @@ const std::vector<Rule>& allRules() {
       {rules::kNotAnObject, Severity::Error, "an array element without keys repeats the one before",
        "the element still counts, as one without any key: the piece before it is cut twice.",
        "leave the element out."},
+      {rules::kMissingKey, Severity::Warning, "an element lacks a value that none before it had",
+       "the field is empty, or 0, only on a panel that was just started. On any other it keeps the "
+       "value of the job before: its customer, its angle, its side. It is an error where the value "
+       "steers the machine: numbers, dimensions, barcodes, cuts and works.",
+       "write every key in every element, `\"\"` or 0 if nothing else. Lists that are missing "
+       "leave nothing behind: a piece without `work` has no works."},
       {rules::kCarriedOver, Severity::Warning, "a missing value is that of an earlier element",
        "readers never clear the element under construction. A piece without a cut is cut like the "
        "one before; a label shows the customer of another piece, or of yesterday's job. Empty "
@@ -100,6 +106,52 @@ const std::vector<Rule>& allRules() {
        "lengths and angles stay texts. Scripts that convert them with `tonumber` get nil; those of "
        "the module that convert read the number in front and drop the rest.",
        "plain decimal numbers, in the job's unit."},
+      {rules::kDecimalComma, Severity::Error, "a comma stands in the place of the decimal point",
+       "what reads the number ends at the comma: 65,5 becomes 65. `tonumber` gives nil.",
+       "write a point: 65.5."},
+      {rules::kThousandsPoint, Severity::Warning, "a point stands between thousands",
+       "1.200 is one and a fifth, and the piece is cut so short. Only lengths below 100 mm are "
+       "told that would be usual ones a thousand times as long. Two points end the number at the "
+       "second one, which is an error.",
+       "write 1200, without a separator."},
+      {rules::kLength, Severity::Error, "a length that no bar or piece has",
+       "a saw cannot be set to zero or less. What scripts make of it is theirs: nothing is cut, or "
+       "the cut goes where the last one was.",
+       "leave the piece out, or write its length from tip to tip."},
+      {rules::kAngle, Severity::Error,
+       "an angle that no cut has, or angles that the piece is too short for",
+       "an angle is the one inside the piece, between its lower edge and the cut: 90 is square, "
+       "and all lie between 0 and 180. Two cuts that meet within the profile leave no piece of "
+       "that length.",
+       "write 90 for a square end, and the length from tip to tip."},
+      {rules::kProfileSize, Severity::Error, "a width or a height that no profile has",
+       "`get_work`, `get_Dimensions`, `get_cut` and `get_hole` hand the size to the scripts, which "
+       "set tools and clamps by it.",
+       "write the width and the height of the profile in millimetres."},
+      {rules::kLeftOver, Severity::Warning, "more is said to be left over than can be",
+       "the label of the remnant says a length that it does not have. Less than the pieces leave "
+       "is no finding: saw blade and clamps take their share.",
+       "write what is left behind the last cut, 0 for nothing."},
+      {rules::kUnit, Severity::Error, "the unit of the job is not the millimetre",
+       "no reader converts a length: 10 inches are cut as 10 mm.",
+       "convert every length, and write `mm`."},
+      {rules::kSide, Severity::Warning, "a side that no profile has",
+       "a profile has four sides and two ends, which machines number from 0 or from 1. The work is "
+       "left out, or done on another side.",
+       "take the number from the machine's manual; it is a whole one."},
+      {rules::kWorkBesidePiece, Severity::Error, "a work lies left or right of its piece",
+       "the tool works on the neighbouring piece, on a clamp or in the air.",
+       "count `PositionX` from the piece's left tip, not from the bar's end."},
+      {rules::kWorkOutsideProfile, Severity::Warning,
+       "a work lies outside of the cross section of its profile",
+       "the tool works in the air, or runs into the table. Machines that do not count from the "
+       "lower edge may mean it: switch the rule off for them.",
+       "count `PositionY` and `PositionZ` from the lower edge, up to `MaxY` and `MaxZ`."},
+      {rules::kWorkInCorner, Severity::Note,
+       "a work lies in the corner that a slanted cut takes off",
+       "a hole in the corner is cut away, wholly or in part. Pins that lock a corner lie there by "
+       "design.",
+       "none is needed for pins; else move the work inwards."},
       {rules::kDuplicateBarCode, Severity::Warning, "several pieces bear one barcode",
        "`get_work` with the barcode gives the works of both pieces, all with the dimensions of the "
        "first one, and so does `get_Dimensions`.",
@@ -109,8 +161,9 @@ const std::vector<Rule>& allRules() {
        "for both.",
        "count the pieces within all bars of a number."},
       {rules::kDoesNotFit, Severity::Error, "the pieces are longer than their bar",
-       "the last piece comes out short. Kerfs, clamps and mitres need room of their own, which is "
-       "not counted here. A length below zero is told as well.",
+       "the last piece comes out short. Saw blade and clamps take room of their own, which is not "
+       "counted here. It is a warning where the pieces fit once neighbours with slanted ends share "
+       "their cut.",
        "plan the pieces anew."},
       {rules::kOtherJob, Severity::Warning, "an XML job's cuts show values of a JSON job",
        "there is one reader for each format, and `get_cut` asks the JSON reader for height, "

@@ -23,7 +23,7 @@ class CutList {
   CutList(const DATA_T& job, const std::string& source, const job::Selection& selection)
       : job_(job), source_(source), selection_(selection), page_(nullptr, true) {
     for (const BAR_T& bar : job.Bar) {
-      if (isListed(bar)) bars_.push_back(draw::layOut(bar));
+      if (isListed(bar)) bars_.push_back(job::layOut(bar));
     }
   }
 
@@ -37,7 +37,7 @@ class CutList {
     if (selection_.bar.empty() && selection_.barCode.empty()) addStock();
     open("table", "list");
     addColumns();
-    for (const draw::BarPlace& bar : bars_) addBar(bar);
+    for (const job::BarPlace& bar : bars_) addBar(bar);
     close(3);
     return page_.CStr();
   }
@@ -126,7 +126,7 @@ class CutList {
     close(2);
   }
 
-  void addBar(const draw::BarPlace& bar) {
+  void addBar(const job::BarPlace& bar) {
     open("tbody", "bar");
     open("tr", "title");
     open("th");
@@ -145,7 +145,7 @@ class CutList {
     close();
   }
 
-  static std::string stockText(const draw::BarPlace& bar) {
+  static std::string stockText(const job::BarPlace& bar) {
     std::string text = bar.length > 0.0 ? hundredthsText(bar.length) + " long" : "length not known";
     text += "  ·  " + countText(bar.pieces.size(), "piece");
     const bool fits = draw::yieldOf(bar).length > 0.0;
@@ -153,8 +153,8 @@ class CutList {
     return text + ", together " + hundredthsText(bar.used) + " long";
   }
 
-  void addPiece(const draw::BarPlace& bar, std::size_t index) {
-    const draw::PiecePlace& place = bar.pieces[index];
+  void addPiece(const job::BarPlace& bar, std::size_t index) {
+    const job::PiecePlace& place = bar.pieces[index];
     const PIECE_T& piece = *place.piece;
     open("tr");
     open("td", "tick");
@@ -168,7 +168,7 @@ class CutList {
     close();
   }
 
-  void addEnds(const draw::PiecePlace& place) {
+  void addEnds(const job::PiecePlace& place) {
     open("td", "ends");
     drawSketch(place, page_);
     page_.PushText(xmlText(place.piece->sxB + "° / " + place.piece->dxB + "°").c_str());
@@ -205,7 +205,7 @@ class CutList {
   const DATA_T& job_;
   const std::string& source_;
   const job::Selection& selection_;
-  std::vector<draw::BarPlace> bars_;
+  std::vector<job::BarPlace> bars_;
   tinyxml2::XMLPrinter page_;
 };
 

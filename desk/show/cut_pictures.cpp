@@ -45,11 +45,11 @@ std::string pathOf(const std::string& stripes, int module) {
 
 }  // namespace
 
-void drawSketch(const draw::PiecePlace& piece, tinyxml2::XMLPrinter& page) {
+void drawSketch(const job::PiecePlace& piece, tinyxml2::XMLPrinter& page) {
   open(page, kSketchWidth + 2, kSketchHeight + 2);
   std::string corners;
-  for (const draw::Point& point :
-       draw::outlineOf(1.0, kSketchWidth, kSketchHeight, piece.leftAngle, piece.rightAngle)) {
+  for (const job::Point& point :
+       job::outlineOf(1.0, kSketchWidth, kSketchHeight, piece.leftAngle, piece.rightAngle)) {
     corners += hundredthsText(point.x) + "," + hundredthsText(kSketchHeight + 1.0 - point.y) + " ";
   }
   page.OpenElement("polygon", true);

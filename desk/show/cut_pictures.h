@@ -5,12 +5,12 @@
 
 #include <string>
 
-#include "desk/draw/bar_layout.h"
+#include "desk/job/bar_layout.h"
 
 namespace desk::show {
 
 /// A piece from the side, which shows the way its ends lean. Length and width are not to scale.
-void drawSketch(const draw::PiecePlace& piece, tinyxml2::XMLPrinter& page);
+void drawSketch(const job::PiecePlace& piece, tinyxml2::XMLPrinter& page);
 
 /// A barcode in whole pixels, as scanners fail where stripes end between two; nothing for a text
 /// that Code 128 cannot hold, or not in the width of the list.

@@ -37,7 +37,7 @@ void JobSummary::add(const std::string& file, const DATA_T& job, const FindingCo
   counts.findings = findings;
   for (const BAR_T& bar : job.Bar) {
     const Material material{bar.DXF_Name, bar.BarName, bar.BarColor};
-    const draw::BarPlace place = draw::layOut(bar);
+    const job::BarPlace place = job::layOut(bar);
     const Counts one = countsOf(place);
     counts.add(one);
     material_[material].add(one);
@@ -57,7 +57,7 @@ void JobSummary::add(const std::string& file, const DATA_T& job, const FindingCo
   jobs_.push_back({file, job.Name, counts});
 }
 
-JobSummary::Counts JobSummary::countsOf(const draw::BarPlace& bar) const {
+JobSummary::Counts JobSummary::countsOf(const job::BarPlace& bar) const {
   Counts counts;
   counts.bars = 1;
   counts.withoutYield = counts.yield.add(bar) ? 0 : 1;

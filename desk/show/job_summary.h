@@ -70,7 +70,7 @@ class JobSummary {
   /// What tells stock apart: drawing and name of the profile, colour.
   using Material = std::tuple<std::string, std::string, std::string>;
 
-  Counts countsOf(const draw::BarPlace& bar) const;
+  Counts countsOf(const job::BarPlace& bar) const;
   Counts sum() const;
 
   double keepFrom_;

@@ -2,7 +2,7 @@
 
 #include "desk/base/json_document.h"
 #include "desk/base/text.h"
-#include "desk/draw/bar_layout.h"
+#include "desk/job/bar_layout.h"
 #include "desk/job/piece_text.h"
 
 namespace desk::show {
@@ -77,7 +77,7 @@ std::vector<PieceFact> piecesOf(const job::TracedJob& job, const job::Selection&
   for (std::size_t i = 0; i < job.job.Bar.size(); ++i) {
     const BAR_T& one = job.job.Bar[i];
     if (!selection.has(one)) continue;
-    const draw::BarPlace places = draw::layOut(one);
+    const job::BarPlace places = job::layOut(one);
     for (std::size_t k = 0; k < one.piece.size(); ++k) {
       if (!selection.has(one.piece[k])) continue;
       pieces.push_back({&one, &one.piece[k], static_cast<int>(k) + 1, places.pieces[k].start,

@@ -25,7 +25,8 @@ VALIDATOR = jsonschema.Draft7Validator(SCHEMA)
 
 # What check says of jobs as a whole, whatever the form of their values.
 OF_THE_JOB = {"angle-135", "never-stored", "duplicate-barcode", "duplicate-number", "does-not-fit",
-              "other-job"}
+              "other-job", "angle", "leftover", "work-beside-piece", "work-outside-profile",
+              "work-in-corner"}
 
 
 # What no bar, piece or work can have: level, key, values.
@@ -93,7 +94,7 @@ def changed_json_jobs(changes):
 
 
 SOUND_JSON = [(0, "Bar", []), (1, "piece", []), (2, "work", []), (0, "Name", ""),
-              (2, "Buyer", "买方 \"7\""), (1, "length", 2147483647), (2, "Over_status", -2147483648),
+              (2, "Buyer", "买方 \"7\""), (1, "BarType", 2147483647), (2, "Over_status", -2147483648),
               (4, "PositionX", 7), (4, "PositionZ", 0), (4, "ProfiLav", 2.0), (3, "Length", "0900.5"),
               (3, "sxB", "22.5"), (3, "dxB", "0.5"), (0, "Unit", "毫米"), (0, "Unit", ""),
               (0, "success", False), (0, "Bar", None),

@@ -2,6 +2,7 @@
 #include <stdexcept>
 
 #include "desk/base/numbers.h"
+#include "desk/base/text.h"
 #include "desk/check/job_rules.h"
 #include "desk/job/rules.h"
 
@@ -26,11 +27,10 @@ bool converts(const std::string& text, Convert convert) {
   }
 }
 
-/// Collects the findings about the numbers of one job.
-class NumberCheck {
+/// Collects what makes script commands raise that ask a JSON job.
+class RaiseCheck {
  public:
-  NumberCheck(const LoadedJob& job, Findings& findings)
-      : job_(job), isJson_(job.format == model::JobFormat::Json), findings_(findings) {}
+  RaiseCheck(const LoadedJob& job, Findings& findings) : job_(job), findings_(findings) {}
 
   void run() {
     Element here;
@@ -50,13 +50,8 @@ class NumberCheck {
     const NumberText number{"BarNumber", bar.BarNumber,
                             trace.keys[fieldOf<BAR_T>(&BAR_T::BarNumber)]};
     const auto toInt = [](const std::string& text) { (void)std::stoi(text); };
-    if (isJson_ && !bar.piece.empty() && !converts(bar.BarNumber, toInt)) {
+    if (!bar.piece.empty() && !converts(bar.BarNumber, toInt)) {
       raise(number, Raises::GetCut, trace.place, here);
-    }
-    // JSON bars hold integers or nothing.
-    if (isJson_) return;
-    for (const NumberText& text : {length(bar, trace), maxY(bar, trace), maxZ(bar, trace)}) {
-      if (!text.text.empty()) checkText(text, trace.place, here);
     }
   }
 
@@ -64,34 +59,18 @@ class NumberCheck {
                   const Element& here) {
     const PIECE_T& piece = bar.piece[static_cast<std::size_t>(here.piece - 1)];
     const NumberText cut{"Length", piece.Length, trace.cut[0]};
-    bool raises = false;
     for (const WORK_T& work : piece.work) {
-      if (!isJson_ || !holes_.insert(work.Name).second) continue;
-      raises |= checkHole(cut, trace.place, here);
+      if (!holes_.insert(work.Name).second) continue;
       const Element barElement{here.bar, 0, 0};
+      checkHole(cut, trace.place, here);
       checkHole(maxY(bar, barTrace), barTrace.place, barElement);
       checkHole(maxZ(bar, barTrace), barTrace.place, barElement);
     }
-    if (!raises) checkLength(cut, trace.place, here);
-    for (const NumberText& angle :
-         {NumberText{"sxB", piece.sxB, trace.cut[1]}, NumberText{"dxB", piece.dxB, trace.cut[2]}}) {
-      if (!angle.text.empty()) checkText(angle, trace.place, here);
-    }
   }
 
-  void checkLength(const NumberText& cut, const Place& element, const Element& here) {
-    double value = 0.0;
-    bool whole = false;
-    if (!numberOf(cut.text, value, whole) || value >= 0.0) return checkText(cut, element, here);
-    add(rules::kDoesNotFit, Severity::Error, cut,
-        describe(here) + " is " + shortestText(value) + " long", element, here);
-  }
-
-  bool checkHole(const NumberText& number, const Place& element, const Element& here) {
+  void checkHole(const NumberText& number, const Place& element, const Element& here) {
     const auto toDouble = [](const std::string& text) { (void)std::stod(text); };
-    if (converts(number.text, toDouble)) return false;
-    raise(number, Raises::GetHole, element, here);
-    return true;
+    if (!converts(number.text, toDouble)) raise(number, Raises::GetHole, element, here);
   }
 
   void raise(const NumberText& number, Raises raises, const Place& element, const Element& here) {
@@ -103,36 +82,17 @@ class NumberCheck {
                                         quoted(number.text) + ", " + refusalOf(number.text);
     const char* const what = raises == Raises::GetCut ? ": get_cut(\"\") raises \"stoi\""
                                                       : ": get_hole() raises \"stod\"";
-    add(rules::kRaises, Severity::Error, number, describe(here) + state + what, element, here);
-    findings_.back().raises = raises;
+    findings_.push_back({rules::kRaises,
+                         Severity::Error,
+                         placeOfValue(job_, number.value, element),
+                         describe(here) + state + what,
+                         here,
+                         number.key,
+                         {},
+                         raises});
     if (number.text.empty()) findings_.back().lacks.emplace_back(number.key);
   }
 
-  void checkText(const NumberText& number, const Place& element, const Element& here) {
-    const std::string key = std::string("\"") + number.key + "\"";
-    double value = 0.0;
-    bool whole = false;
-    const bool is = numberOf(number.text, value, whole);
-    if (is && whole) return;
-    const std::string what =
-        number.text.empty() ? " has no " + key
-        : is ? ": " + key + " is " + quoted(number.text) + "; some read " + shortestText(value) +
-                   ", tonumber gives nil"
-             : ": " + key + " is " + quoted(number.text) + ", " + refusalOf(number.text);
-    add(rules::kNotANumber, is ? Severity::Warning : Severity::Error, number, describe(here) + what,
-        element, here);
-    if (number.text.empty()) findings_.back().lacks.emplace_back(number.key);
-  }
-
-  void add(const char* rule, Severity severity, const NumberText& number,
-           const std::string& message, const Place& element, const Element& here) {
-    findings_.push_back(
-        {rule, severity, placeOfValue(job_, number.value, element), message, here, number.key, {}});
-  }
-
-  static NumberText length(const BAR_T& bar, const BarTrace& trace) {
-    return {"Length", bar.length, trace.keys[fieldOf<BAR_T>(&BAR_T::length)]};
-  }
   static NumberText maxY(const BAR_T& bar, const BarTrace& trace) {
     return {"MaxY", bar.MaxY, trace.keys[fieldOf<BAR_T>(&BAR_T::MaxY)]};
   }
@@ -141,7 +101,6 @@ class NumberCheck {
   }
 
   const LoadedJob& job_;
-  bool isJson_;
   Findings& findings_;
   std::set<std::string> holes_;  ///< the work names that get_hole has met
   std::set<std::pair<std::pair<int, int>, std::string>> raised_;
@@ -149,8 +108,8 @@ class NumberCheck {
 
 }  // namespace
 
-void checkNumbers(const LoadedJob& job, Findings& findings) {
-  NumberCheck(job, findings).run();
+void checkRaises(const LoadedJob& job, Findings& findings) {
+  if (job.format == model::JobFormat::Json) RaiseCheck(job, findings).run();
 }
 
 }  // namespace desk::check

@@ -1,5 +1,5 @@
 // Corners worked out by hand, on bars whose numbers make that easy.
-#include "desk/draw/bar_layout.h"
+#include "desk/job/bar_layout.h"
 
 #include <gmock/gmock.h>
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-using namespace desk::draw;
+using namespace desk::job;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -38,15 +38,6 @@ std::string textOf(const std::vector<Point>& outline) {
   for (const Point& point : outline) {
     text += (text.empty() ? "" : " ") + std::to_string(std::lround(point.x * 10)) + "," +
             std::to_string(std::lround(point.y * 10));
-  }
-  return text;
-}
-
-std::string remarksOf(const BarPlace& place) {
-  std::string text;
-  for (const Oddness& remark : place.oddities) {
-    text += (text.empty() ? "" : "; ") + std::to_string(static_cast<int>(remark.oddity)) + ":";
-    for (const int piece : remark.pieces) text += " " + std::to_string(piece);
   }
   return text;
 }
@@ -90,83 +81,77 @@ TEST(BarLayout, PiecesFollowOneAnotherAndLeaveTheRest) {
   EXPECT_EQ(place.pieces[1].piece, &bar.piece[1]);
   EXPECT_DOUBLE_EQ(place.used, 2000.5);
   EXPECT_DOUBLE_EQ(place.leftOver(), 4499.5);
-  EXPECT_EQ(remarksOf(place), std::to_string(static_cast<int>(Oddity::RightAngle135)) + ": 2");
 }
 
 TEST(BarLayout, WorksLieWhereTheirPieceLies) {
+  using Lies = WorkPlace::Lies;
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  const BAR_T bar = barOf("3000", "60",
-                          {{"1000", "90", "90", {{"a", 1, 0, 0, 5}}},
-                           {"1000",
-                            "90",
-                            "90",
-                            {{"in", 1, 250.5, 32.5, 5},
-                             {"end", 4, 1000, 60, 5},
-                             {"off", 1, 1000.5, 10, 5},
-                             {"above", 1, 10, 60.5, 5},
-                             {"before", 1, -1, 10, 5},
-                             {"nowhere", 1, nan, 10, 5}}}});
+  const struct {
+    double x, y;
+    Lies lies;
+  } kCases[] = {{250.5, 32.5, Lies::OnPiece},    {1000.1, 60.1, Lies::OnPiece},
+                {1000.2, 10, Lies::BesidePiece}, {-0.2, 10, Lies::BesidePiece},
+                {nan, 10, Lies::BesidePiece},    {10, 60.2, Lies::OffProfile},
+                {10, -0.2, Lies::OffProfile},    {29.8, 30, Lies::InLeftCorner},
+                {29.95, 30, Lies::OnPiece},      {970.05, 30, Lies::OnPiece},
+                {970.2, 30, Lies::InRightCorner}};
+  std::vector<WORK_T> works;
+  for (const auto& row : kCases) works.push_back({"w", 1, row.x, row.y, 5});
+  // The left cut takes off the upper corner, the right one the lower corner.
+  const BAR_T bar = barOf("3000", "60", {{"500", "90", "90"}, {"1000", "45", "135", works}});
   const BarPlace place = layOut(bar);
-  ASSERT_EQ(place.pieces[0].works.size(), 1U);
-  ASSERT_EQ(place.pieces[1].works.size(), 2U);
-  EXPECT_EQ(place.pieces[1].works[0].work, &bar.piece[1].work[0]);
-  EXPECT_EQ(textOf({place.pieces[1].works[0].at, place.pieces[1].works[1].at}),
-            "12505,325 20000,600");
-  EXPECT_EQ(remarksOf(place), std::to_string(static_cast<int>(Oddity::WorkOffPiece)) + ": 2");
+  ASSERT_EQ(place.pieces[1].works.size(), std::size(kCases));
+  for (std::size_t i = 0; i < std::size(kCases); ++i) {
+    EXPECT_EQ(place.pieces[1].works[i].lies, kCases[i].lies) << kCases[i].x << " " << kCases[i].y;
+  }
+  EXPECT_EQ(textOf({place.pieces[1].works[0].at}), "7505,325");
 }
 
-TEST(BarLayout, WhatIsOddIsRemarkedAndStillLaidOut) {
+TEST(BarLayout, WhatCannotBeIsStillLaidOut) {
   const struct {
     const char* length;
     const char* width;
     std::vector<PieceText> pieces;
-    std::vector<std::pair<Oddity, std::vector<int>>> remarks;
-    double used;
+    double used, shared;
     std::vector<bool> fits;
   } kCases[] = {
-      {"6500", "60", {}, {{Oddity::NoPieces, {}}}, 0, {}},
-      {"", "60", {{"500", "90", "90"}}, {{Oddity::NoLength, {}}}, 500, {true}},
-      {"-5",
-       "x",
-       {},
-       {{Oddity::NoLength, {}}, {Oddity::NoPieces, {}}, {Oddity::NoWidth, {}}},
-       0,
-       {}},
+      {"", "60", {{"500", "90", "90"}}, 500, 0, {true}},
+      {"-5", "x", {}, 0, 0, {}},
       {"1000",
        "60",
        {{"600", "90", "90"}, {"400", "90", "90"}, {"1", "90", "90"}},
-       {{Oddity::TooLong, {}}},
        1001,
+       0,
        {true, true, false}},
       {"1000",
        "60",
        {{"", "90", "90"}, {"long", "", ""}, {"1e9", "90", "90"}, {"500", "90", "90"}},
-       {{Oddity::NoPieceLength, {1, 2, 3}}},
        500,
+       0,
        {true, true, true, true}},
-      {"0.3",  // three tenths are a little more, as computers add
+      // three tenths are a little more, as computers add
+      {"0.3",
        "9",
        {{"0.1", "90", "90"}, {"0.1", "90", "90"}, {"0.1", "90", "90"}},
-       {},
        0.3,
+       0,
        {true, true, true}},
-      {"1000mm", "60", {{"500 mm", "45°", "90"}}, {{Oddity::TrailingText, {1}}}, 500, {true}},
-      {"1000",
+      // ends that run alongside share their cut, those that lean apart do not
+      {"2000",
        "60",
-       {{"300", "", "90"}, {"300", "180", "0"}, {"300", "-45", "left"}},
-       {{Oddity::NoAngle, {1, 2, 3}}},
-       900,
+       {{"900", "45", "135"}, {"900", "45", "45"}, {"100", "45", "90"}},
+       1900,
+       60,
        {true, true, true}},
-      {"1000", "60", {{"100", "45", "45"}}, {{Oddity::CrossingCuts, {1}}}, 100, {true}},
+      // too short for its angles, and thus square
+      {"1000", "60", {{"100", "45", "45"}, {"300", "180", "-45"}}, 400, 0, {true, true}},
   };
   for (const auto& row : kCases) {
     SCOPED_TRACE(row.length + std::string(" ") + std::to_string(row.used));
     const BAR_T bar = barOf(row.length, row.width, row.pieces);
     const BarPlace place = layOut(bar);
-    std::vector<std::pair<Oddity, std::vector<int>>> remarks;
-    for (const Oddness& remark : place.oddities) remarks.emplace_back(remark.oddity, remark.pieces);
-    EXPECT_EQ(remarks, row.remarks);
     EXPECT_DOUBLE_EQ(place.used, row.used);
+    EXPECT_NEAR(place.shared, row.shared, 1e-9);
     std::vector<bool> fits;
     for (const PiecePlace& piece : place.pieces) fits.push_back(piece.fits);
     EXPECT_EQ(fits, row.fits);

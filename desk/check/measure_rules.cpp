@@ -1,0 +1,124 @@
+// The measures of a job, each at the place where it stands in its file.
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "desk/check/job_rules.h"
+#include "desk/job/bar_layout.h"
+
+namespace desk::check {
+
+namespace {
+
+/// Makes findings of what is odd about the measures of one job.
+class MeasureCheck {
+ public:
+  MeasureCheck(const LoadedJob& job, Findings& findings) : job_(job), findings_(findings) {
+    for (const Finding& finding : findings) {
+      if (finding.raises != Raises::Nothing) raised_.insert(keyOf(finding.element, finding.key));
+    }
+  }
+
+  void run() {
+    const DATA_T& job = job_.traced.job;
+    add(headerOddities(job, job_.format));
+    int number = 0;
+    for (const BAR_T& bar : job.Bar) {
+      BarPlace place = layOut(bar);
+      judge(place, ++number, job_.format);
+      add(place.oddities);
+    }
+  }
+
+ private:
+  void add(const Oddities& found) {
+    std::vector<std::ptrdiff_t> indexes;  // of the findings made of them; -1 for none
+    for (const Oddity& oddity : found) {
+      indexes.push_back(-1);
+      const OriginId value = originOf(oddity);
+      if (isTold(oddity, value)) continue;
+      const std::size_t number = ++told_[oddity.rule];
+      if (number > kMostOfRule) continue;
+      Finding finding{oddity.rule,
+                      oddity.severity,
+                      placeOfValue(job_, value, placeOf(oddity.element)),
+                      describe(oddity.element) + oddity.text,
+                      oddity.element,
+                      oddity.key};
+      if (number == kMostOfRule) finding.message += kMoreOfRule;
+      const auto cause = oddity.cause < 0 ? -1 : indexes[static_cast<std::size_t>(oddity.cause)];
+      if (cause < 0) {
+        indexes.back() = static_cast<std::ptrdiff_t>(findings_.size());
+        findings_.push_back(std::move(finding));
+      } else {
+        putUnder(findings_[static_cast<std::size_t>(cause)], std::move(finding));
+      }
+    }
+  }
+
+  static void putUnder(Finding& cause, Finding finding) {
+    cause.severity = std::max(cause.severity, finding.severity);
+    cause.consequences.push_back(std::move(finding));
+  }
+
+  using ValueKey = std::tuple<int, int, int, std::string>;
+  static ValueKey keyOf(const Element& element, const std::string& key) {
+    return {element.bar, element.piece, element.work, key};
+  }
+
+  /// Whether a value raises and is a finding for that, or is no number as it was never read.
+  bool isTold(const Oddity& oddity, OriginId value) const {
+    const bool isNumber = std::string_view(oddity.rule) != rules::kNotANumber;
+    return (value == 0 && !isNumber) || raised_.count(keyOf(oddity.element, oddity.key)) != 0;
+  }
+
+  const BarTrace& barOf(const Element& element) const {
+    return job_.traced.bars[static_cast<std::size_t>(element.bar - 1)];
+  }
+  const PieceTrace& pieceOf(const Element& element) const {
+    return barOf(element).pieces[static_cast<std::size_t>(element.piece - 1)];
+  }
+  const WorkTrace& workOf(const Element& element) const {
+    return pieceOf(element).works[static_cast<std::size_t>(element.work - 1)];
+  }
+
+  OriginId originOf(const Oddity& oddity) const {
+    switch (oddity.level) {
+      case Level::Header:
+        return job_.traced.header[oddity.field];
+      case Level::Bar:
+        return barOf(oddity.element).keys[oddity.field];
+      case Level::Piece:
+        return pieceOf(oddity.element).keys[oddity.field];
+      case Level::Cut:
+        return pieceOf(oddity.element).cut[oddity.field];
+      case Level::Work:
+        break;
+    }
+    return workOf(oddity.element).keys[oddity.field];
+  }
+
+  const Place& placeOf(const Element& element) const {
+    if (element.bar == 0) return job_.traced.place;
+    if (element.piece == 0) return barOf(element).place;
+    return element.work == 0 ? pieceOf(element).place : workOf(element).place;
+  }
+
+  const LoadedJob& job_;
+  std::set<ValueKey> raised_;  ///< what makes a command raise
+  Findings& findings_;
+  std::map<const char*, std::size_t> told_;  ///< by rule
+};
+
+}  // namespace
+
+void checkMeasures(const LoadedJob& job, Findings& findings) {
+  MeasureCheck(job, findings).run();
+}
+
+}  // namespace desk::check

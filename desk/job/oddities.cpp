@@ -1,0 +1,330 @@
+#include "desk/job/oddities.h"
+
+#include <cmath>
+#include <utility>
+
+#include "desk/base/numbers.h"
+#include "desk/base/text.h"
+#include "desk/job/bar_layout.h"
+#include "desk/job/traced_job.h"
+#include "xml/xml_elements.h"
+
+namespace desk::job {
+
+namespace {
+
+using model::JobFormat;
+using model::TextForm;
+
+/// A field that is looked at, by its place in its record and its name in each format.
+struct Field {
+  Level level;
+  std::size_t index;
+  const char* keys[std::size(model::kJobFormats)];
+};
+
+template <class Record, std::size_t count, class Member>
+constexpr Field fieldNamedBy(const model::Key<Record> (&elements)[count], model::KeyKind kind,
+                             Member member) {
+  const model::Key<Record> wanted{nullptr, nullptr, kind, member};
+  const std::size_t index = fieldOf(wanted);
+  Field field{FieldsOf<Record>::level, index, {FieldsOf<Record>::keys[index].spelling, ""}};
+  for (const model::Key<Record>& element : elements) {
+    if (model::fillSameField(element, wanted)) field.keys[1] = element.spelling;
+  }
+  return field;
+}
+
+template <class Record, std::size_t count>
+constexpr Field textField(const model::Key<Record> (&elements)[count],
+                          std::string Record::*member) {
+  return fieldNamedBy(elements, model::KeyKind::Text, member);
+}
+
+constexpr Field numberField(double WORK_T::*member) {
+  return fieldNamedBy(xml_elements::kWork, model::KeyKind::Number, member);
+}
+
+constexpr Field kUnit = textField(xml_elements::kHeader, &DATA_T::Unit);
+constexpr Field kBarLength = textField(xml_elements::kBar, &BAR_T::length);
+constexpr Field kWidth = textField(xml_elements::kBar, &BAR_T::MaxY);
+constexpr Field kHeight = textField(xml_elements::kBar, &BAR_T::MaxZ);
+constexpr Field kLeftOver = textField(xml_elements::kBar, &BAR_T::BarLeftLength);
+constexpr Field kPieceLength = textField(xml_elements::kCut, &CUT_T::Length);
+constexpr Field kLeftAngle = textField(xml_elements::kCut, &CUT_T::sxB);
+constexpr Field kRightAngle = textField(xml_elements::kCut, &CUT_T::dxB);
+constexpr Field kSide = numberField(&WORK_T::ProfiLav);
+constexpr Field kX = numberField(&WORK_T::PositionX);
+constexpr Field kY = numberField(&WORK_T::PositionY);
+constexpr Field kZ = numberField(&WORK_T::PositionZ);
+
+/// Judges one bar.
+class Judge {
+ public:
+  Judge(const BarPlace& bar, int number, JobFormat format)
+      : bar_(bar), format_(static_cast<std::size_t>(format)), here_{number, 0, 0} {}
+
+  Oddities run() {
+    judgeBar();
+    for (const PiecePlace& piece : bar_.pieces) {
+      ++here_.piece;
+      judgePiece(piece);
+      for (const WORK_T& work : piece.piece->work) {
+        ++here_.work;
+        judgeWork(work, piece);
+      }
+      here_.work = 0;
+    }
+    return std::move(found_);
+  }
+
+ private:
+  Oddity& add(const char* rule, Severity severity, const Field& field, const std::string& text) {
+    found_.push_back({rule, severity, here_, field.level, field.index, field.keys[format_], text});
+    return found_.back();
+  }
+
+  /// ": "Length" is 0", or with quotation marks where it is more than a number.
+  std::string isText(const Field& field, const std::string& value) const {
+    const Measure measure = measureOf(value);
+    const bool isPlain = shortestText(measure.value) == value;
+    return isText(field) + (isPlain ? value : quoted(value));
+  }
+  std::string isText(const Field& field) const {
+    return ": \"" + std::string(field.keys[format_]) + "\" is ";
+  }
+
+  /// Judges a text that must be a number. Returns whether it can be taken for one.
+  bool judgeNumber(const Field& field, const std::string& text, Severity ifMissing, Drawn drawn) {
+    using Form = Measure::Form;
+    const Measure measure = measureOf(text);
+    const std::string read = "; some read " + shortestText(measure.value) + ", tonumber gives nil";
+    switch (measure.form) {
+      case Form::Plain:
+        return true;
+      case Form::Missing:
+        add(rules::kNotANumber, ifMissing, field,
+            " has no \"" + std::string(field.keys[format_]) + "\"")
+            .drawn = drawn;
+        return false;
+      case Form::NoNumber:
+        add(rules::kNotANumber, Severity::Error, field,
+            isText(field, text) + ", " + refusalOf(text))
+            .drawn = drawn;
+        return false;
+      case Form::Trailing:
+        add(rules::kNotANumber, Severity::Warning, field, isText(field, text) + read);
+        return true;
+      case Form::DecimalComma:
+        add(rules::kDecimalComma, Severity::Error, field, isText(field, text) + read);
+        return true;
+      case Form::Points:
+        add(rules::kThousandsPoint, Severity::Error, field, isText(field, text) + read);
+        break;
+    }
+    return true;
+  }
+
+  /// Judges a length or a size that is a number.
+  void judgeSize(const char* rule, const Field& field, const std::string& text,
+                 const std::string& because, Drawn drawn) {
+    const Measure measure = measureOf(text);
+    if (measure.isA(TextForm::Size)) return;
+    const bool isLong = measure.value > Measure::kLongest;
+    add(rule, Severity::Error, field,
+        isText(field, text) + (isLong ? ", more than any machine takes" : because))
+        .drawn = drawn;
+  }
+
+  void judgeThousands(const Field& field, const std::string& text, double longest) {
+    if (!looksLikeThousands(text, longest)) return;
+    add(rules::kThousandsPoint, Severity::Warning, field,
+        isText(field, text) + ", read as " + shortestText(measureOf(text).value) +
+            "; a point is no thousands separator");
+  }
+
+  void judgeBar() {
+    const BAR_T& bar = *bar_.bar;
+    if (judgeNumber(kBarLength, bar.length, Severity::Error, Drawn::WithoutEnds)) {
+      judgeSize(rules::kLength, kBarLength, bar.length, ", nothing to cut from",
+                Drawn::WithoutEnds);
+      judgeThousands(kBarLength, bar.length, kLongestBar);
+    }
+    if (judgeNumber(kWidth, bar.MaxY, Severity::Error, Drawn::OfUsualWidth)) {
+      judgeSize(rules::kProfileSize, kWidth, bar.MaxY, ", but a profile has a width",
+                Drawn::OfUsualWidth);
+    }
+    if (!bar.MaxZ.empty() && judgeNumber(kHeight, bar.MaxZ, Severity::Error, Drawn::AsItIs)) {
+      judgeSize(rules::kProfileSize, kHeight, bar.MaxZ, ", but a profile has a height",
+                Drawn::AsItIs);
+    }
+    judgeLeftOver(bar);
+    judgeTogether();
+  }
+
+  void judgeLeftOver(const BAR_T& bar) {
+    const Measure stated = measureOf(bar.BarLeftLength);
+    if (!stated.isNumber()) return;
+    const double rest = bar_.leftOver() + bar_.shared;
+    std::string but;
+    if (stated.value < 0.0) {
+      but = ", less than nothing";
+    } else if (bar_.length > 0.0 && stated.value > bar_.length) {
+      but = ", the bar " + shortestText(bar_.length) + " long";
+    } else if (bar_.length > 0.0 && rest >= 0.0 && stated.value >= rest + kLeftOverRounding) {
+      but = ", but the pieces leave " + hundredthsText(rest);
+    }
+    if (but.empty()) return;
+    add(rules::kLeftOver, Severity::Warning, kLeftOver, isText(kLeftOver, bar.BarLeftLength) + but);
+  }
+
+  bool isTooLong(const PiecePlace& piece) const {
+    return bar_.length > 0.0 && piece.length > bar_.length + kTolerance;
+  }
+
+  void judgeTogether() {
+    double sum = 0.0;
+    std::size_t count = 0;
+    for (const PiecePlace& piece : bar_.pieces) {
+      if (isTooLong(piece)) continue;
+      sum += piece.length;
+      ++count;
+    }
+    if (bar_.length == 0.0 || sum <= bar_.length + kTolerance) return;
+    const bool mayFit =
+        count == bar_.pieces.size() && sum - bar_.shared <= bar_.length + kTolerance;
+    add(rules::kDoesNotFit, mayFit ? Severity::Warning : Severity::Error, kBarLength,
+        ": its " + countText(count, "piece") + " are " + hundredthsText(sum) +
+            " long together, the bar " + shortestText(bar_.length) +
+            (mayFit ? "; they fit only where neighbours share a slanted cut" : ""));
+  }
+
+  void judgePiece(const PiecePlace& piece) {
+    const PIECE_T& record = *piece.piece;
+    misread_ = -1;
+    const std::size_t from = found_.size();
+    if (judgeNumber(kPieceLength, record.Length, Severity::Error, Drawn::LeftOut)) {
+      judgeSize(rules::kLength, kPieceLength, record.Length, ", nothing to cut", Drawn::LeftOut);
+      judgeThousands(kPieceLength, record.Length, bar_.length > 0.0 ? bar_.length : kLongestBar);
+      const bool isMisread = found_.size() > from && piece.length > 0.0;
+      if (isMisread) misread_ = static_cast<int>(from);
+    }
+    if (isTooLong(piece)) {
+      add(rules::kDoesNotFit, Severity::Error, kPieceLength,
+          isText(kPieceLength, record.Length) + ", the bar " + shortestText(bar_.length) + " long");
+    }
+    judgeAngle(kLeftAngle, record.sxB);
+    judgeAngle(kRightAngle, record.dxB);
+    if (measureOf(record.dxB).value == kRightAngle135) {
+      add(rules::kAngle135, Severity::Note, kRightAngle,
+          isText(kRightAngle, record.dxB) + " and stays so; \"135\" in a JSON job becomes \"45\"");
+    }
+    if (piece.tooShortBy > 0.0 && bar_.isWidthKnown) {
+      add(rules::kAngle, Severity::Error, kPieceLength,
+          isText(kPieceLength, record.Length) + ", but its angles take " +
+              hundredthsText(piece.length + piece.tooShortBy) + " at a width of " +
+              shortestText(bar_.width))
+          .drawn = Drawn::Square;
+      found_.back().cause = misread_;
+    }
+  }
+
+  void judgeAngle(const Field& field, const std::string& text) {
+    if (!judgeNumber(field, text, Severity::Warning, Drawn::Square)) return;
+    if (measureOf(text).isA(TextForm::Angle)) return;
+    add(rules::kAngle, Severity::Error, field,
+        isText(field, text) + ", not between 0 and 180 degrees")
+        .drawn = Drawn::Square;
+  }
+
+  void judgeWork(const WORK_T& work, const PiecePlace& piece) {
+    const std::string name = work.Name.empty() ? "" : " (" + quoted(work.Name) + ")";
+    const std::size_t from = found_.size();
+    judgeSide(work);
+    judgePlace(work, piece);
+    for (std::size_t i = from; i < found_.size(); ++i) found_[i].text.insert(0, name);
+  }
+
+  void judgeSide(const WORK_T& work) {
+    const model::Range sides = model::rangeOf(TextForm::Side);
+    if (sides.holds(work.ProfiLav) && work.ProfiLav == std::floor(work.ProfiLav)) return;
+    add(rules::kSide, Severity::Warning, kSide,
+        isText(kSide) + shortestText(work.ProfiLav) + "; sides are numbered from 0 or 1 to " +
+            shortestText(sides.most));
+  }
+
+  void judgePlace(const WORK_T& work, const PiecePlace& piece) {
+    const double height = measureOf(bar_.bar->MaxZ).value;
+    if (piece.length > 0.0) {
+      const std::size_t from = found_.size();
+      judgePosition(rules::kWorkBesidePiece, Severity::Error, kX, work.PositionX, piece.length,
+                    "the piece", "long");
+      if (found_.size() > from) found_.back().cause = misread_;
+    }
+    judgePosition(rules::kWorkOutsideProfile, Severity::Warning, kY, work.PositionY, bar_.width,
+                  "the profile", "wide");
+    judgePosition(rules::kWorkOutsideProfile, Severity::Warning, kZ, work.PositionZ,
+                  height > 0.0 ? height : Measure::kLongest, "the profile", "high");
+    if (!piece.works.empty() && bar_.isWidthKnown) {
+      judgeCorner(piece.works[static_cast<std::size_t>(here_.work - 1)], piece);
+    }
+  }
+
+  void judgePosition(const char* rule, Severity severity, const Field& field, double position,
+                     double size, const char* whole, const char* how) {
+    const Drawn drawn = field.index == kZ.index ? Drawn::AsItIs : Drawn::LeftOut;
+    const std::string is = isText(field) + shortestText(position);
+    if (!std::isfinite(position)) {
+      add(rules::kNotANumber, Severity::Error, field, is + ", no number").drawn = drawn;
+    } else if (position < -kRounding) {
+      add(rule, severity, field, is + ", and " + whole + " begins at 0").drawn = drawn;
+    } else if (position > size + kRounding) {
+      add(rule, severity, field, is + ", " + whole + " " + shortestText(size) + " " + how).drawn =
+          drawn;
+    }
+  }
+
+  void judgeCorner(const WorkPlace& work, const PiecePlace& piece) {
+    const bool isLeft = work.lies == WorkPlace::Lies::InLeftCorner;
+    if (!isLeft && work.lies != WorkPlace::Lies::InRightCorner) return;
+    const double x = work.work->PositionX;
+    const double angle = isLeft ? piece.leftAngle : piece.rightAngle;
+    const double off =
+        inwardsAt(work.work->PositionY, bar_.width, angle) - (isLeft ? x : piece.length - x);
+    add(rules::kWorkInCorner, Severity::Note, kX,
+        isText(kX) + shortestText(x) + ", " + hundredthsText(off) + " off the " +
+            (isLeft ? "left" : "right") + " cut of " + shortestText(angle) + " degrees at Y " +
+            shortestText(work.work->PositionY));
+  }
+
+  static constexpr double kLongestBar = 20000.0;    ///< of those that are in trade, mm
+  static constexpr double kLeftOverRounding = 1.0;  ///< mm
+  static constexpr double kRightAngle135 = 135.0;
+
+  const BarPlace& bar_;
+  std::size_t format_;
+  Element here_;
+  int misread_ = -1;  ///< the oddity of the piece's length, where it is another one than was meant
+  Oddities found_;
+};
+
+}  // namespace
+
+Oddities headerOddities(const DATA_T& job, JobFormat format) {
+  if (job.Unit.empty() || contains(model::kMillimetres, job.Unit)) return {};
+  const char* const key = kUnit.keys[static_cast<std::size_t>(format)];
+  return {{rules::kUnit,
+           Severity::Error,
+           {},
+           kUnit.level,
+           kUnit.index,
+           key,
+           ": \"" + std::string(key) + "\" is " + quoted(job.Unit) +
+               ", and every length is taken as millimetres"}};
+}
+
+void judge(BarPlace& bar, int number, JobFormat format) {
+  bar.oddities = Judge(bar, number, format).run();
+}
+
+}  // namespace desk::job
