@@ -22,8 +22,10 @@ constexpr char kVersion[] = "cusdesk " CUSDESK_VERSION "\n";
 std::string programHelp() {
   std::string text =
       "Examples:\n"
-      "  cusdesk run demo.lua                      run a script with the shipped example jobs\n"
-      "  cusdesk --root panel --usb stick run a.lua  run it with your own folders\n"
+      "  cusdesk export --examples .             demo.lua, window.json and more, to try things on\n"
+      "  cusdesk run demo.lua                    run a script as the panel would\n"
+      "  cusdesk check window.json               what the panel would miss in a job\n"
+      "  cusdesk show window.json                bars, yield, stock to fetch, leftovers\n"
       "\n"
       "Usage: cusdesk [OPTION...] COMMAND [OPTION...] [ARG...]\n"
       "\n"

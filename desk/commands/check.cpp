@@ -153,12 +153,12 @@ Command checkCommand() {
       "check",
       "[FILE...]",
       "tell what the panel's readers ignore, carry over or trip over in job files",
-      "  cusdesk check job.json                    what a freshly started panel would miss\n"
-      "  cusdesk check --sequence monday.json tuesday.json  what leaks from one into the next\n"
-      "  cusdesk check --watch job.json            again whenever it is saved\n"
-      "  cusdesk check jobs                        all *.json and *.xml below a folder\n"
-      "  cusdesk check --rule attribute=off --rule duplicate-barcode=error job.xml\n"
-      "  cusdesk check --explain carried-over      what it means and how to cure it\n"
+      "  cusdesk check window.json               what a freshly started panel would miss\n"
+      "  cusdesk check --sequence window.json recut.json  what leaks from one into the next\n"
+      "  cusdesk check --watch window.json       again whenever it is saved\n"
+      "  cusdesk check mnt                       all *.json and *.xml below a folder\n"
+      "  cusdesk check --rule attribute=off --rule duplicate-barcode=error window.xml\n"
+      "  cusdesk check --explain carried-over    what it means and how to cure it\n"
       "  cusdesk check --format sarif --fail-on error *.json > check.sarif  for a build server\n",
       {
           {"format", "FORMAT", "text (default), json, sarif or junit", '\0', namesOf(kFormats)},

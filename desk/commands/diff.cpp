@@ -42,8 +42,8 @@ Command diffCommand() {
       "diff",
       "OLD NEW",
       "tell what differs between two job files, piece by piece",
-      "  cusdesk diff monday.json tuesday.json     pieces added, gone, changed or moved\n"
-      "  cusdesk diff job.json job.xml             whether the machine gets the same of both\n",
+      "  cusdesk diff window.json recut.json     pieces added, gone, changed or moved\n"
+      "  cusdesk diff window.json window.xml     whether the machine gets the same of both\n",
       {
           {"format", "FORMAT", "text (default) or json", '\0', namesOf(kFormats)},
           {"all", nullptr, "name every piece, also of many that changed in the same way"},

@@ -57,8 +57,8 @@ Command doctorCommand() {
       "doctor",
       "PLUGIN",
       "say whether a plug-in will load on a controller, and why not",
-      "  cusdesk doctor libCustom_LuaParseModule.so              against the oldest controllers\n"
-      "  cusdesk doctor --against sysroot libCustom_LuaParseModule.so   against a target's "
+      "  cusdesk doctor libCustom_LuaParseModule.so  against the oldest controllers\n"
+      "  cusdesk doctor --against sysroot libCustom_LuaParseModule.so  against a target's "
       "libraries\n"
       "  cusdesk doctor --against sysroot --host sysroot/usr/bin/panel "
       "libCustom_LuaParseModule.so\n"

@@ -111,8 +111,8 @@ Command drawCommand() {
       "draw",
       "FILE",
       "draw the bars of a job file with their pieces, cuts and works",
-      "  cusdesk draw job.json -o job.svg          for a browser, which prints it on A4\n"
-      "  cusdesk draw job.xml -o bar7.png --bar 7  one bar, as a picture for a message\n",
+      "  cusdesk draw window.json -o job.svg     for a browser, which prints it on A4\n"
+      "  cusdesk draw window.xml -o bar7.png --bar 7  one bar, as a picture for a message\n",
       {
           {"output", "FILE", "where to draw: a .svg or .png file; '-' is SVG on standard output",
            'o'},

@@ -5,12 +5,18 @@
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
 #include "desk/base/files.h"
+#include "desk/base/shipped.h"
+#include "desk/base/text.h"
 #include "desk/commands/commands.h"
 #include "desk/editor/editor_files.h"
 
 namespace desk::commands {
 
 namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kExampleEndings[] = {".lua", ".json", ".xml"};
 
 struct Document {
   const char* name;
@@ -41,8 +47,31 @@ int writeEditorFiles(const std::string& folder) {
   return kExitOk;
 }
 
+/// Copies a file unless there is one of that name. Throws Error when that cannot be done.
+void copyFile(const fs::path& from, const fs::path& to) {
+  std::error_code reason;
+  fs::create_directories(to.parent_path(), reason);
+  fs::copy_file(from, to, fs::copy_options::skip_existing, reason);
+  if (reason) throw cannotWrite(to.string(), reason.message());
+}
+
+/// The shipped scripts and jobs, and the controller's file system in which scripts find the jobs.
+int writeExamples(const fs::path& folder) {
+  const fs::path shipped = shippedExamples();
+  for (const fs::path& file : fs::recursive_directory_iterator(shipped)) {
+    if (!contains(kExampleEndings, file.extension().string())) continue;
+    copyFile(file, folder / file.lexically_relative(shipped));
+    copyFile(file, folder / file.filename());
+    std::puts((folder / file.filename()).c_str());
+  }
+  return kExitOk;
+}
+
 int run(const Arguments& arguments) {
   const std::vector<std::string>& operands = arguments.operands;
+  if (arguments.has("examples") && operands.empty()) {
+    return writeExamples(arguments.value("examples"));
+  }
   if (arguments.has("into") && operands.empty()) return writeEditorFiles(arguments.value("into"));
   if (arguments.has("into") || operands.size() != 1) {
     throw Error(kExitUsage, "export: name one thing, or a folder with --into");
@@ -59,14 +88,16 @@ Command exportCommand() {
       "export",
       "[schema|xsd|stub|panel-stub|luacheckrc|completion|fish|man|tables]",
       "write out what editors and shells want to know",
-      "  cusdesk export --into .cusdesk            schema, XSD, Lua stubs and luacheck settings\n"
+      "  cusdesk export --examples .             demo.lua, window.json and more, to try things on\n"
+      "  cusdesk export --into .cusdesk          schema, XSD, Lua stubs and luacheck settings\n"
       "  cusdesk export schema > cutting-job.schema.json  one of them\n"
-      "  source <(cusdesk export completion)       commands and options by Tab, in bash and zsh\n"
-      "  cusdesk export fish | source              the same in fish\n"
-      "  cusdesk export man > cusdesk.1            the manual page\n"
-      "  cusdesk export tables > tables.md         the tables of the manual, in Markdown\n",
+      "  source <(cusdesk export completion)     commands and options by Tab, in bash and zsh\n"
+      "  cusdesk export fish | source            the same in fish\n"
+      "  cusdesk export man > cusdesk.1          the manual page\n"
+      "  cusdesk export tables > tables.md       the tables of the manual, in Markdown\n",
       {
           {"into", "DIR", "write all files for editors into this folder"},
+          {"examples", "DIR", "copy the shipped scripts and jobs into this folder"},
       },
       run,
   };

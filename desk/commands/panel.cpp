@@ -75,7 +75,9 @@ panel::PictureOrder pictureOrderOf(const Arguments& arguments) {
   panel::PictureOrder order;
   order.svg = arguments.value("svg");
   order.png = arguments.value("png");
-  order.page = static_cast<int>(number(arguments, "page", 1, 1, USHRT_MAX));
+  if (arguments.has("page")) {
+    order.page = static_cast<int>(number(arguments, "page", 1, 1, USHRT_MAX));
+  }
   order.step = number(arguments, "clock", order.step, 0, UINT_MAX);
   if (!arguments.has("click")) return order;
   tagPOINT point{};
@@ -117,9 +119,9 @@ Command panelCommand() {
       "panel",
       "",
       "show the table part, in a browser or as a picture",
-      "  cusdesk panel                             the shipped job's cut list in the browser\n"
-      "  cusdesk panel --job mine.json             that of your own job; follows changes on disk\n"
-      "  cusdesk panel --script mine.lua           your own script (see docs/panel.md)\n"
+      "  cusdesk panel                           the shipped job's cut list in the browser\n"
+      "  cusdesk panel --job window.json         that of your own job; follows changes on disk\n"
+      "  cusdesk panel --script panel.lua        your own script (see docs/panel.md)\n"
       "  cusdesk panel --svg cuts.svg --page 2 --click 400,200  a picture, without a browser\n",
       {
           {"script", "FILE", "the script that drives the table (default: the examples' panel.lua)"},

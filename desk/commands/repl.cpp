@@ -99,10 +99,10 @@ Command replCommand() {
       "repl",
       "[SCRIPT [ARG...]]",
       "try Lua line by line, with the module loaded as 'job'",
-      "  cusdesk repl                              with the jobs that ship with cusdesk\n"
-      "  cusdesk repl --job mine.json              with a job of yours loaded\n"
-      "  cusdesk repl a.lua                        run a script first, then look at its globals\n"
-      "  echo 'job.get_cut(\"1\")' | cusdesk repl --job mine.json  ask once\n",
+      "  cusdesk repl                            with the jobs that ship with cusdesk\n"
+      "  cusdesk repl --job window.json          with a job of yours loaded\n"
+      "  cusdesk repl demo.lua                   run a script first, then look at its globals\n"
+      "  echo 'job.get_cut(\"1\")' | cusdesk repl --job window.json  ask once\n",
       {
           jobOption(),
           faultOption(),

@@ -38,8 +38,11 @@ Command runCommand() {
       "run",
       "SCRIPT [ARG...]",
       "run a script as the panel would",
-      "  cusdesk run demo.lua                      with the jobs that ship with cusdesk\n"
-      "  cusdesk --root panel --usb stick run a.lua  with your own folders\n",
+      "  cusdesk run demo.lua                    with the jobs that ship with cusdesk\n"
+      "  cusdesk run --job window.json demo.lua  with a job from anywhere, loaded first\n"
+      "  cusdesk run -q demo.lua > rows.txt      without the plug-in's own lines\n"
+      "  cusdesk run --fault no-usb demo.lua     on a day without a USB disk\n"
+      "  cusdesk run --root . --usb mnt/usb demo.lua  with your own folders\n",
       {
           jobOption(),
           faultOption(),

@@ -176,13 +176,14 @@ Command showCommand() {
       "show",
       "FILE... [bars|pieces|works|cuts|holes|labels|dimensions]",
       "sum up job files, or show the rows that scripts get for one",
-      "  cusdesk show job.json                     bars, yield, stock to fetch, leftovers\n"
-      "  cusdesk show job.json cuts                one row per piece, as get_cut(\"\") answers\n"
-      "  cusdesk show job.json pieces --barcode DEMO-0101  where a piece is, and what is done to "
+      "  cusdesk show window.json                bars, yield, stock to fetch, leftovers\n"
+      "  cusdesk show window.json cuts           one row per piece, as get_cut(\"\") answers\n"
+      "  cusdesk show window.json pieces --barcode DEMO-0101  where a piece is, and what is done "
+      "to "
       "it\n"
-      "  cusdesk show job.json --where works --barcode DEMO-0101  with the line of each value\n"
-      "  cusdesk show job.xml labels --format csv  for a spreadsheet\n"
-      "  cusdesk show job.json cuts --format html > list.html  a cut list to print, with "
+      "  cusdesk show window.json --where works --barcode DEMO-0101  with the line of each value\n"
+      "  cusdesk show window.xml labels --format csv  for a spreadsheet\n"
+      "  cusdesk show window.json cuts --format html > list.html  a cut list to print, with "
       "barcodes\n",
       {
           {"barcode", "CODE", "only what is about pieces with this barcode"},

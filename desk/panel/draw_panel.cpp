@@ -1,4 +1,6 @@
 // The panel as a picture in a file.
+#include <cstdlib>
+
 #include "desk/base/errors.h"
 #include "desk/base/files.h"
 #include "desk/host/tick_clock.h"
@@ -23,6 +25,13 @@ class StepClock {
   unsigned long long now_ = 0;
 };
 
+void requirePage(const Page& reached, int wanted) {
+  if (reached.current == wanted) return;
+  throw Error(kExitIoError, "there is no page " + std::to_string(wanted) + ": " +
+                                std::to_string(reached.current) + " of " +
+                                std::to_string(reached.count) + " is the last one reached");
+}
+
 /// Takes the steps. @return whether the script met no error
 bool take(Panel& panel, const PictureOrder& order) {
   StepClock clock(order.step);
@@ -35,12 +44,11 @@ bool take(Panel& panel, const PictureOrder& order) {
     panel.cycle();
     fine = fine && !panel.view().failed;
   };
-  for (int page = 1; fine && page < order.page; ++page) step([&] { panel.turn(Turn::Down); });
-  const Page reached = panel.view().page;
-  if (fine && reached.current != order.page) {
-    throw Error(kExitIoError, "there is no page " + std::to_string(order.page) + ": " +
-                                  std::to_string(reached.current) + " of " +
-                                  std::to_string(reached.count) + " is the last one reached");
+  if (order.page) {
+    const int steps = *order.page - panel.view().page.current;
+    const Turn direction = steps < 0 ? Turn::Up : Turn::Down;
+    for (int i = 0; fine && i < std::abs(steps); ++i) step([&] { panel.turn(direction); });
+    if (fine) requirePage(panel.view().page, *order.page);
   }
   if (fine && order.click) step([&] { panel.click(*order.click); });
   return fine;

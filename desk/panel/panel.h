@@ -82,9 +82,9 @@ struct PanelSetup {
 
 /// A picture after a few steps of the operator.
 struct PictureOrder {
-  std::string svg;  ///< the file, "-" for standard output; empty: none
-  std::string png;  ///< the file; empty: none
-  int page = 1;     ///< reached with the page key
+  std::string svg;          ///< the file, "-" for standard output; empty: none
+  std::string png;          ///< the file; empty: none
+  std::optional<int> page;  ///< reached with the page keys; none: where the script is
   std::optional<tagPOINT> click;
   unsigned long long step = 100;  ///< milliseconds from one step to the next
 };

@@ -4,6 +4,8 @@ Usage: command_line_test.py CUSDESK
 """
 
 import os
+import pathlib
+import re
 import subprocess
 import unittest
 
@@ -98,6 +100,29 @@ class CommandLine(Folder):
             told = answer.stderr[:len(said) + 9] + "\n" if said.endswith("[") else answer.stderr
             self.assertEqual((answer.returncode, answer.stdout, told),
                              (code, "", f"cusdesk: {said}\n"), line)
+
+    def test_every_example_of_the_help_runs_as_typed(self):
+        self.run_here("export", "--examples", ".", code=0)
+        (self.folder / "bin").mkdir()
+        (self.folder / "bin/cusdesk").symlink_to(CUSDESK)
+        plugin = pathlib.Path(CUSDESK).parent / "libCustom_LuaParseModule.so"
+        for copy in ("old.so", plugin.name, "sysroot/usr/bin/panel"):
+            self.write(copy, plugin.read_bytes() if plugin.exists() else b"")
+        helps = [run("--help").stdout]
+        helps += [run(command, "--help").stdout for command in re.findall(r"^  (\w+) +\w", helps[0].split(
+            "\nCommands:\n")[1].split("\n\n")[0], re.M)]
+        examples = re.findall(r"^  (\S.*?)(?:   *[^|>].*)?$", "".join(
+            text.split("\nUsage: ")[0] for text in helps), re.M)
+        self.assertGreater(len(examples), 35)
+        for example in examples:
+            if "fish" in example or "--watch" in example or ("doctor" in example and not plugin.exists()):
+                continue
+            line = example + " --svg -" * example.startswith("cusdesk panel") * ("svg" not in example)
+            done = subprocess.run(["bash", "-c", line], cwd=self.folder, stdin=subprocess.DEVNULL,
+                                  capture_output=True, encoding="utf-8", check=False, timeout=120,
+                                  env={**os.environ, "PATH": f"{self.folder}/bin:{os.environ['PATH']}"})
+            reports = any(command in line for command in ("check", "diff", "doctor"))
+            self.assertIn(done.returncode, (0, 1) if reports else (0,), line + "\n" + done.stderr)
 
     def test_help_opens_with_examples(self):
         for words in (["--help"], ["help"], ["run", "-h"], ["--help", "run"], ["help", "run"]):

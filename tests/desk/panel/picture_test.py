@@ -48,6 +48,12 @@ class Steps(Panel):
         self.assertIn("#ffd24d", selected, "a click is not throttled")
         self.assertEqual(texts(selected), texts(second), "the redraw shows the rows set before")
 
+    def test_a_picture_is_of_the_page_where_the_script_is_or_that_is_asked_for(self):
+        text = ("panel.grid(2, 1) panel.rows{{1}, {2}, {3}, {4}, {5}, {6}} panel.update() "
+                "panel.page('down') panel.update()")
+        for words, cells in [((), ["3", "4"]), (("--page", "1"), ["1", "2"]), (("--page", "3"), ["5", "6"])]:
+            self.assertEqual(texts(self.script(text, *words).stdout), cells, words)
+
     def test_png_needs_the_converter(self):
         self.panel("--png", "table.png", code=0)
         self.assertEqual((self.folder / "table.png").read_bytes()[:8], b"\x89PNG\r\n\x1a\n")
