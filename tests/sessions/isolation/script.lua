@@ -2,11 +2,11 @@
 -- and the disk is read or written. Were a canary read, which is a job that loads, its mark would show.
 local root, server = os.getenv("JOB_ROOT"), os.getenv("JOB_SERVER")
 assert(os.execute([[
-  set -e; canary=$PWD/web/canary.json; cd "$JOB_ROOT"; cp $canary .; cp $canary ..; mkdir ../outside
-  cp $canary ../outside; cd mnt/data/CustomFileDir; cp $canary .; cd JsonFile; mkfifo pipe.json
+  set -e; canary="$PWD/web/canary.json"; cd "$JOB_ROOT"; cp "$canary" .; cp "$canary" ..
+  mkdir ../outside; cp "$canary" ../outside; cd mnt/data/CustomFileDir; cp "$canary" .; cd JsonFile
   ln -s "$JOB_ROOT/../outside/canary.json" link_out.json; ln -s "$JOB_ROOT/../outside" linked
-  ln -s ../new link_nowhere.json; ln -s /dev/zero link_device.json
-  cp $canary large.json; truncate -s 67108865 large.json]]))
+  ln -s ../new link_nowhere.json; ln -s /dev/zero link_device.json; mkfifo pipe.json
+  cp "$canary" large.json; truncate -s 67108865 large.json]]))
 
 --- Every name below the root and beside it, and what the files hold.
 local function everything()
