@@ -61,7 +61,9 @@ const Command& find(const std::string& name) {
 }
 
 int show(const std::string& text) {
-  std::fputs(text.c_str(), stdout);
+  const Terminal terminal = terminalOf(stdout);
+  std::fputs(terminal.isTerminal ? foldedToColumns(text, terminal.columns).c_str() : text.c_str(),
+             stdout);
   return kExitOk;
 }
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <sstream>
 #include <string_view>
 
 #include "desk/base/text.h"
@@ -97,6 +98,54 @@ std::string truncatedToColumns(const std::string& text, std::size_t columns) {
     if (used > columns - 1) break;
   }
   return text.substr(0, end) + "…";
+}
+
+namespace {
+
+/// Appends the words of `words` to `text`, whose last line fills `at` columns; further lines begin
+/// with `indent` blanks.
+void appendFolded(std::string& text, const std::string& words, std::size_t at, std::size_t indent,
+                  std::size_t columns) {
+  std::istringstream rest(words);
+  bool isFirst = true;
+  for (std::string word; rest >> word; isFirst = false) {
+    const std::size_t width = displayWidth(word) + (isFirst ? 0 : 1);
+    if (!isFirst && at + width > columns) {
+      text += "\n" + std::string(indent, ' ') + word;
+      at = indent + width - 1;
+    } else {
+      text += (isFirst ? "" : " ") + word;
+      at += width;
+    }
+  }
+}
+
+std::string foldedLine(const std::string& line, std::size_t columns) {
+  constexpr std::size_t kIndent = 6;
+  const std::size_t start = line.find_first_not_of(' ');
+  if (displayWidth(line) <= columns || start == std::string::npos) return line;
+  const std::size_t gap = line.find("  ", start);
+  const std::size_t second = gap == std::string::npos ? gap : line.find_first_not_of(' ', gap);
+  std::string text(start, ' ');
+  if (second == std::string::npos || second > columns / 2) {
+    appendFolded(text, line.substr(start, gap - start), start, start + kIndent, columns);
+    if (second == std::string::npos) return text;
+    text += "\n" + std::string(kIndent, ' ');
+    appendFolded(text, line.substr(second), kIndent, kIndent, columns);
+    return text;
+  }
+  text = line.substr(0, second);
+  appendFolded(text, line.substr(second), second, second, columns);
+  return text;
+}
+
+}  // namespace
+
+std::string foldedToColumns(const std::string& text, std::size_t columns) {
+  std::string folded;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) folded += foldedLine(line, columns) + "\n";
+  return folded;
 }
 
 std::string padded(const std::string& text, std::size_t columns, bool toRight) {

@@ -45,6 +45,11 @@ std::size_t displayWidth(std::string_view text);
 /// `text` when it fits into `columns`, else its beginning and an ellipsis.
 std::string truncatedToColumns(const std::string& text, std::size_t columns);
 
+/// `text` with lines of at most `columns`, folded at blanks. What stands in a second column, behind
+/// two blanks, goes on below itself, or on lines of its own where that column is too far right.
+/// A longer word stays whole.
+std::string foldedToColumns(const std::string& text, std::size_t columns);
+
 /// `text` with blanks behind it, or in front of it, that fill it up to `columns`.
 std::string padded(const std::string& text, std::size_t columns, bool toRight = false);
 

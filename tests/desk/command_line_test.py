@@ -131,6 +131,13 @@ class CommandLine(Folder):
             self.assertTrue(answer.stdout.startswith("Examples:\n  cusdesk "), answer.stdout)
         self.assertRegex(run("--version").stdout, r"^cusdesk \d+\.\d+\.\d+\n$")
 
+    def test_help_is_folded_at_words_to_the_width_of_the_terminal(self):
+        whole = self.run_here("run", "--help").stdout
+        narrow = self.on_terminal("run", "--help", columns=60)
+        self.assertLessEqual(max(map(len, narrow.splitlines())), 60)
+        self.assertEqual(narrow.split(), whole.split())
+        self.assertIn("\n  cusdesk run demo.lua\n      with the jobs that ship with cusdesk\n", narrow)
+
     def test_full_disk_is_not_success(self):
         for words, script in ([["--help"], ""], [["run", "-"], "print(1)"],
                               [["run", "-"], "print(1) os.exit(0)"]):
