@@ -1,8 +1,10 @@
 #include "desk/check/reports.h"
 
 #include <algorithm>
+
 #include <map>
 #include <utility>
+#include "desk/base/text.h"
 
 namespace desk::check {
 
@@ -50,6 +52,27 @@ std::size_t countOf(const Report& report, Severity severity) {
   const auto& all = report.findings;
   return static_cast<std::size_t>(std::count_if(
       all.begin(), all.end(), [&](const Finding& one) { return one.severity == severity; }));
+}
+
+std::string countsText(const Report& report) {
+  return countText(countOf(report, Severity::Error), "error") + ", " +
+         countText(countOf(report, Severity::Warning), "warning") + ", " +
+         countText(countOf(report, Severity::Note), "note");
+}
+
+std::string verdictText(const Report& report) {
+  constexpr std::size_t kMost = 3;
+  std::string text = countsText(report);
+  std::size_t told = 0;
+  for (const Severity severity : {Severity::Error, Severity::Warning}) {
+    for (const Finding& one : report.findings) {
+      if (one.severity != severity || told == kMost) continue;
+      ++told;
+      text += "\n" + escapeControls(fileOf(report, one.place)) + ":" + positionText(one.place.at) +
+              ": " + nameOf(severity) + ": " + one.message;
+    }
+  }
+  return told == 0 ? "" : text;
 }
 
 }  // namespace desk::check

@@ -116,10 +116,7 @@ class TextReport {
       text_ += "no findings in " + countText(report_.sources.size(), "file") + "\n";
       return;
     }
-    text_ += countText(countOf(report_, Severity::Error), "error") + ", " +
-             countText(countOf(report_, Severity::Warning), "warning") + ", " +
-             countText(countOf(report_, Severity::Note), "note") + " in " +
-             countText(files.size(), "file") + "\n";
+    text_ += countsText(report_) + " in " + countText(files.size(), "file") + "\n";
   }
 
   const Report& report_;

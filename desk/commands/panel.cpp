@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "desk/base/errors.h"
+#include "desk/base/files.h"
 #include "desk/base/shipped.h"
 #include "desk/commands/commands.h"
 #include "desk/commands/script_inputs.h"
@@ -109,7 +110,9 @@ int run(const Arguments& arguments) {
   }
   refuseAny(arguments, {"page", "click", "clock"}, "is for a picture: name it with --svg or --png");
   const auto port = static_cast<int>(number(arguments, "port", 0, 0, USHRT_MAX));
-  return panel::servePanel(setupOf(arguments), port, !arguments.has("no-open"));
+  panel::PanelSetup setup = setupOf(arguments);
+  setup.facts.isChecked = setup.facts.jobFile != kStandardStream;  // which can be read once only
+  return panel::servePanel(setup, port, !arguments.has("no-open"));
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ const char* sourceName(OutputSource source) {
 bool sameView(const View& a, const View& b) {
   return a.picture == b.picture && a.page.current == b.page.current &&
          a.page.count == b.page.count && a.rows == b.rows && a.selected == b.selected &&
-         a.failed == b.failed && a.jobFault == b.jobFault;
+         a.failed == b.failed && a.jobFault == b.jobFault && a.findings == b.findings;
 }
 
 Json::Value toJson(const PanelFacts& facts, const View& view) {
@@ -45,6 +45,7 @@ Json::Value toJson(const PanelFacts& facts, const View& view) {
   json["selected"] = view.selected ? Json::Value(*view.selected) : Json::Value();
   json["failed"] = view.failed;
   json["jobFault"] = view.jobFault;
+  json["findings"] = view.findings;
   return json;
 }
 

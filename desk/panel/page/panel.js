@@ -28,6 +28,8 @@ function showView() {
   $("down").disabled = view.rows === 0 || view.page >= view.pages;
   $("job-fault").textContent = view.jobFault;
   $("job-fault").hidden = view.jobFault === "";
+  $("findings").textContent = view.findings;
+  $("findings").hidden = view.findings === "";
   if (view.failed) setState("The script failed", "failed");
   else if (view.jobFault !== "") setState("Job not loaded", "failed");
   else setState("Live", "live");

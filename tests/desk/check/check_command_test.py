@@ -240,7 +240,8 @@ ODDITIES = [
      '1:2: error: "Version" is ignored because it is there again (line 2) [duplicate-key]\n'
      '2:1: error: "Version" is ignored because it is there again (line 3) [duplicate-key]'),
     ("pie.xml", XML % "<Bar><BarNumber>1</BarNumber><Piece><CtrsZ>1</CtrsZ><Extra_Pie>h</Extra_Pie>"
-     "<holing_type>h</holing_type></Piece></Bar>", '1: error: piece 1 of bar 1 has no "Length" [not-a-number]'),
+     "<holing_type>h</holing_type><Cut><Length>x</Length></Cut></Piece></Bar>",
+     '1: error: piece 1 of bar 1: "Length" is "x", no number [not-a-number]'),
     ("zero.xml", XML % "<Name>a&#x0;b<!-- &#0; --><![CDATA[&#0;]]></Name>",
      "1:35: warning: a text ends at this reference, and what follows in it is not read [zero-byte]\n"
      "    a reference to a character that XML does not have is not well-formed XML; other tools refuse the file "
@@ -270,15 +271,14 @@ ODDITIES = [
      "it were [unknown-key]\n"
      '1:75: error: "Cut" is no key of a piece and is ignored; did you mean "cut"? What is in it is checked as if it '
      "were (once mended) [unknown-key]\n"
-     '    piece 1 of bar 1 has no "Length" (once mended) [not-a-number]\n'
      '1:93: error: piece 1 of bar 1: "Length" is "x", no number: get_hole() raises "stod" (once mended) [raises]\n'
      '2:1: error: "works" is no key of a piece and is ignored; did you mean "work"? What is in it is checked as if it '
      "were (once mended) [unknown-key]\n"
      '2:12: error: "Nmae" is no key of a work and is ignored; did you mean "Name"? (once mended) [unknown-key]'),
-    ("mended.xml", XML % ROW.replace("Piece>", "piece>\n") % ("", ""),
+    ("mended.xml", XML % ROW.replace("Piece>", "piece>\n") % ("", "<Cut><Length>x</Length></Cut>"),
      '1: error: "piece" is no element of a bar and is ignored; did you mean "Piece"? What is in it is checked as if it '
      "were [unknown-key]\n"
-     '1: error: piece 1 of bar 1 has no "Length" (once mended) [not-a-number]'),
+     '2: error: piece 1 of bar 1: "Length" is "x", no number (once mended) [not-a-number]'),
     ("around.xml", "loose" + XML.replace("Job>", 'Job xmlns="u" xsi:type="v">', 1) % "",
      '1: warning: the text "loose" outside of the root is not read [ignored-text]\n'
      "    a character that may not stand here is not well-formed XML; other tools refuse the file [lenient-xml]"),
