@@ -38,7 +38,8 @@ struct tagPARTINFO {
 ///
 /// The first argument of every slot but `create` is the handle that `create` returned. Each slot
 /// answers false for a null handle and else whether the part accepted the call. The runtime owns
-/// the handle and gives it back to `destroy` exactly once.
+/// the handle and gives it back to `destroy` exactly once. It empties the structure before it unloads
+/// the plug-in: the slots would call code that is gone.
 struct tagPARTCALLBACKS {
   std::function<void*()> create;
   std::function<bool(void* part)> destroy;
