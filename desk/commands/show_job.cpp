@@ -82,8 +82,9 @@ int showPieces(const Arguments& arguments) {
 int printCutList(const Arguments& arguments) {
   const std::string& file = arguments.operands.front();
   const CheckedJob job(file);
-  const std::string source = std::filesystem::path(file).filename().string();
-  std::fputs(show::cutListHtml(job.traced().job, source, selectionOf(arguments, job)).c_str(),
+  const std::string source = std::filesystem::path(job::shownName(file)).filename().string();
+  std::fputs(show::cutListHtml(job.traced().job, job.format(), source, selectionOf(arguments, job))
+                 .c_str(),
              stdout);
   return kExitOk;
 }

@@ -9,7 +9,7 @@
 #include "desk/draw/summary.h"
 #include "desk/draw/svg_canvas.h"
 #include "desk/draw/work_marks.h"
-#include "desk/draw/yield.h"
+#include "desk/job/yield.h"
 
 namespace desk::draw {
 

@@ -7,7 +7,7 @@
 
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
-#include "desk/draw/yield.h"
+#include "desk/job/yield.h"
 
 namespace desk::draw {
 

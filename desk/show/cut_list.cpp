@@ -9,7 +9,7 @@
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
 #include "desk/draw/summary.h"
-#include "desk/draw/yield.h"
+#include "desk/job/yield.h"
 #include "desk/show/cut_list.css.h"
 #include "desk/show/cut_pictures.h"
 #include "desk/show/job_summary.h"
@@ -20,10 +20,13 @@ namespace {
 
 class CutList {
  public:
-  CutList(const DATA_T& job, const std::string& source, const job::Selection& selection)
+  CutList(const DATA_T& job, model::JobFormat format, const std::string& source,
+          const job::Selection& selection)
       : job_(job), source_(source), selection_(selection), page_(nullptr, true) {
     for (const BAR_T& bar : job.Bar) {
-      if (isListed(bar)) bars_.push_back(job::layOut(bar));
+      if (!isListed(bar)) continue;
+      bars_.push_back(job::layOut(bar));
+      judge(bars_.back(), static_cast<int>(&bar - job.Bar.data()) + 1, format);
     }
   }
 
@@ -138,6 +141,7 @@ class CutList {
     }
     add("span", joined(facts, "  ·  "), "name");
     add("span", stockText(bar), "sum");
+    for (const std::string& remark : draw::remarkTexts(bar)) add("span", remark, "remark");
     close(2);
     for (std::size_t i = 0; i < bar.pieces.size(); ++i) {
       if (selection_.has(*bar.pieces[i].piece)) addPiece(bar, i);
@@ -148,8 +152,8 @@ class CutList {
   static std::string stockText(const job::BarPlace& bar) {
     std::string text = bar.length > 0.0 ? hundredthsText(bar.length) + " long" : "length not known";
     text += "  ·  " + countText(bar.pieces.size(), "piece");
-    const bool fits = draw::yieldOf(bar).length > 0.0;
-    if (fits) return text + "  ·  " + hundredthsText(draw::certainLeftOver(bar)) + " left over";
+    const bool fits = job::yieldOf(bar).length > 0.0;
+    if (fits) return text + "  ·  " + hundredthsText(job::certainLeftOver(bar)) + " left over";
     return text + ", together " + hundredthsText(bar.used) + " long";
   }
 
@@ -211,9 +215,9 @@ class CutList {
 
 }  // namespace
 
-std::string cutListHtml(const DATA_T& job, const std::string& source,
+std::string cutListHtml(const DATA_T& job, model::JobFormat format, const std::string& source,
                         const job::Selection& selection) {
-  return CutList(job, source, selection).write() + std::string("\n");
+  return CutList(job, format, source, selection).write() + std::string("\n");
 }
 
 }  // namespace desk::show

@@ -4,13 +4,14 @@
 #include <string>
 
 #include "desk/job/selection.h"
+#include "model/job_format.h"
 #include "model/job_records.h"
 
 namespace desk::show {
 
 /// An HTML document that needs nothing beside itself and prints on A4, bar by bar.
 /// @param source what the job's file is called
-std::string cutListHtml(const DATA_T& job, const std::string& source,
+std::string cutListHtml(const DATA_T& job, model::JobFormat format, const std::string& source,
                         const job::Selection& selection);
 
 }  // namespace desk::show

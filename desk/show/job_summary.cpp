@@ -14,7 +14,7 @@ Cell lengthCell(double length) {
   return length > 0.0 ? numberCell(length) : Cell{};
 }
 
-Cell yieldCell(const draw::Yield& yield) {
+Cell yieldCell(const job::Yield& yield) {
   return {yield.text(), yield.length > 0.0, yield.percent()};
 }
 
@@ -63,7 +63,7 @@ JobSummary::Counts JobSummary::countsOf(const job::BarPlace& bar) const {
   counts.withoutYield = counts.yield.add(bar) ? 0 : 1;
   counts.pieces = bar.pieces.size();
   for (const PIECE_T& piece : bar.bar->piece) counts.works += piece.work.size();
-  const double left = draw::certainLeftOver(bar);
+  const double left = job::certainLeftOver(bar);
   if (left >= keepFrom_) counts.kept = left;
   return counts;
 }

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "desk/base/table.h"
-#include "desk/draw/yield.h"
+#include "desk/job/yield.h"
 #include "model/job_records.h"
 
 namespace desk::show {
@@ -55,7 +55,7 @@ class JobSummary {
     std::size_t withoutYield = 0;  ///< of the bars
     std::size_t pieces = 0;
     std::size_t works = 0;
-    draw::Yield yield;
+    job::Yield yield;
     double kept = 0.0;
     FindingCounts findings;
 

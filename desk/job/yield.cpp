@@ -1,4 +1,4 @@
-#include "desk/draw/yield.h"
+#include "desk/job/yield.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,7 +7,7 @@
 
 #include "desk/base/numbers.h"
 
-namespace desk::draw {
+namespace desk::job {
 
 bool Yield::add(const BarPlace& bar) {
   if (bar.length <= 0.0 || !bar.fits()) return false;
@@ -56,4 +56,4 @@ double certainLeftOver(const BarPlace& bar) {
   return isStated ? std::min(left, stated) : left;
 }
 
-}  // namespace desk::draw
+}  // namespace desk::job

@@ -5,9 +5,7 @@
 
 #include "desk/job/bar_layout.h"
 
-namespace desk::draw {
-
-using namespace job;
+namespace desk::job {
 
 /// Sums up bars. Those whose pieces do not fit, or that have no length, count for nothing.
 struct Yield {
@@ -34,4 +32,4 @@ std::string statedLeftOver(const BarPlace& bar);
 /// that is less, as it knows the saw's kerf. 0 for a bar that counts for no yield.
 double certainLeftOver(const BarPlace& bar);
 
-}  // namespace desk::draw
+}  // namespace desk::job
