@@ -16,15 +16,17 @@ unsigned short checkCount(lua_State* L, int argument) {
   return static_cast<unsigned short>(count);
 }
 
-/// The first `count` texts of the list on top of the stack; "" for nil and for anything but a list.
+/// At most the first `count` texts of the list on top of the stack, up to the last that is not nil;
+/// "" for nil in between, and no text for anything but a list.
 std::vector<std::string> texts(lua_State* L, std::size_t count) {
-  std::vector<std::string> list(lua_istable(L, -1) ? count : 0);
-  lua_Integer position = 0;
-  for (std::string& text : list) {
-    if (lua_geti(L, -1, ++position) != LUA_TNIL) {  // list, value
+  std::vector<std::string> list;
+  if (!lua_istable(L, -1)) return list;
+  for (std::size_t position = 1; position <= count; ++position) {
+    if (lua_geti(L, -1, static_cast<lua_Integer>(position)) != LUA_TNIL) {  // list, value
       std::size_t size = 0;
       const char* bytes = luaL_tolstring(L, -1, &size);  // list, value, text
-      text.assign(bytes, size);
+      list.resize(position);
+      list.back().assign(bytes, size);
       lua_pop(L, 1);
     }
     lua_pop(L, 1);
