@@ -15,6 +15,7 @@
 #   make peers    the same jobs with what scripts would use instead: other Lua libraries
 #   make cost     instructions, memory and code size on PCs and both ARMs, as one table
 #   make growth   what the commands do with documents of many shapes grows with their size, memory too
+#   make robustness   the figures of docs/robustness.md anew
 #   make lint     clang-tidy over everything
 #   make subjects the form of commit subjects
 #   make format   format the sources
@@ -22,7 +23,7 @@
 #
 # JOBS is how many processes build and test side by side; default: one for each processor.
 .PHONY: run test build sanitize clang arm armhf arm64 sdk userlands packages fuzz threads soak \
-        coverage bench peers cost growth lint subjects format browser setup setup-arm clean
+        coverage bench peers cost growth robustness lint subjects format browser setup setup-arm clean
 
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 60
@@ -100,6 +101,15 @@ cost: build armhf arm64
 
 growth: setup-arm build
 	python3 bench/growth.py build/cusdesk build/bin/libcount_instructions.so $(JOBS)
+
+# Half of the processors: the other half is for what the tests start.
+robustness: setup-arm build
+	ctest --preset release --output-on-failure -j$$((($(JOBS) + 1) / 2)) \
+	  -R '^(file_faults|download|heap_faults|lua_memory)_test|^robustness|^session.isolation|^panel|^fuzz.replay'
+	cp build/Testing/Temporary/LastTest.log build/robustness.log
+	python3 bench/growth.py build/cusdesk build/bin/libcount_instructions.so $(JOBS) | tee -a build/robustness.log
+	python3 bench/flood.py build/cusdesk | tee -a build/robustness.log
+	tools/write-figures.sh build/robustness.log
 
 lint: setup
 	cmake --preset clang

@@ -158,13 +158,14 @@ def measured(program, make, command):
 
 
 def row(program, counter, name):
-    """The measurements of a shape, as a line, and how many of them are beyond."""
+    """The measurements of a shape: as a line, and the largest of each; how many are beyond."""
     with tempfile.TemporaryDirectory() as folder:
         runner = Program(program, counter, folder)
         cells = [measured(runner, SHAPES[name], command) for command in COMMANDS]
     text = "".join(f"{growth:7.1f}{cost:7.0f}{memory:5.0%}{' ' if is_well else '!'}"
                    for growth, cost, memory, is_well in cells)
-    return f"{name:28}{text}", sum(not cell[3] for cell in cells)
+    largest = [max(cell[i] for cell in cells) for i in (0, 2)]
+    return f"{name:28}{text}", largest, sum(not cell[3] for cell in cells)
 
 
 def main():
@@ -173,11 +174,14 @@ def main():
     print("Of a document four times as large: times the instructions, instructions a byte. "
           "Of one of 1 MB: memory of the bound.")
     print(f"{'':28}" + "".join(f"{command:>20}" for command in COMMANDS))
-    faults = 0
+    faults, most = 0, [0, 0]
     with concurrent.futures.ThreadPoolExecutor(int(sys.argv[3])) as pool:
-        for line, beyond in pool.map(lambda name: row(program, counter, name), names):
+        for line, largest, beyond in pool.map(lambda name: row(program, counter, name), names):
             print(line, flush=True)
             faults += beyond
+            most = list(map(max, most, largest))
+    print(f"growth: {len(names)} shapes, {len(COMMANDS)} commands; of four times the size at most "
+          f"{most[0]:.1f} times the instructions, at 1 MB at most {most[1]:.0%} of the memory")
     sys.exit(f"{faults} are beyond" if faults else 0)
 
 

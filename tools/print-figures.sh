@@ -4,5 +4,5 @@
 #   tools/print-figures.sh LOG...
 set -eu
 echo "what was tried:"
-grep -hE '^(reads|downloads|servers|loads|queries|table part|commands|isolation|soak|threads): |^replayed |^fuzz(ers,)? |^coverage of |^valgrind ' \
+grep -hE '^(reads|downloads|servers|loads|queries|table part|commands|isolation|soak|threads|growth|page): |^replayed |^fuzz(ers,)? |^coverage of |^valgrind ' \
   "$@" | sed 's/^/  /'

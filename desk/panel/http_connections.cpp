@@ -61,7 +61,10 @@ void HttpServer::poll() {
   }
   const auto latest = Clock::now() - kRequestTime;
   for (Peer& peer : peers_) {
-    if (!peer.hasAsked && !peer.isLeaving && peer.since < latest) disconnect(peer);
+    if (peer.hasAsked || peer.since >= latest) continue;
+    // One that goes on sending is read on as long as there is something to read.
+    if (peer.isLeaving) shutdown(peer.socket, SHUT_RDWR);
+    disconnect(peer);
   }
 }
 

@@ -211,6 +211,14 @@ class Load(Folder):
             slow.enter_context(socket.create_connection(("127.0.0.1", panel.port))).sendall(b"GET")
             self.assertEqual(panel.end(), (0, ""))
 
+    def test_the_oldest_of_too_many_silent_connections_is_closed(self):
+        with LivePanel() as panel, contextlib.ExitStack() as silent:
+            first, *_, last = [silent.enter_context(socket.create_connection(
+                ("127.0.0.1", panel.port), timeout=20)) for _ in range(70)]
+            self.assertEqual(first.recv(1), b"")
+            last.settimeout(0.5)
+            self.assertRaises(TimeoutError, last.recv, 1)
+
     def test_before_a_script_draws_there_is_no_picture(self):
         with LivePanel("--script", self.write("stuck.lua", "while true do end")) as panel:
             self.assertEqual(panel.request("GET", "/picture.svg")[0], 404)
@@ -247,8 +255,9 @@ class Load(Folder):
             while panel.request("HEAD", "/events")[0] != 200 and time.monotonic() < end:
                 time.sleep(0.1)
             self.assertEqual(panel.view()["page"], 2)
-            with panel.events():  # an open page does not hold it up
+            with panel.events() as page:  # an open page does not hold it up
                 self.assertEqual(panel.end(), (0, ""))
+                self.assertNotEqual(page.answer.read(), b"")  # it ends, and does not break off
 
 
 unittest.main()
