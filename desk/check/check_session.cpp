@@ -118,7 +118,8 @@ void CheckSession::checkEncoding() {
   std::size_t count = 0;
   std::size_t first = 0;
   for (std::size_t at = 0; at < bytes.size();) {
-    const std::size_t size = utf8CharacterSize(bytes, at);
+    const bool isAscii = static_cast<unsigned char>(bytes[at]) < 0x80;
+    const std::size_t size = isAscii ? 1 : utf8CharacterSize(bytes, at);
     if (size == 0 && count++ == 0) first = at;
     at += std::max<std::size_t>(size, 1);
   }

@@ -272,13 +272,14 @@ class Judge {
 
   void judgePosition(const char* rule, Severity severity, const Field& field, double position,
                      double size, const char* whole, const char* how) {
+    if (position >= -kRounding && position <= size + kRounding) return;
     const Drawn drawn = field.index == kZ.index ? Drawn::AsItIs : Drawn::LeftOut;
     const std::string is = isText(field) + shortestText(position);
     if (!std::isfinite(position)) {
       add(rules::kNotANumber, Severity::Error, field, is + ", no number").drawn = drawn;
     } else if (position < -kRounding) {
       add(rule, severity, field, is + ", and " + whole + " begins at 0").drawn = drawn;
-    } else if (position > size + kRounding) {
+    } else {
       add(rule, severity, field, is + ", " + whole + " " + shortestText(size) + " " + how).drawn =
           drawn;
     }
