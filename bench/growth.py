@@ -30,6 +30,7 @@ COMMANDS = {
     "works": ["show", "--where", "--format", "json", "{file}", "works"],
     "summary": ["show", "{file}"],
     "pieces": ["show", "--format", "json", "{file}", "pieces"],
+    "diff": ["diff", "{file}", "{file}"],
     "draw": ["draw", "{file}", "-o", "picture.svg"],
 }
 
