@@ -90,6 +90,12 @@ void logFailure(const std::string& url, const std::string& target, const Downloa
             std::to_string(static_cast<int>(result.code)) + "): " + result.reason);
 }
 
+/// The plug-in names no file for a download after an XML job.
+void logNothingKept(const std::string& url) {
+  desk::log("download of " + withoutCredentials(url) +
+            ": after an XML job a download is neither kept nor read; load a JSON job first");
+}
+
 }  // namespace
 
 std::string withoutCredentials(const std::string& url) {
@@ -118,7 +124,11 @@ int CHttpDownload::get(const std::string& url, const std::string& target, const 
   deskhost::DownloadResult result{deskhost::DownloadCode::Internal, {}};
   try {
     result = deskhost::fetch(url, target);
-    if (result.code != deskhost::DownloadCode::Done) deskhost::logFailure(url, target, result);
+    if (result.code != deskhost::DownloadCode::Done) {
+      deskhost::logFailure(url, target, result);
+    } else if (target.empty()) {
+      deskhost::logNothingKept(url);
+    }
   } catch (const std::exception& error) {
     desk::log(error.what());
   }
