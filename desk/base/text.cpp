@@ -71,7 +71,7 @@ std::string asUtf8(std::string_view text) {
   return valid;
 }
 
-std::string escapeControls(std::string_view text) {
+std::string escapeControls(std::string_view text, std::string_view kept) {
   std::string out;
   out.reserve(text.size());
   for (std::size_t at = 0; at < text.size();) {
@@ -79,7 +79,8 @@ std::string escapeControls(std::string_view text) {
     const std::string_view character = text.substr(at, std::max<std::size_t>(size, 1));
     const char* start = character.data();
     const std::uint32_t codePoint = size == 0 ? 0 : utf8::unchecked::next(start);
-    if (size != 0 && !isControl(codePoint) && !turnsTextAround(codePoint)) {
+    const bool isKept = kept.find(character) != std::string_view::npos;
+    if (isKept || (size != 0 && !isControl(codePoint) && !turnsTextAround(codePoint))) {
       out += character;
     } else {
       for (const char byte : character) spellOut(out, byte);

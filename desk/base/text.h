@@ -23,7 +23,8 @@ std::string asUtf8(std::string_view text);
 
 /// `text` with control characters, those that turn the text behind them around, and bytes that are
 /// no UTF-8 spelled out, as in "\n" or "\x1b". A backslash stays as it is.
-std::string escapeControls(std::string_view text);
+/// @param kept control characters that stay as they are too
+std::string escapeControls(std::string_view text, std::string_view kept = {});
 
 /// A value between quotation marks, fit for one line: what cannot be shown is spelled out, what is
 /// long is cut.

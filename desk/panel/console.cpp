@@ -112,13 +112,7 @@ void Console::take(OutputSource source, std::string_view text) {
 
 void Console::endLine() {
   const std::string whole = std::exchange(line_, {});
-  std::string_view text = shortened(whole);
-  std::string shown;
-  for (std::size_t tab; (tab = text.find('\t')) != std::string_view::npos;) {
-    shown += escapeControls(text.substr(0, tab)) + '\t';
-    text.remove_prefix(tab + 1);
-  }
-  sink_(lineSource_, shown + escapeControls(text));
+  sink_(lineSource_, escapeControls(shortened(whole), "\t"));
 }
 
 }  // namespace desk::panel

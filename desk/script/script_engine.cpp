@@ -4,11 +4,13 @@
 #include <cstdio>
 #include <deque>
 #include <exception>
+#include <new>
 #include <utility>
 
 #include "desk/base/errors.h"
 #include "desk/base/files.h"
 #include "desk/base/output.h"
+#include "desk/base/text.h"
 
 namespace desk::script {
 
@@ -24,6 +26,21 @@ StdoutRedirect::To destinationOf(PluginLines lines) {
       break;
   }
   return StdoutRedirect::To::StandardOutput;
+}
+
+constexpr char kNoMemory[] = "not enough memory";  ///< as Lua says of its own
+
+/// Whether memory ran out since the last call from outside. Lua keeps nothing of an exception.
+thread_local bool memoryRanOut = false;
+
+void noteShortage() {
+  memoryRanOut = true;
+  throw std::bad_alloc();
+}
+
+/// What to say of a C++ exception that Lua let through.
+const char* exceptionText() {
+  return memoryRanOut ? kNoMemory : "a C++ exception left the script";
 }
 
 /// A module function behind its guard.
@@ -64,6 +81,11 @@ int callRedirected(lua_State* L) {
   return called.function(L);
 }
 
+const char* reasonOf(const std::exception& exception) {
+  const bool isShortage = dynamic_cast<const std::bad_alloc*>(&exception) != nullptr;
+  return isShortage ? kNoMemory : exception.what();
+}
+
 /// Errors of Lua's own pass.
 int callGuarded(lua_State* L) {
   const Guarded& called = calledOne(L);
@@ -72,7 +94,7 @@ int callGuarded(lua_State* L) {
   } catch (const std::exception& exception) {
     lua_settop(L, 0);
     luaL_where(L, 1);
-    lua_pushfstring(L, "%s: %s", called.name.c_str(), exception.what());
+    lua_pushfstring(L, "%s: %s", called.name.c_str(), reasonOf(exception));
     lua_concat(L, 2);
   }
   return lua_error(L);
@@ -109,7 +131,7 @@ int traceback(lua_State* L) {
 
 void writeFailure(const std::string& failure) {
   std::fflush(stdout);
-  std::fprintf(stderr, "cusdesk: %s\n", failure.c_str());
+  std::fprintf(stderr, "cusdesk: %s\n", escapeControls(failure, "\n\t").c_str());
   if (failure.find("(global 'panel')") == std::string::npos) return;
   std::fputs("cusdesk: scripts that use the table 'panel' run with cusdesk panel --script FILE\n",
              stderr);
@@ -125,6 +147,7 @@ ScriptEngine::ScriptEngine(const Plugin& plugin, ModuleErrors errors, PluginLine
   if (state_ == nullptr) throw Error(kExitIoError, "not enough memory for a Lua state");
   lua_State* L = state();
   luaL_openlibs(L);
+  std::set_new_handler(noteShortage);
   {
     const StdoutRedirect redirect(destinationOf(lines));
     plugin.registerModule(L);
@@ -146,7 +169,7 @@ void ScriptEngine::reportTo(std::function<void(const std::string&)> report) {
 int ScriptEngine::reportFailure(int status) {
   lua_State* L = state();
   // A status below zero is a C++ exception that Lua let through; what lies on the stack is chance.
-  const char* message = status < 0 ? "a C++ exception left the script" : lua_tostring(L, -1);
+  const char* message = status < 0 ? exceptionText() : lua_tostring(L, -1);
   report_(message != nullptr ? message : "unknown error");
   lua_settop(L, 0);
   return kExitFindings;
@@ -184,6 +207,7 @@ bool ScriptEngine::call(int arguments) {
   const int handler = lua_gettop(L) - arguments;
   lua_pushcfunction(L, traceback);
   lua_insert(L, handler);
+  memoryRanOut = false;
   const int status = lua_pcall(L, arguments, LUA_MULTRET, handler);
   if (status != LUA_OK) {
     reportFailure(status);

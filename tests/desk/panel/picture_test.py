@@ -6,6 +6,7 @@ Usage: picture_test.py CUSDESK       UPDATE_EXPECTED=1 in the environment rewrit
 import os
 import pathlib
 import re
+import resource
 import unittest
 
 from cusdesk import CUSDESK, Folder
@@ -24,8 +25,8 @@ class Panel(Folder):
     def draw(self, *words):
         return self.panel("--svg", "-", *words, code=0).stdout
 
-    def script(self, text, *words):
-        return self.panel("--svg", "-", "--script", self.write("table.lua", text), *words)
+    def script(self, text, *words, **options):
+        return self.panel("--svg", "-", "--script", self.write("table.lua", text), *words, **options)
 
 
 class Steps(Panel):
@@ -147,6 +148,16 @@ class Scripts(Panel):
             answer = self.script(text)
             self.assertEqual((answer.returncode, answer.stdout), (1, ""), text)
             self.assertIn(message, answer.stderr)
+
+    def test_memory_that_runs_out_is_told(self):
+        def limited():
+            resource.setrlimit(resource.RLIMIT_AS, (400 << 20, 400 << 20))
+
+        if self.run_here("--version", preexec_fn=limited).returncode != 0:
+            self.skipTest("needs more memory than that to start")
+        answer = self.script("local row, long = {}, ('x'):rep(1 << 20) for i = 1, 1000 do row[i] = long end "
+                             "panel.grid(1, 1000) panel.rows{row} panel.update()", preexec_fn=limited)
+        self.assertEqual((answer.returncode, answer.stderr), (1, "cusdesk: not enough memory\n"))
 
 
 unittest.main()

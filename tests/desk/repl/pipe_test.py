@@ -19,7 +19,7 @@ class Pipe(Folder):
         for text, code, output, error in [
             ("1 + 1\nx = {\n1}\nx", 0, "2\n{1}\n", ""),
             ("", 0, "", ""),
-            ("print(1)\nerror('bad')\nprint(2)", 1, "1\n", "cusdesk: stdin:1: bad\nstack traceb"),
+            ("print(1)\nerror('b\\27d\\n\\t')\nprint(2)", 1, "1\n", "cusdesk: stdin:1: b\\x1bd\n\t\nstack traceb"),
             ("1\nx = = 2\n3", 1, "1\n", "cusdesk: stdin:1: unexpected symbol near '='\n"),
             ("for i = 1, 2 do", 1, "", "cusdesk: stdin:1: 'end' expected near <eof>\n"),
             ("job.getjson_Flash('a.js')\n1", 1, "", "cusdesk: stdin:1: getjson_Flash: basic_"),
