@@ -15,6 +15,7 @@ struct Option {
   const char* help;                      ///< one line
   char letter = '\0';                    ///< a short spelling, if it has one
   std::vector<std::string> values = {};  ///< all its argument may be, where that is a few names
+  std::vector<std::string> levels = {};  ///< what may stand behind values that end with "="
 };
 
 /// What a command line says: options and the operands among them.

@@ -28,6 +28,10 @@ std::vector<std::string> ruleIds() {
   return ids;
 }
 
+std::vector<std::string> ruleLevels() {
+  return namesOf(kLevels);
+}
+
 const Rule& ruleNamed(const std::string& id, const std::string& what) {
   if (const Rule* rule = findRule(id)) return *rule;
   const std::string near = nearest(id, ruleIds());

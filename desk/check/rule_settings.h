@@ -13,6 +13,9 @@ namespace desk::check {
 
 std::vector<std::string> ruleIds();
 
+/// What a rule can be set to: "off", "note" ...
+std::vector<std::string> ruleLevels();
+
 /// The rule with that id. Throws a usage Error with the nearest one.
 /// @param what what the id is for: "check: --rule"
 const Rule& ruleNamed(const std::string& id, const std::string& what);

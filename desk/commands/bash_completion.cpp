@@ -71,6 +71,8 @@ std::string argumentBranches(const std::string& command, const std::vector<Optio
     if (option.argument == nullptr) continue;
     for (const std::string& word : spellings(option)) {
       text += branch(pattern(command, word), argumentOf(option));
+      if (option.levels.empty()) continue;
+      text += branch(pattern(command, word + "="), joined(option.levels, " "));
     }
   }
   return text;
@@ -121,7 +123,8 @@ std::string bashCompletion() {
   operands = branch("' 1'", joined(names, " ")) + operands;
   return "# completion for cusdesk in bash and zsh, made by 'cusdesk export completion'\n\n" +
          function("_cusdesk_options", "COMMAND, how many operands so far: the options", options) +
-         function("_cusdesk_argument", "COMMAND OPTION: what its argument can be", arguments) +
+         function("_cusdesk_argument",
+                  "COMMAND OPTION[=]: what its argument can be, behind a NAME=", arguments) +
          function("_cusdesk_operand", "COMMAND NUMBER: what that operand can be", operands) +
          bash_completion_sh;
 }

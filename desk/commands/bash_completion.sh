@@ -23,15 +23,15 @@ _cusdesk_reply() {  # BEFORE WORD KIND...: fills COMPREPLY, with BEFORE in front
 }
 
 _cusdesk() {
-  local word=${COMP_WORDS[COMP_CWORD]} before='' command='' operands=0 waiting='' seen kind i
+  local word=${COMP_WORDS[COMP_CWORD]} before='' command='' operands=0 waiting='' option='' seen kind i
   # What stands in front: the command, its operands, an option that still wants its argument.
-  # "--option=argument" comes as three words in bash, as one in others.
+  # "--option=argument" comes as three words in bash, as one in others; so does "--option name=level".
   for ((i = 1; i < COMP_CWORD; i++)); do
     seen=${COMP_WORDS[i]}
     if [[ $seen == '=' ]]; then
-      continue
+      waiting=${waiting:-${option:+$option=}}
     elif [[ -n $waiting ]]; then
-      waiting=''
+      option=$waiting waiting=''
     elif [[ $seen == -* ]]; then
       [[ -n $(_cusdesk_argument "$command" "$seen") ]] && waiting=$seen
     elif [[ -z $command ]]; then
@@ -41,9 +41,12 @@ _cusdesk() {
     fi
   done
   if [[ $word == '=' ]]; then
-    word=''
+    waiting=${waiting:-${option:+$option=}} word=''
   elif [[ $word == --*=* ]]; then
     waiting=${word%%=*} before=${word%%=*}= word=${word#*=}
+  fi
+  if [[ $word == *=* && -n $(_cusdesk_argument "$command" "$waiting=") ]]; then
+    waiting+='=' before+=${word%%=*}= word=${word#*=}
   fi
 
   if [[ -n $waiting ]]; then
@@ -56,6 +59,7 @@ _cusdesk() {
   # shellcheck disable=SC2086  # a kind is words
   _cusdesk_reply "$before" "$word" $kind
   if [[ $kind == *@.* && ${#COMPREPLY[@]} == 0 ]]; then _cusdesk_reply "$before" "$word" @file; fi
+  if [[ ${COMPREPLY[*]-} == *= ]]; then compopt -o nospace 2>/dev/null || :; fi
   if [[ $kind == *@* ]]; then compopt -o filenames 2>/dev/null || :; fi
 }
 

@@ -146,6 +146,12 @@ int run(const Arguments& arguments) {
                     : checkOnce(order, filesOf(arguments.operands));
 }
 
+std::vector<std::string> settableRules() {
+  std::vector<std::string> starts = check::ruleIds();
+  for (std::string& start : starts) start += '=';
+  return starts;
+}
+
 }  // namespace
 
 Command checkCommand() {
@@ -166,7 +172,8 @@ Command checkCommand() {
            '\0', namesOf(kFailOn)},
           {"sequence", nullptr, "load the files in turn into one reader, as the machine does"},
           {"watch", nullptr, "check again whenever a file is saved, until Ctrl-C"},
-          {"rule", "RULE=LEVEL", "take a rule as off, note, warning or error; may be given again"},
+          {"rule", "RULE=LEVEL", "take a rule as off, note, warning or error; may be given again",
+           '\0', settableRules(), check::ruleLevels()},
           {"explain", "RULE", "say what a rule is about, what the machine does and how to cure it",
            '\0', check::ruleIds()},
           {"all", nullptr, "show every finding, also those that differ in their place only"},
