@@ -12,6 +12,7 @@ import unittest
 from cusdesk import CUSDESK, Folder, run
 
 
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
 JOB = '{"Version":"1.0","Bar":[{"BarNumber":1,"MaxY":1,"MaxZ":1,"piece":[{"cut":{"Length":"9"}}]}]}'
 NO_FILE = "No such file or directory"
 SYNTAX = "3:1: Missing '}' or object member name"
@@ -101,7 +102,7 @@ class CommandLine(Folder):
             self.assertEqual((answer.returncode, answer.stdout, told),
                              (code, "", f"cusdesk: {said}\n"), line)
 
-    def test_every_example_of_the_help_runs_as_typed(self):
+    def test_every_example_of_help_and_pages_runs_as_typed(self):
         self.run_here("export", "--examples", ".", code=0)
         (self.folder / "bin").mkdir()
         (self.folder / "bin/cusdesk").symlink_to(CUSDESK)
@@ -114,7 +115,14 @@ class CommandLine(Folder):
         examples = re.findall(r"^  (\S.*?)(?:   *[^|>].*)?$", "".join(
             text.split("\nUsage: ")[0] for text in helps), re.M)
         self.assertGreater(len(examples), 35)
-        for example in examples:
+        pages = "".join(page.read_text(encoding="utf-8") for page in [
+            SOURCE / "README.md", SOURCE / "examples/README.md", *sorted(SOURCE.glob("docs/*.md"))])
+        for name, script in re.findall(r"^`(\w+\.lua)`:\n```lua\n(.*?)^```", pages, re.M | re.S):
+            self.write(name, script)
+        typed = re.findall(r"^(?:    |\| [^|`]*\| `)?((?:cusdesk|cp|echo) [^`#\n]*[^`#\s])(?: *#.*|` \|)?$",
+                           pages, re.M)
+        self.assertGreater(len(typed), 40)
+        for example in examples + typed:
             if "fish" in example or "--watch" in example or ("doctor" in example and not plugin.exists()):
                 continue
             line = example + " --svg -" * example.startswith("cusdesk panel") * ("svg" not in example)
