@@ -5,6 +5,7 @@
 #include <string_view>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 #include "desk/check/advice.h"
 #include "desk/job/rules.h"
@@ -26,7 +27,7 @@ class Causes {
   Causes(const Findings& findings, std::size_t from, model::JobFormat format) {
     for (std::size_t i = from; i < findings.size(); ++i) {
       const Finding& finding = findings[i];
-      places_.emplace(std::make_pair(std::string_view(finding.rule), finding.place.at.line), i);
+      places_.emplace(placeOf(causeFrom(finding)), i);
       if (finding.rule == rules::kNotAnObject) add(known_, finding.element, "", i);
       if (finding.rule == rules::kMissingKey) {
         for (const std::string& key : finding.lacks) add(missing_, finding.element, key, i);
@@ -43,7 +44,7 @@ class Causes {
   /// The first cause of all that a finding tells to be missing; -1 where something has none.
   std::ptrdiff_t of(const Finding& finding) const {
     if (finding.cause.rule != nullptr) {
-      const auto found = places_.find({finding.cause.rule, finding.cause.line});
+      const auto found = places_.find(placeOf(finding.cause));
       return found == places_.end() ? -1 : static_cast<std::ptrdiff_t>(found->second);
     }
     std::ptrdiff_t first = -1;
@@ -73,9 +74,16 @@ class Causes {
     indexes.emplace(missing(element, key), static_cast<std::ptrdiff_t>(index));
   }
 
+  /// A rule, the place and the element of a finding.
+  using FindingPlace = std::tuple<std::string_view, int, int, int, int, int>;
+  static FindingPlace placeOf(const Cause& cause) {
+    const auto& [rule, at, element] = cause;
+    return {rule, at.line, at.column, element.bar, element.piece, element.work};
+  }
+
   Indexes known_;    ///< of what tells why a value is missing
   Indexes missing_;  ///< of what tells that it is
-  std::map<std::pair<std::string_view, int>, std::size_t> places_;
+  std::map<FindingPlace, std::size_t> places_;
 };
 
 }  // namespace
@@ -87,6 +95,7 @@ void putUnderCauses(Findings& findings, std::size_t from, model::JobFormat forma
     const std::ptrdiff_t found = causes.of(findings[i]);
     if (found < 0) continue;
     Finding& cause = findings[static_cast<std::size_t>(found)];
+    if (cause.isWeighed && cause.severity < findings[i].severity) continue;
     cause.severity = std::max(cause.severity, findings[i].severity);
     cause.consequences.push_back(std::move(findings[i]));
     isMoved[i] = true;

@@ -148,7 +148,7 @@ void CheckSession::reportFault(const deskhost::DocumentFault& fault) {
           (fault.isOnlyHere ? "A panel would load it: only cusdesk refuses"
            : isBehind       ? "A panel may load what stands in front; cusdesk refuses the file"
                             : nothing));
-  if (isUtf16) report_.findings.back().cause = {rules::kNotUtf8, 1};
+  if (isUtf16) report_.findings.back().cause = {rules::kNotUtf8, source().position(0)};
 }
 
 void CheckSession::checkJson() {
@@ -215,8 +215,11 @@ void CheckSession::checkJob(JobFormat format) {
   const LoadedJob job{this->job(format), file(), format};
   checkVersion(job, report_.findings);
   checkDuplicates(job, report_.findings);
+  // What raises is not told a second time as a measure, unless that weighs more.
+  const bool raisesWeighsLess = settings_.lowers(rules::kRaises);
+  if (raisesWeighsLess) checkMeasures(job, report_.findings);
   checkRaises(job, report_.findings);
-  checkMeasures(job, report_.findings);
+  if (!raisesWeighsLess) checkMeasures(job, report_.findings);
 }
 
 void CheckSession::checkZeroReferences() {
@@ -246,7 +249,7 @@ void CheckSession::judgeXml() {
   };
   const Findings& all = report_.findings;
   const auto told = std::find_if(all.rbegin(), all.rend(), tellsIt);
-  const Cause cause = told == all.rend() ? Cause{} : Cause{told->rule, at.line};
+  const Cause cause = told == all.rend() ? Cause{} : causeFrom(*told);
   add(rules::kLenientXml, Severity::Note, at,
       judged.fault->what + " is not well-formed XML; other tools refuse the file");
   report_.findings.back().cause = cause;

@@ -22,10 +22,11 @@ struct CarriedValue {
 /// A script command that a value makes raise.
 enum class Raises { Nothing, Load, GetCut, GetHole };
 
-/// Where to look for the finding that another one comes of.
+/// Where to look for the finding that another one comes of, in the same file.
 struct Cause {
   const char* rule = nullptr;  ///< none: it is told for itself
-  int line = 0;
+  Position at{};
+  Element element{};
 };
 
 struct Finding {
@@ -39,8 +40,9 @@ struct Finding {
   Raises raises = Raises::Nothing;      ///< what raises because of it
   std::string loses{};                  ///< the known key that the element lacks because of it
   std::vector<std::string> lacks{};     ///< the known keys whose absence it tells, but for carried
-  Cause cause{};                        ///< in the same file, where that is known
+  Cause cause{};                        ///< where that is known
   bool isOnceMended = false;            ///< so only once a misspelt name is mended
+  bool isWeighed = false;               ///< the severity is the one that the user set for the rule
   std::vector<Finding> consequences{};  ///< what would not be told without it
 };
 
@@ -50,6 +52,11 @@ using Findings = std::vector<Finding>;
 /// say that there are more.
 constexpr std::size_t kMostOfRule = 20'000;
 constexpr char kMoreOfRule[] = " (more findings of this rule are not told)";
+
+/// The finding as a cause of others.
+inline Cause causeFrom(const Finding& finding) {
+  return {finding.rule, finding.place.at, finding.element};
+}
 
 /// Whether something raises because of the finding or of one of its consequences.
 bool makesRaise(const Finding& finding, Raises what);

@@ -1,6 +1,7 @@
 #include "desk/check/json_watcher.h"
 
 #include <string_view>
+#include <utility>
 
 #include "desk/check/json_value_text.h"
 #include "desk/job/rules.h"
@@ -75,7 +76,7 @@ void JsonWatcher::label(const Json::Value& piece, const LabelKey& row, const Jso
     reportShadowed(*second, *first, row.secondSpelling, row.spelling, Level::Piece);
     return;
   }
-  const Findings overwritten = labelTaken(piece, row.secondSpelling, row.secondField);
+  Findings overwritten = labelTaken(piece, row.secondSpelling, row.secondField);
   if (row.secondField == row.field) return;
   Finding& misplaced =
       report(rules::kLabelMisplaced, Severity::Warning, placeOfKey(*second),
@@ -83,7 +84,11 @@ void JsonWatcher::label(const Json::Value& piece, const LabelKey& row, const Jso
                  "; write \"" + row.spelling + "\" for the field of that number",
              row.secondSpelling);
   misplaced.loses = row.spelling;
-  misplaced.consequences = overwritten;
+  const Cause cause = causeFrom(misplaced);
+  for (Finding& one : overwritten) {
+    one.cause = cause;
+    report(std::move(one));
+  }
 }
 
 Findings JsonWatcher::labelTaken(const Json::Value& piece, const char* spelling,

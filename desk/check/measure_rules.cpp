@@ -37,9 +37,9 @@ class MeasureCheck {
 
  private:
   void add(const Oddities& found) {
-    std::vector<std::ptrdiff_t> indexes;  // of the findings made of them; -1 for none
+    std::vector<Cause> causes;  // the findings made of them
     for (const Oddity& oddity : found) {
-      indexes.push_back(-1);
+      causes.emplace_back();
       const OriginId value = originOf(oddity);
       if (isTold(oddity, value)) continue;
       const std::size_t number = ++told_[oddity.rule];
@@ -51,19 +51,10 @@ class MeasureCheck {
                       oddity.element,
                       oddity.key};
       if (number == kMostOfRule) finding.message += kMoreOfRule;
-      const auto cause = oddity.cause < 0 ? -1 : indexes[static_cast<std::size_t>(oddity.cause)];
-      if (cause < 0) {
-        indexes.back() = static_cast<std::ptrdiff_t>(findings_.size());
-        findings_.push_back(std::move(finding));
-      } else {
-        putUnder(findings_[static_cast<std::size_t>(cause)], std::move(finding));
-      }
+      if (oddity.cause >= 0) finding.cause = causes[static_cast<std::size_t>(oddity.cause)];
+      causes.back() = causeFrom(finding);
+      findings_.push_back(std::move(finding));
     }
-  }
-
-  static void putUnder(Finding& cause, Finding finding) {
-    cause.severity = std::max(cause.severity, finding.severity);
-    cause.consequences.push_back(std::move(finding));
   }
 
   using ValueKey = std::tuple<int, int, int, std::string>;

@@ -55,12 +55,18 @@ void RuleSettings::set(const std::string& setting, const std::string& what) {
   wanted_[&rule] = choice(level, what + " " + rule.id, kLevels).severity;
 }
 
+bool RuleSettings::lowers(const char* rule) const {
+  const auto found = wanted_.find(findRule(rule));
+  return found != wanted_.end() && (!found->second || *found->second < found->first->usual);
+}
+
 void RuleSettings::apply(Findings& findings, std::size_t from) const {
   if (wanted_.empty()) return;
   const auto isOff = [&](Finding& finding) {
     const auto found = wanted_.find(findRule(finding.rule));
     if (found == wanted_.end()) return false;
     finding.severity = found->second.value_or(finding.severity);
+    finding.isWeighed = true;
     return !found->second;
   };
   const auto first = findings.begin() + static_cast<std::ptrdiff_t>(from);

@@ -31,6 +31,9 @@ class RuleSettings {
   /// @param what what the setting is for: "check: --rule"
   void set(const std::string& setting, const std::string& what);
 
+  /// Whether findings of a rule are off or weigh less than usual.
+  bool lowers(const char* rule) const;
+
   /// Gives the findings from `from` on the severities wanted and takes out those that are off.
   void apply(Findings& findings, std::size_t from) const;
 

@@ -58,8 +58,11 @@ void Watcher::keepTrace(Level level, const Place& place) {
 
 Finding& Watcher::report(const char* rule, Severity severity, const Place& place,
                          const std::string& message, const std::string& key) {
-  Finding finding = found(rule, severity, place, message, key);
-  const std::size_t number = ++told_[rule];
+  return report(found(rule, severity, place, message, key));
+}
+
+Finding& Watcher::report(Finding finding) {
+  const std::size_t number = ++told_[finding.rule];
   if (number > kMostOfRule) return dropped_ = std::move(finding);
   if (number == kMostOfRule) finding.message += kMoreOfRule;
   findings_->push_back(std::move(finding));

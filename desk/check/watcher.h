@@ -54,6 +54,7 @@ class Watcher {
   }
 
   /// Reports it. Of each rule the first so many in a file are kept.
+  Finding& report(Finding finding);
   Finding& report(const char* rule, Severity severity, const Place& place,
                   const std::string& message, const std::string& key = {});
 

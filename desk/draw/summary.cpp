@@ -42,7 +42,7 @@ std::string textOf(const BarPlace& bar, const Oddity& oddity) {
 }
 
 std::string lineOf(const std::string& name, const std::string& text, const Oddity& oddity) {
-  return std::string(nameOf(oddity.severity)) + ": " + name + text + " [" + oddity.rule + "]";
+  return std::string(nameOf(oddity.overall)) + ": " + name + text + " [" + oddity.rule + "]";
 }
 
 }  // namespace
@@ -71,7 +71,7 @@ std::vector<std::string> remarkTexts(const BarPlace& bar) {
   for (const Oddity& oddity : bar.oddities) ++counts[oddity.rule];
   for (const Oddity& oddity : bar.oddities) {
     const std::size_t count = std::exchange(counts[oddity.rule], 0);
-    if (count == 0 || oddity.severity == Severity::Note) continue;
+    if (count == 0 || oddity.overall == Severity::Note) continue;
     const std::string text = textOf(bar, oddity);
     const bool isOfBar = oddity.element.piece == 0;
     texts.push_back((isOfBar ? "the bar" : "") + text +
@@ -89,7 +89,7 @@ std::vector<std::string> findingLines(const std::vector<BarPlace>& bars, const O
       const std::string comma = oddity.element.piece == 0 ? "" : ", ";
       const std::string line =
           lineOf("bar " + bar.bar->BarNumber + comma, textOf(bar, oddity), oddity);
-      if (oddity.severity != Severity::Note) {
+      if (oddity.overall != Severity::Note) {
         lines.push_back(line);
       } else {
         ++notes.try_emplace(oddity.rule, line, 0).first->second.second;

@@ -1,5 +1,6 @@
 #include "desk/job/oddities.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -74,6 +75,11 @@ class Judge {
         judgeWork(work, piece);
       }
       here_.work = 0;
+    }
+    for (const Oddity& one : found_) {
+      if (one.cause < 0) continue;
+      Oddity& cause = found_[static_cast<std::size_t>(one.cause)];
+      cause.overall = std::max(cause.overall, one.severity);
     }
     return std::move(found_);
   }

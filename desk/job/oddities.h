@@ -19,15 +19,16 @@ enum class Drawn { AsItIs, LeftOut, Square, OfUsualWidth, WithoutEnds };
 
 /// A value of a job that ought to be another one.
 struct Oddity {
-  const char* rule;  ///< an id of the rule table
-  Severity severity;
+  const char* rule;    ///< an id of the rule table
+  Severity severity;   ///< by itself
   Element element;     ///< whose value it is
   model::Level level;  ///< of the key table that the value's key stands in
   std::size_t field;   ///< of the level's record, see FieldsOf
   const char* key;     ///< as the format spells it
   std::string text;    ///< what is so, to be put behind the element's name: ": \"Length\" is \"0\""
   Drawn drawn = Drawn::AsItIs;
-  int cause = -1;  ///< index of the oddity in the same list that it comes of
+  int cause = -1;               ///< index of the oddity in the same list that it comes of
+  Severity overall = severity;  ///< the gravest one of it and of what comes of it
 };
 
 using Oddities = std::vector<Oddity>;

@@ -53,14 +53,28 @@ class Check(Folder):
 
     def test_rules_weigh_what_the_user_says_or_are_explained(self):
         self.write("late.json", JOB % '{"BarNumber": "1", "piece": [{"cut": {"Length": "9"}}]}')
-        for setting, told, code in [("wrong-type=off", {"raises": "note"}, 0),
-                                    ("wrong-type=note", {"raises": "note", "wrong-type": "note"}, 0),
-                                    ("raises=off", {"wrong-type": "error"}, 1)]:
-            done = self.check("--rule", "raises=note", "--rule", setting, "--format", "json", "late.json",
-                              code=code)
-            self.assertEqual({one["rule"]: one["severity"]
-                              for cause in json.loads(done.stdout)["findings"]
-                              for one in [cause, *cause.get("consequences", [])]}, told)
+        self.write("short.json", JOB % (
+            '{"BarNumber": 1, "MaxY": 1, "MaxZ": 1, "length": 6000, "piece": [%s, "work": [{"Name": "a", '
+            '"PositionX": 9}]}]}' % (CUT % "1.200")[:-1]))
+        self.write("wrong.json", JOB % (
+            '{"BarNumber": 1, "MaxY": 1, "MaxZ": 1, "piece": [%s, "work": [{"Name": "a"}]}]}' % (CUT % "x")[:-1]))
+        point, beside = "thousands-point=", "work-beside-piece="
+        for name, settings, told in [
+            ("late", ["raises=note", "wrong-type=off"], "raises:note"),
+            ("late", ["raises=note", "wrong-type=note"], "wrong-type:note raises:note"),
+            ("late", ["raises=off"], "wrong-type:error"),
+            ("late", ["wrong-type=note"], "raises:error wrong-type:note"),
+            ("short", [], "thousands-point:error work-beside-piece:error"),
+            ("short", [point + "off"], "work-beside-piece:error"),
+            ("short", [point + "warning"], "thousands-point:warning work-beside-piece:error"),
+            ("short", [beside + "off"], "thousands-point:warning"),
+            ("wrong", ["raises=off"], "not-a-number:error"),
+        ]:
+            done = self.check(*(word for one in settings for word in ("--rule", one)), "--format", "json",
+                              f"{name}.json", code=0 if ":error" not in told and ":warning" not in told else 1)
+            findings = json.loads(done.stdout)["findings"]
+            self.assertEqual(" ".join(f"{one['rule']}:{one['severity']}" for cause in findings
+                                      for one in [cause, *cause.get("consequences", [])]), told, (name, settings))
         for words in (["--explain", "carried-ove"], ["--rule", "carried-ove=off", "bad.json"]):
             self.assertIn("did you mean 'carried-over'?", self.check(*words, code=2).stderr)
         self.assertIn("off, note, warning, error", self.check("--rule", "raises=no", "x", code=2).stderr)
