@@ -4,6 +4,7 @@
 Usage: growth.py CUSDESK COUNTER JOBS [SHAPE...]     COUNTER: qemu's plug-in libcount_instructions.so
 """
 import concurrent.futures
+import functools
 import os
 import pathlib
 import platform
@@ -26,9 +27,7 @@ COMMANDS = {
     "run": ["run", "load.lua", "{name}"],
     "check": ["check", "{file}"],
     "sarif": ["check", "--format", "sarif", "{file}"],
-    "cuts": ["show", "--where", "--format", "json", "{file}", "cuts"],
     "works": ["show", "--where", "--format", "json", "{file}", "works"],
-    "summary": ["show", "{file}"],
     "pieces": ["show", "--format", "json", "{file}", "pieces"],
     "diff": ["diff", "{file}", "{file}"],
     "draw": ["draw", "{file}", "-o", "picture.svg"],
@@ -62,7 +61,7 @@ SHAPES = {
     "pieces 0": lambda n: PIECES % listed(n, "0"),
     "bars {}": lambda n: JOB % listed(n, "{}"),
     "works {}": lambda n: WORKS % listed(n, "{}"),
-    "works": lambda n: WORKS % listed(n, lambda i: '{"Name":"W%d","PositionX":%d}' % (i, i)),
+    "works": lambda n: WORKS % listed(n, lambda i: '{"Name":"W%d","PositionX":%d}' % (i, i % 800)),
     "one long text": lambda n: PIECES % ('{"BarCode":"%s"}' % ("x" * 20 * n)),
     "a text carried": lambda n: PIECES % (piece(1, "B" * 90) + ',{"cut":{"Length":"9"}}' * n),
     "a text carried to the bound": lambda n: PIECES % (
@@ -128,6 +127,7 @@ class Program:
         words = [word.format(name=file.name, file=file) for word in COMMANDS[command]]
         return [self.program, "--root", str(self.folder / "root"), *words]
 
+    @functools.lru_cache(maxsize=None)
     def instructions(self, command, document):
         run = subprocess.run(
             ["qemu-" + platform.machine(), "-plugin", self.counter,
