@@ -129,6 +129,11 @@ const std::vector<std::string>& namesAt(Level level, JobFormat format) {
   return kNames[static_cast<std::size_t>(format)].at(level);
 }
 
+bool leadsOn(const std::string& name) {
+  constexpr const char* kNames[] = {"bar", "piece", "cut", "work"};
+  return contains(kNames, simplified(name));
+}
+
 bool steersMachine(Level level, const std::string& name) {
   static const std::map<Level, std::vector<std::string>> kNames = {
       {Level::Header, {"Version", "Bar"}},

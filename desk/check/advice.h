@@ -18,6 +18,9 @@ const char* nameOf(Level level);
 /// The names that a format knows at a level: keys of JSON objects or children of XML elements.
 const std::vector<std::string>& namesAt(Level level, model::JobFormat format);
 
+/// Whether a key, in any spelling, leads to the next level.
+bool leadsOn(const std::string& name);
+
 /// Whether what the key of this level fills decides what the machine does: bars and pieces
 /// themselves, their numbers and dimensions, barcodes, cuts and works. Losing one is an error,
 /// losing another value a warning.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "desk/job/rules.h"
@@ -40,7 +41,8 @@ struct Finding {
   Raises raises = Raises::Nothing;      ///< what raises because of it
   std::string loses{};                  ///< the known key that the element lacks because of it
   std::vector<std::string> lacks{};     ///< the known keys whose absence it tells, but for carried
-  Cause cause{};                        ///< where that is known
+  std::vector<std::pair<Element, std::string>> judgedBy{};  ///< values, each with its key
+  Cause cause{};                                            ///< where that is known
   bool isOnceMended = false;            ///< so only once a misspelt name is mended
   bool isWeighed = false;               ///< the severity is the one that the user set for the rule
   std::vector<Finding> consequences{};  ///< what would not be told without it

@@ -49,10 +49,11 @@ void JsonWatcher::reportVersion(const Json::Value& root, int code) {
 
 void JsonWatcher::reportWrongType(const Json::Value& value, const std::string& key,
                                   const char* wanted, Level level) {
-  const Severity severity = value.isNull() ? Severity::Note : severityOf(level, key);
+  const bool clears = value.isNull() && !leadsOn(key);
+  const Severity severity = clears ? Severity::Note : severityOf(level, key);
   report(rules::kWrongType, severity, placeOfKey(value),
          "\"" + key + "\" must be " + wanted + ", not " + describe(value) + ": it is ignored" +
-             (value.isNull() ? " and clears nothing" : ""),
+             (clears ? " and clears nothing" : ""),
          key)
       .loses = key;
 }

@@ -37,22 +37,22 @@ class MeasureCheck {
 
  private:
   void add(const Oddities& found) {
-    std::vector<Cause> causes;  // the findings made of them
     for (const Oddity& oddity : found) {
-      causes.emplace_back();
-      const OriginId value = originOf(oddity);
-      if (isTold(oddity, value)) continue;
+      const JobValue& value = oddity.value;
+      if (isTold(oddity)) continue;
       const std::size_t number = ++told_[oddity.rule];
       if (number > kMostOfRule) continue;
       Finding finding{oddity.rule,
                       oddity.severity,
-                      placeOfValue(job_, value, placeOf(oddity.element)),
-                      describe(oddity.element) + oddity.text,
-                      oddity.element,
-                      oddity.key};
+                      placeOfValue(job_, originOf(value), placeOf(value.element)),
+                      describe(value.element) + oddity.text,
+                      value.element,
+                      value.key};
       if (number == kMostOfRule) finding.message += kMoreOfRule;
-      if (oddity.cause >= 0) finding.cause = causes[static_cast<std::size_t>(oddity.cause)];
-      causes.back() = causeFrom(finding);
+      finding.judgedBy.emplace_back(value.element, value.key);
+      for (const JobValue& other : oddity.others) {
+        finding.judgedBy.emplace_back(other.element, other.key);
+      }
       findings_.push_back(std::move(finding));
     }
   }
@@ -62,10 +62,12 @@ class MeasureCheck {
     return {element.bar, element.piece, element.work, key};
   }
 
-  /// Whether a value raises and is a finding for that, or is no number as it was never read.
-  bool isTold(const Oddity& oddity, OriginId value) const {
-    const bool isNumber = std::string_view(oddity.rule) != rules::kNotANumber;
-    return (value == 0 && !isNumber) || raised_.count(keyOf(oddity.element, oddity.key)) != 0;
+  /// Whether a value raises and is a finding for that, or is judged by what was never read.
+  bool isTold(const Oddity& oddity) const {
+    const auto wasNeverRead = [&](const JobValue& value) { return originOf(value) == 0; };
+    return wasNeverRead(oddity.value) ||
+           std::any_of(oddity.others.begin(), oddity.others.end(), wasNeverRead) ||
+           raised_.count(keyOf(oddity.value.element, oddity.value.key)) != 0;
   }
 
   const BarTrace& barOf(const Element& element) const {
@@ -78,20 +80,20 @@ class MeasureCheck {
     return pieceOf(element).works[static_cast<std::size_t>(element.work - 1)];
   }
 
-  OriginId originOf(const Oddity& oddity) const {
-    switch (oddity.level) {
+  OriginId originOf(const JobValue& value) const {
+    switch (value.level) {
       case Level::Header:
-        return job_.traced.header[oddity.field];
+        return job_.traced.header[value.field];
       case Level::Bar:
-        return barOf(oddity.element).keys[oddity.field];
+        return barOf(value.element).keys[value.field];
       case Level::Piece:
-        return pieceOf(oddity.element).keys[oddity.field];
+        return pieceOf(value.element).keys[value.field];
       case Level::Cut:
-        return pieceOf(oddity.element).cut[oddity.field];
+        return pieceOf(value.element).cut[value.field];
       case Level::Work:
         break;
     }
-    return workOf(oddity.element).keys[oddity.field];
+    return workOf(value.element).keys[value.field];
   }
 
   const Place& placeOf(const Element& element) const {

@@ -82,11 +82,6 @@ bool rename(XMLElement& root, const Mend& mend) {
   return isDone;
 }
 
-bool leadsOn(const std::string& name) {
-  constexpr const char* kNames[] = {"bar", "piece", "cut", "work"};
-  return contains(kNames, simplified(name));
-}
-
 template <class Root>
 std::vector<Mend> mendAll(Root& root, Findings& findings, std::size_t from) {
   std::vector<Mend> mends;

@@ -50,7 +50,7 @@ class XmlWatcher : public Watcher {
   void reportRepeated(const XMLElement& first, Level level);
   /// Reports what becomes of the values that an earlier cut of the same piece brought.
   void reportRepeatedCut(const XMLElement& cut);
-  void reportValueContent(const XMLElement& value);
+  void reportValueContent(const XMLElement& value, Level level);
   void reportAttributes(const XMLElement& element);
   void reportNeverStored(const XMLElement& piece);
   /// Reports what an element did not bring: an empty one for itself, missing ones together.

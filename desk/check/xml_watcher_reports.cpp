@@ -111,12 +111,12 @@ void XmlWatcher::reportStrangers(const XMLElement& element, Level level) {
              inner->Name())
           .loses = advice.meant;
     } else if (!isLevel(inner->Name())) {
-      reportValueContent(*inner);
+      reportValueContent(*inner, level);
     }
   }
 }
 
-void XmlWatcher::reportValueContent(const XMLElement& value) {
+void XmlWatcher::reportValueContent(const XMLElement& value, Level level) {
   const char* const taken = value.GetText();
   const XMLElement* const first = value.Parent()->FirstChildElement(value.Name());
   if (first != &value) return;
@@ -126,7 +126,7 @@ void XmlWatcher::reportValueContent(const XMLElement& value) {
     const bool isText = child->ToText() != nullptr && !isBlank(child->Value());
     if ((!isElement && !isText) || (isText && child->Value() == taken)) continue;
     const std::string what = isElement ? "the element " : "the text ";
-    report(rules::kIgnoredText, Severity::Warning, placeOf(*child),
+    report(rules::kIgnoredText, severityOf(level, value.Name()), placeOf(*child),
            what + quoted(trimmed(child->Value())) + " in \"" + value.Name() +
                "\" is not read: a value ends where its first text ends",
            value.Name());

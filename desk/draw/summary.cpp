@@ -38,7 +38,7 @@ std::string nameIn(const BarPlace& bar, const Element& element) {
 }
 
 std::string textOf(const BarPlace& bar, const Oddity& oddity) {
-  return nameIn(bar, oddity.element) + oddity.text + wordsOf(oddity.drawn);
+  return nameIn(bar, oddity.value.element) + oddity.text + wordsOf(oddity.drawn);
 }
 
 std::string lineOf(const std::string& name, const std::string& text, const Oddity& oddity) {
@@ -73,7 +73,7 @@ std::vector<std::string> remarkTexts(const BarPlace& bar) {
     const std::size_t count = std::exchange(counts[oddity.rule], 0);
     if (count == 0 || oddity.overall == Severity::Note) continue;
     const std::string text = textOf(bar, oddity);
-    const bool isOfBar = oddity.element.piece == 0;
+    const bool isOfBar = oddity.value.element.piece == 0;
     texts.push_back((isOfBar ? "the bar" : "") + text +
                     (count == 1 ? "" : " (and " + std::to_string(count - 1) + " more)"));
   }
@@ -86,7 +86,7 @@ std::vector<std::string> findingLines(const std::vector<BarPlace>& bars, const O
   std::map<std::string, std::pair<std::string, std::size_t>> notes;
   for (const BarPlace& bar : bars) {
     for (const Oddity& oddity : bar.oddities) {
-      const std::string comma = oddity.element.piece == 0 ? "" : ", ";
+      const std::string comma = oddity.value.element.piece == 0 ? "" : ", ";
       const std::string line =
           lineOf("bar " + bar.bar->BarNumber + comma, textOf(bar, oddity), oddity);
       if (oddity.overall != Severity::Note) {
@@ -109,7 +109,7 @@ std::string leftOutText(const std::vector<BarPlace>& bars) {
   for (const BarPlace& bar : bars) {
     for (const Oddity& oddity : bar.oddities) {
       if (oddity.drawn != Drawn::LeftOut) continue;
-      const Element& element = oddity.element;
+      const Element& element = oddity.value.element;
       (element.work == 0 ? pieces : works).insert({element.bar, element.piece, element.work});
     }
   }

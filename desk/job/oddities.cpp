@@ -1,7 +1,11 @@
 #include "desk/job/oddities.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
+#include <initializer_list>
+#include <map>
+#include <tuple>
 #include <utility>
 
 #include "desk/base/numbers.h"
@@ -76,18 +80,45 @@ class Judge {
       }
       here_.work = 0;
     }
-    for (const Oddity& one : found_) {
-      if (one.cause < 0) continue;
-      Oddity& cause = found_[static_cast<std::size_t>(one.cause)];
-      cause.overall = std::max(cause.overall, one.severity);
-    }
+    weighCauses();
     return std::move(found_);
   }
 
  private:
-  Oddity& add(const char* rule, Severity severity, const Field& field, const std::string& text) {
-    found_.push_back({rule, severity, here_, field.level, field.index, field.keys[format_], text});
-    return found_.back();
+  JobValue valueOf(const Field& field) const {
+    const bool isOfWork = field.level == Level::Work;
+    const Element element{here_.bar, field.level == Level::Bar ? 0 : here_.piece,
+                          isOfWork ? here_.work : 0};
+    return {element, field.level, field.index, field.keys[format_]};
+  }
+
+  Oddity& add(const char* rule, Severity severity, const Field& field, const std::string& text,
+              std::initializer_list<Field> others = {}) {
+    Oddity& oddity = found_.emplace_back(Oddity{rule, severity, valueOf(field), text});
+    for (const Field& other : others) oddity.others.push_back(valueOf(other));
+    return oddity;
+  }
+
+  /// Lets each cause weigh as much as what comes of it.
+  void weighCauses() {
+    using Key = std::tuple<int, int, Level, std::size_t>;  // all causes are above works
+    const auto keyOf = [](const JobValue& value) {
+      return Key{value.element.bar, value.element.piece, value.level, value.field};
+    };
+    std::map<Key, Oddity*> causes;
+    for (Oddity& one : found_) {
+      if (one.value.element.work == 0 && tellsMisread(one.rule)) {
+        causes.emplace(keyOf(one.value), &one);
+      }
+    }
+    for (const Oddity& one : found_) {
+      for (const JobValue& other : one.others) {
+        const auto found = causes.find(keyOf(other));
+        if (found == causes.end()) continue;
+        found->second->overall = std::max(found->second->overall, one.severity);
+        break;
+      }
+    }
   }
 
   /// ": "Length" is 0", or with quotation marks where it is more than a number.
@@ -101,7 +132,7 @@ class Judge {
   }
 
   /// Judges a text that must be a number. Returns whether it can be taken for one.
-  bool judgeNumber(const Field& field, const std::string& text, Severity ifMissing, Drawn drawn) {
+  bool judgeNumber(const Field& field, const std::string& text, Drawn drawn) {
     using Form = Measure::Form;
     const Measure measure = measureOf(text);
     const std::string read = "; some read " + shortestText(measure.value) + ", tonumber gives nil";
@@ -109,7 +140,7 @@ class Judge {
       case Form::Plain:
         return true;
       case Form::Missing:
-        add(rules::kNotANumber, ifMissing, field,
+        add(rules::kNotANumber, Severity::Error, field,
             " has no \"" + std::string(field.keys[format_]) + "\"")
             .drawn = drawn;
         return false;
@@ -142,6 +173,13 @@ class Judge {
         .drawn = drawn;
   }
 
+  void judgeLarge(const Field& field, const std::string& text, const char* how) {
+    const double size = measureOf(text).value;
+    if (size <= kLargestProfile || size > Measure::kLongest) return;
+    add(rules::kProfileSize, Severity::Warning, field,
+        isText(field, text) + ", but no profile is so " + how);
+  }
+
   void judgeThousands(const Field& field, const std::string& text, double longest) {
     if (!looksLikeThousands(text, longest)) return;
     add(rules::kThousandsPoint, Severity::Warning, field,
@@ -151,18 +189,20 @@ class Judge {
 
   void judgeBar() {
     const BAR_T& bar = *bar_.bar;
-    if (judgeNumber(kBarLength, bar.length, Severity::Error, Drawn::WithoutEnds)) {
+    if (judgeNumber(kBarLength, bar.length, Drawn::WithoutEnds)) {
       judgeSize(rules::kLength, kBarLength, bar.length, ", nothing to cut from",
                 Drawn::WithoutEnds);
       judgeThousands(kBarLength, bar.length, kLongestBar);
     }
-    if (judgeNumber(kWidth, bar.MaxY, Severity::Error, Drawn::OfUsualWidth)) {
+    if (judgeNumber(kWidth, bar.MaxY, Drawn::OfUsualWidth)) {
       judgeSize(rules::kProfileSize, kWidth, bar.MaxY, ", but a profile has a width",
                 Drawn::OfUsualWidth);
+      judgeLarge(kWidth, bar.MaxY, "wide");
     }
-    if (!bar.MaxZ.empty() && judgeNumber(kHeight, bar.MaxZ, Severity::Error, Drawn::AsItIs)) {
+    if (!bar.MaxZ.empty() && judgeNumber(kHeight, bar.MaxZ, Drawn::AsItIs)) {
       judgeSize(rules::kProfileSize, kHeight, bar.MaxZ, ", but a profile has a height",
                 Drawn::AsItIs);
+      judgeLarge(kHeight, bar.MaxZ, "high");
     }
     judgeLeftOver(bar);
     judgeTogether();
@@ -181,7 +221,8 @@ class Judge {
       but = ", but the pieces leave " + hundredthsText(rest);
     }
     if (but.empty()) return;
-    add(rules::kLeftOver, Severity::Warning, kLeftOver, isText(kLeftOver, bar.BarLeftLength) + but);
+    add(rules::kLeftOver, Severity::Warning, kLeftOver, isText(kLeftOver, bar.BarLeftLength) + but,
+        {kBarLength});
   }
 
   bool isTooLong(const PiecePlace& piece) const {
@@ -202,22 +243,20 @@ class Judge {
     add(rules::kDoesNotFit, mayFit ? Severity::Warning : Severity::Error, kBarLength,
         ": its " + countText(count, "piece") + " are " + hundredthsText(sum) +
             " long together, the bar " + shortestText(bar_.length) +
-            (mayFit ? "; they fit only where neighbours share a slanted cut" : ""));
+            (mayFit ? "; they fit only where neighbours share a slanted cut" : ""),
+        {kBarLength});
   }
 
   void judgePiece(const PiecePlace& piece) {
     const PIECE_T& record = *piece.piece;
-    misread_ = -1;
-    const std::size_t from = found_.size();
-    if (judgeNumber(kPieceLength, record.Length, Severity::Error, Drawn::LeftOut)) {
+    if (judgeNumber(kPieceLength, record.Length, Drawn::LeftOut)) {
       judgeSize(rules::kLength, kPieceLength, record.Length, ", nothing to cut", Drawn::LeftOut);
       judgeThousands(kPieceLength, record.Length, bar_.length > 0.0 ? bar_.length : kLongestBar);
-      const bool isMisread = found_.size() > from && piece.length > 0.0;
-      if (isMisread) misread_ = static_cast<int>(from);
     }
     if (isTooLong(piece)) {
       add(rules::kDoesNotFit, Severity::Error, kPieceLength,
-          isText(kPieceLength, record.Length) + ", the bar " + shortestText(bar_.length) + " long");
+          isText(kPieceLength, record.Length) + ", the bar " + shortestText(bar_.length) + " long",
+          {kPieceLength, kBarLength});
     }
     judgeAngle(kLeftAngle, record.sxB);
     judgeAngle(kRightAngle, record.dxB);
@@ -229,14 +268,14 @@ class Judge {
       add(rules::kAngle, Severity::Error, kPieceLength,
           isText(kPieceLength, record.Length) + ", but its angles take " +
               hundredthsText(piece.length + piece.tooShortBy) + " at a width of " +
-              shortestText(bar_.width))
+              shortestText(bar_.width),
+          {kPieceLength, kLeftAngle, kRightAngle, kWidth})
           .drawn = Drawn::Square;
-      found_.back().cause = misread_;
     }
   }
 
   void judgeAngle(const Field& field, const std::string& text) {
-    if (!judgeNumber(field, text, Severity::Warning, Drawn::Square)) return;
+    if (!judgeNumber(field, text, Drawn::Square)) return;
     if (measureOf(text).isA(TextForm::Angle)) return;
     add(rules::kAngle, Severity::Error, field,
         isText(field, text) + ", not between 0 and 180 degrees")
@@ -262,14 +301,12 @@ class Judge {
   void judgePlace(const WORK_T& work, const PiecePlace& piece) {
     const double height = measureOf(bar_.bar->MaxZ).value;
     if (piece.length > 0.0) {
-      const std::size_t from = found_.size();
-      judgePosition(rules::kWorkBesidePiece, Severity::Error, kX, work.PositionX, piece.length,
-                    "the piece", "long");
-      if (found_.size() > from) found_.back().cause = misread_;
+      judgePosition(rules::kWorkBesidePiece, Severity::Error, kX, work.PositionX, kPieceLength,
+                    piece.length, "the piece", "long");
     }
-    judgePosition(rules::kWorkOutsideProfile, Severity::Warning, kY, work.PositionY, bar_.width,
-                  "the profile", "wide");
-    judgePosition(rules::kWorkOutsideProfile, Severity::Warning, kZ, work.PositionZ,
+    judgePosition(rules::kWorkOutsideProfile, Severity::Warning, kY, work.PositionY, kWidth,
+                  bar_.width, "the profile", "wide");
+    judgePosition(rules::kWorkOutsideProfile, Severity::Warning, kZ, work.PositionZ, kHeight,
                   height > 0.0 ? height : Measure::kLongest, "the profile", "high");
     if (!piece.works.empty() && bar_.isWidthKnown) {
       judgeCorner(piece.works[static_cast<std::size_t>(here_.work - 1)], piece);
@@ -277,7 +314,7 @@ class Judge {
   }
 
   void judgePosition(const char* rule, Severity severity, const Field& field, double position,
-                     double size, const char* whole, const char* how) {
+                     const Field& limit, double size, const char* whole, const char* how) {
     if (position >= -kRounding && position <= size + kRounding) return;
     const Drawn drawn = field.index == kZ.index ? Drawn::AsItIs : Drawn::LeftOut;
     const std::string is = isText(field) + shortestText(position);
@@ -286,8 +323,8 @@ class Judge {
     } else if (position < -kRounding) {
       add(rule, severity, field, is + ", and " + whole + " begins at 0").drawn = drawn;
     } else {
-      add(rule, severity, field, is + ", " + whole + " " + shortestText(size) + " " + how).drawn =
-          drawn;
+      add(rule, severity, field, is + ", " + whole + " " + shortestText(size) + " " + how, {limit})
+          .drawn = drawn;
     }
   }
 
@@ -301,33 +338,52 @@ class Judge {
     add(rules::kWorkInCorner, Severity::Note, kX,
         isText(kX) + shortestText(x) + ", " + hundredthsText(off) + " off the " +
             (isLeft ? "left" : "right") + " cut of " + shortestText(angle) + " degrees at Y " +
-            shortestText(work.work->PositionY));
+            shortestText(work.work->PositionY),
+        {kPieceLength, isLeft ? kLeftAngle : kRightAngle, kWidth, kY});
   }
 
-  static constexpr double kLongestBar = 20000.0;    ///< of those that are in trade, mm
-  static constexpr double kLeftOverRounding = 1.0;  ///< mm
+  static constexpr double kLongestBar = 20000.0;     ///< of those that are in trade, mm
+  static constexpr double kLargestProfile = 1000.0;  ///< of those that are in trade, mm
+  static constexpr double kLeftOverRounding = 1.0;   ///< mm
   static constexpr double kRightAngle135 = 135.0;
 
   const BarPlace& bar_;
   std::size_t format_;
   Element here_;
-  int misread_ = -1;  ///< the oddity of the piece's length, where it is another one than was meant
   Oddities found_;
 };
 
+/// Whether a unit that is spelt in another way than usual is the millimetre.
+bool meansMillimetre(const std::string& unit) {
+  constexpr std::string_view kNames[] = {"mm",          "mms",        "millimeter",
+                                         "millimeters", "millimetre", "millimetres"};
+  std::string name;
+  for (const char byte : unit) {
+    if (byte != ' ' && byte != '.')
+      name += static_cast<char>(std::tolower(static_cast<unsigned char>(byte)));
+  }
+  return contains(kNames, name);
+}
+
 }  // namespace
+
+bool tellsMisread(std::string_view rule) {
+  constexpr std::string_view kRules[] = {rules::kNotANumber, rules::kDecimalComma,
+                                         rules::kThousandsPoint, rules::kLength,
+                                         rules::kProfileSize};
+  return contains(kRules, rule);
+}
 
 Oddities headerOddities(const DATA_T& job, JobFormat format) {
   if (job.Unit.empty() || contains(model::kMillimetres, job.Unit)) return {};
+  const bool isMillimetre = meansMillimetre(job.Unit);
   const char* const key = kUnit.keys[static_cast<std::size_t>(format)];
   return {{rules::kUnit,
-           Severity::Error,
-           {},
-           kUnit.level,
-           kUnit.index,
-           key,
+           isMillimetre ? Severity::Note : Severity::Error,
+           {{}, kUnit.level, kUnit.index, key},
            ": \"" + std::string(key) + "\" is " + quoted(job.Unit) +
-               ", and every length is taken as millimetres"}};
+               (isMillimetre ? ", which jobs write as \"mm\""
+                             : ", and every length is taken as millimetres")}};
 }
 
 void judge(BarPlace& bar, int number, JobFormat format) {

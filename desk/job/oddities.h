@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "desk/job/rules.h"
@@ -17,19 +18,27 @@ struct BarPlace;
 /// What a drawing makes of an oddity.
 enum class Drawn { AsItIs, LeftOut, Square, OfUsualWidth, WithoutEnds };
 
-/// A value of a job that ought to be another one.
-struct Oddity {
-  const char* rule;    ///< an id of the rule table
-  Severity severity;   ///< by itself
+/// Where a value of a job is.
+struct JobValue {
   Element element;     ///< whose value it is
   model::Level level;  ///< of the key table that the value's key stands in
   std::size_t field;   ///< of the level's record, see FieldsOf
   const char* key;     ///< as the format spells it
-  std::string text;    ///< what is so, to be put behind the element's name: ": \"Length\" is \"0\""
-  Drawn drawn = Drawn::AsItIs;
-  int cause = -1;               ///< index of the oddity in the same list that it comes of
-  Severity overall = severity;  ///< the gravest one of it and of what comes of it
 };
+
+/// A value of a job that ought to be another one.
+struct Oddity {
+  const char* rule;   ///< an id of the rule table
+  Severity severity;  ///< by itself
+  JobValue value;
+  std::string text;  ///< what is so, to be put behind the element's name: ": \"Length\" is \"0\""
+  Drawn drawn = Drawn::AsItIs;
+  std::vector<JobValue> others{};  ///< what else it is judged by
+  Severity overall = severity;     ///< the gravest one of it and of what comes of it
+};
+
+/// Whether what a rule tells of a value may be why other rules tell of what is judged by it.
+bool tellsMisread(std::string_view rule);
 
 using Oddities = std::vector<Oddity>;
 

@@ -28,8 +28,8 @@ const std::vector<Rule>& allRules() {
        "a value counts only if it has the type of its key. All others are as good as absent: the "
        "field keeps what it holds, which may be the value of an earlier bar, piece or job. Length "
        "and angles of a cut are texts, numbers and dimensions of a bar are integers.",
-       "write the type that the message names. `null` clears nothing; to clear a text write "
-       "`\"\"`."},
+       "write the type that the message names. `null` clears nothing, and where a list belongs the "
+       "list is lost; to clear a text write `\"\"`, for an empty list `[]`."},
       {rules::kUnknownKey, Severity::Warning, "no reader knows the key or element",
        "the value is ignored. Keys are compared byte for byte: another case is another key. XML "
        "jobs have names of their own for some fields.",
@@ -87,7 +87,8 @@ const std::vector<Rule>& allRules() {
       {rules::kIgnoredText, Severity::Warning, "text at this place is not read",
        "a value is the first text of its element and ends at a comment or at another element. Text "
        "between elements and around the root is not looked at. Entities that a document type "
-       "declares are not known: `&note;` stays as it is written.",
+       "declares are not known: `&note;` stays as it is written. It is an error where the value "
+       "steers the machine.",
        "keep comments out of values, and write texts out."},
       {rules::kAttribute, Severity::Warning, "attributes are not read",
        "attributes are not read. Those that declare name spaces and schemas do no harm and are not "
@@ -126,14 +127,15 @@ const std::vector<Rule>& allRules() {
        "write 90 for a square end, and the length from tip to tip."},
       {rules::kProfileSize, Severity::Error, "a width or a height that no profile has",
        "`get_work`, `get_Dimensions`, `get_cut` and `get_hole` hand the size to the scripts, which "
-       "set tools and clamps by it.",
+       "set tools and clamps by it. More than 1000 mm is taken for a slip, and told as a warning.",
        "write the width and the height of the profile in millimetres."},
       {rules::kLeftOver, Severity::Warning, "more is said to be left over than can be",
        "the label of the remnant says a length that it does not have. Less than the pieces leave "
        "is no finding: saw blade and clamps take their share.",
        "write what is left behind the last cut, 0 for nothing."},
       {rules::kUnit, Severity::Error, "the unit of the job is not the millimetre",
-       "no reader converts a length: 10 inches are cut as 10 mm.",
+       "no reader converts a length: 10 inches are cut as 10 mm. Millimetres in another spelling, "
+       "such as `millimeter`, are a note.",
        "convert every length, and write `mm`."},
       {rules::kSide, Severity::Warning, "a side that no profile has",
        "a profile has four sides and two ends, which machines number from 0 or from 1. The work is "

@@ -196,7 +196,7 @@ ODDITIES = [
     ("negative.json", JOB % f'{{"BarNumber": 1, "length": 1000, "piece": [{CUT % 1500}, {CUT.replace("1,", "2,") % -900}]}}',
      '1:108: error: piece 1 of bar 1: "Length" is 1500, the bar 1000 long [does-not-fit]\n'
      '1:155: error: piece 2 of bar 1: "Length" is -900, nothing to cut [length]'),
-    ("sign.json", JOB % '{"BarNumber": 1, "MaxY": -, "MaxZ": 1.5e+3, "length": 0, "BarType": 1.e1}',
+    ("sign.json", JOB % '{"BarNumber": 1, "MaxY": -, "MaxZ": 1.5e+2, "length": 0, "BarType": 1.e1}',
      '1:53: error: bar 1: "MaxY" is 0, but a profile has a width [profile-size]\n'
      '1:82: error: bar 1: "length" is 0, nothing to cut from [length]\n'
      "1:53: note: a sign without a number, read as 0, is not standard JSON; other tools refuse the file [lenient-json]\n"
@@ -247,6 +247,15 @@ ODDITIES = [
      '1: note: "BarNumber" is ignored because only the first one counts (line 1), which has the same text '
      "[repeated-element]\n"
      '1: error: "BarNumber" is ignored because only the first one counts (line 1) [repeated-element]'),
+    ("split.xml", XML % ROW % ("<MaxY>60</MaxY>", "\n<Cut><Length>1<!-- x -->200</Length><sxB>45</sxB><dxB>90</dxB></Cut>" + WORK.replace(
+        "<PositionX>1<", "<PositionX>150<")),
+     '2: error: the text "200" in "Length" is not read: a value ends where its first text ends [ignored-text]\n'
+     '    piece 1 of bar 1: "Length" is 1, but its angles take 60 at a width of 60 [angle]\n'
+     '    work 1 of piece 1 of bar 1 ("b"): "PositionX" is 150, the piece 1 long [work-beside-piece]'),
+    ("true.json", JOB % '{"BarNumber": 1, "MaxY": 60, "MaxZ": 1, "piece": [{"PieceNumber": 1, "cut": {"Length": "900", "sxB": "45"},'
+     ' "work": [{"Name": "a", "PositionX": true, "PositionY": 9}]}, {"PieceNumber": 2, "cut": {"Length": "900", "sxB": "45"}, "work": null}]}',
+     '1:159: error: "PositionX" must be a number, not true: it is ignored [wrong-type]\n'
+     '1:255: error: "work" must be an array, not null: it is ignored [wrong-type]'),
     ("merged.xml", XML % ROW % ("", "<Cut><Length>9</Length></Cut>\n<Cut><sxB>45</sxB></Cut>"),
      '2: error: "Cut" lacks "Length" and keeps that of another "Cut" of the same piece (line 1) '
      "[repeated-element]"),

@@ -32,6 +32,7 @@ JOBS = [
     ({"length": 0}, "length"), ({"Length": "0"}, "length"), ({"Length": "-1200"}, "length"),
     ({"length": 2000000, "BarLeftLength": 0}, "length"),
     ({"MaxZ": 0}, "profile-size"), ({"MaxZ": 5}, ""), ({"MaxY": -5}, "profile-size"),
+    ({"MaxZ": 1000}, ""), ({"MaxZ": 1001}, "profile-size"),
     ({"Unit": "MM"}, ""), ({"Unit": "cm"}, "unit"),
     ({"ProfiLav": 0}, ""), ({"ProfiLav": 6}, ""), ({"ProfiLav": 7}, "side"), ({"ProfiLav": -1}, "side"),
     ({"Length": "900.000"}, ""), ({"Length": "12.000", "length": 6000, "sxB": "90", "dxB": "90", "PositionX": 5}, ""),
