@@ -78,6 +78,7 @@ int run(const Command& command, const std::vector<std::string>& words, Arguments
   if (arguments.has("help")) return show(commandHelp(command));
   if (arguments.has("version")) return show(kVersion);
   checkOperands(command, arguments.operands);
+  checkOptions(command, arguments);
   setColours(choice(arguments.value("color", "auto"), "--color", kColours).when);
   return command.run(arguments);
 }

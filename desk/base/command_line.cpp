@@ -155,6 +155,10 @@ void checkOperands(const Command& command, const std::vector<std::string>& opera
   if (operands.size() < known.size() && !known[operands.size()].isOptional) {
     refuse("which " + known[operands.size()].name + "?");
   }
+  const bool areFiles = !command.leavesTheRest;
+  if (areFiles && std::count(operands.begin(), operands.end(), "-") > 1) {
+    refuse("'-' is given twice, but standard input can be read once only.");
+  }
   if (known.empty() ||
       std::any_of(known.begin(), known.end(), [](const Operand& one) { return one.repeats; })) {
     return;
@@ -166,6 +170,16 @@ void checkOperands(const Command& command, const std::vector<std::string>& opera
     const std::string near = nearest(operands[i], values);
     refuse("what is '" + operands[i] + "'?" +
            (near.empty() ? "" : " Did you mean '" + near + "'?"));
+  }
+}
+
+void checkOptions(const Command& command, const Arguments& arguments) {
+  for (const Option& option : command.options) {
+    if (option.argument == nullptr || option.repeats) continue;
+    const std::vector<std::string> given = arguments.values(option.name);
+    if (given.size() < 2) continue;
+    throw Error(kExitUsage, std::string(command.name) + ": option '--" + option.name +
+                                "' is given twice: '" + given[0] + "' and '" + given[1] + "'");
   }
 }
 

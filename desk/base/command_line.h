@@ -16,6 +16,7 @@ struct Option {
   char letter = '\0';                    ///< a short spelling, if it has one
   std::vector<std::string> values = {};  ///< all its argument may be, where that is a few names
   std::vector<std::string> levels = {};  ///< what may stand behind values that end with "="
+  bool repeats = false;                  ///< whether it may be given again
 };
 
 /// What a command line says: options and the operands among them.
@@ -59,9 +60,14 @@ struct Operand {
 /// What `command` takes, from its row of the table.
 std::vector<Operand> operandsOf(const Command& command);
 
-/// Throws Error when operands are missing, too many, or none of the words of a choice. A command
-/// that takes none in its table answers for them itself; behind one that repeats nothing is judged.
+/// Throws Error when operands are missing, too many, or none of the words of a choice, and when
+/// standard input is to be two of them. A command that takes none in its table answers for them
+/// itself; behind one that repeats nothing else is judged.
 void checkOperands(const Command& command, const std::vector<std::string>& operands);
+
+/// Throws Error for an option of the command's own, with an argument, that is given again although
+/// that would hide the first. Of the program's options the last one counts.
+void checkOptions(const Command& command, const Arguments& arguments);
 
 /// Splits `words` into options and operands. Options end at the first operand or at "--". Throws
 /// Error for an unknown option, with the nearest known one, and for a missing or surplus argument.

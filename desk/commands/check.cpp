@@ -33,6 +33,11 @@ constexpr FailOnRow kFailOn[] = {{"warning", FailOn::Warning},
                                  {"note", FailOn::Note},
                                  {"never", FailOn::Never}};
 
+FailOn failOnOf(const std::string& name) {
+  if (name == "none") throw Error(kExitUsage, "check: --fail-on none: did you mean 'never'?");
+  return choice(name, "check: --fail-on", kFailOn).failOn;
+}
+
 struct Format {
   const char* name;
   std::string (*write)(const Report&, FailOn, const TextOptions&);
@@ -138,7 +143,7 @@ int run(const Arguments& arguments) {
   const bool isWatching = arguments.has("watch");
   const Order order = {
       choice(arguments.value("format", "text"), "check: --format", kFormats),
-      choice(arguments.value("fail-on", "warning"), "check: --fail-on", kFailOn).failOn,
+      failOnOf(arguments.value("fail-on", "warning")),
       arguments.has("sequence") ? CheckSession::Readers::Kept : CheckSession::Readers::Fresh,
       settingsOf(arguments),
       {arguments.has("all"), isWatching || (terminal.isForEyes() && !arguments.has("quiet"))}};
@@ -173,7 +178,7 @@ Command checkCommand() {
           {"sequence", nullptr, "load the files in turn into one reader, as the machine does"},
           {"watch", nullptr, "check again whenever a file is saved, until Ctrl-C"},
           {"rule", "RULE=LEVEL", "take a rule as off, note, warning or error; may be given again",
-           '\0', settableRules(), check::ruleLevels()},
+           '\0', settableRules(), check::ruleLevels(), true},
           {"explain", "RULE", "say what a rule is about, what the machine does and how to cure it",
            '\0', check::ruleIds()},
           {"all", nullptr, "show every finding, also those that differ in their place only"},

@@ -76,6 +76,9 @@ panel::PictureOrder pictureOrderOf(const Arguments& arguments) {
   panel::PictureOrder order;
   order.svg = arguments.value("svg");
   order.png = arguments.value("png");
+  if (order.svg == kStandardStream && order.png == kStandardStream) {
+    throw Error(kExitUsage, "panel: standard output takes one picture, of --svg or of --png");
+  }
   if (arguments.has("page")) {
     order.page = static_cast<int>(number(arguments, "page", 1, 1, USHRT_MAX));
   }

@@ -26,14 +26,21 @@ void answerDownloads(const std::string& text) {
 
 struct FaultRow {
   const char* name;
+  const char* typed;  ///< with what stands behind the name
   void (*apply)(const std::string& value);
 };
 constexpr FaultRow kFaults[] = {
-    {"no-usb", [](const std::string&) { deskhost::settings().usb.clear(); }},
-    {"download=", answerDownloads},
-    {"like-panel",
+    {"no-usb", "no-usb", [](const std::string&) { deskhost::settings().usb.clear(); }},
+    {"download=", "download=CODE", answerDownloads},
+    {"like-panel", "like-panel",
      [](const std::string&) { deskhost::settings().downloadFaults.keepsWhateverCame = true; }},
 };
+
+std::vector<std::string> typedFaults() {
+  std::vector<std::string> faults;
+  for (const FaultRow& row : kFaults) faults.emplace_back(row.typed);
+  return faults;
+}
 
 }  // namespace
 
@@ -42,9 +49,13 @@ Option jobOption() {
 }
 
 Option faultOption() {
-  return {"fault", "FAULT",
+  return {"fault",
+          "FAULT",
           "a bad day: no-usb, download=CODE or like-panel (docs/manual.md); may be given again",
-          '\0', namesOf(kFaults)};
+          '\0',
+          namesOf(kFaults),
+          {},
+          true};
 }
 
 std::string applyScriptOptions(const Arguments& arguments) {
@@ -52,7 +63,7 @@ std::string applyScriptOptions(const Arguments& arguments) {
   for (const std::string& fault : arguments.values("fault")) {
     const std::size_t end = fault.find('=');
     const std::string name = fault.substr(0, end == std::string::npos ? end : end + 1);
-    choice(name, "--fault", kFaults).apply(fault.substr(name.size()));
+    choice(name, "--fault", kFaults, typedFaults()).apply(fault.substr(name.size()));
   }
   return plugin;
 }

@@ -1,4 +1,5 @@
 // cusdesk show: the rows that scripts get for a job file, and where their values come from.
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <initializer_list>
@@ -49,24 +50,30 @@ constexpr Format kFormats[] = {
     {"json", jsonText},
     {"csv", csvText}};
 
-/// The format that is not one of a table.
-constexpr char kHtml[] = "html";
+/// Those of the cuts; the last is not one of rows.
+constexpr Format kCutFormats[] = {kFormats[0], kFormats[1], kFormats[2], {"html", nullptr}};
 
-std::vector<std::string> allFormats() {
-  std::vector<std::string> names = namesOf(kFormats);
-  names.emplace_back(kHtml);
-  return names;
+/// Refuses a table that stands where a file is expected.
+[[noreturn]] void refuseTable(const std::string& table, const std::vector<std::string>& operands) {
+  const auto isTable = [](const std::string& word) { return contains(namesOf(kTables), word); };
+  const std::string usage = "'cusdesk show FILE " + table + "'";
+  if (std::all_of(operands.begin(), operands.end(), isTable)) {
+    throw Error(kExitUsage, "show: which FILE? " + usage);
+  }
+  if (isTable(operands.back()) && !isTable(operands.front())) {
+    throw Error(kExitUsage,
+                "show: '" + table + "' or '" + operands.back() + "'? One table at a time");
+  }
+  throw Error(kExitUsage, "show: '" + table + "' stands behind the file: " + usage);
 }
 
 /// What stands for no file although it is taken for one: a table, or a word like one.
-void refuseWrongWords(const std::vector<std::string>& files) {
+void refuseWrongWords(const std::vector<std::string>& files,
+                      const std::vector<std::string>& operands) {
   const std::vector<std::string> tables = namesOf(kTables);
   for (const std::string& file : files) {
     if (std::filesystem::exists(file)) continue;
-    if (contains(tables, file)) {
-      throw Error(kExitUsage,
-                  "show: '" + file + "' stands behind the file: 'cusdesk show FILE " + file + "'");
-    }
+    if (contains(tables, file)) refuseTable(file, operands);
     const std::string near = nearest(file, tables);
     if (near.empty() || files.size() == 1) continue;
     throw Error(kExitUsage,
@@ -79,7 +86,7 @@ bool isSummary(const Arguments& arguments) {
   std::vector<std::string> files = arguments.operands;
   const bool isSummary = !files.empty() && !contains(namesOf(kTables), files.back());
   if (!isSummary && files.size() > 1) files.pop_back();
-  refuseWrongWords(files);
+  refuseWrongWords(files, arguments.operands);
   return isSummary;
 }
 
@@ -139,8 +146,7 @@ TextTable tableFor(const Arguments& arguments, const std::string& file, const Qu
 
 int showRows(const Arguments& arguments, const TableRow& row) {
   const Question question = questionOf(arguments, row);
-  const Format& format =
-      choice(arguments.value("format", "text"), "show: --format", kFormats);
+  const Format& format = choice(arguments.value("format", "text"), "show: --format", kFormats);
   const bool where = arguments.has("where");
   const TextTable table = tableFor(arguments, arguments.operands.front(), question, where);
   std::fputs(format.write(table, where).c_str(), stdout);
@@ -160,7 +166,8 @@ int run(const Arguments& arguments) {
   refuseOptions(arguments, "a table", {"keep-from"});
   const TableRow& table = choice(arguments.operands.back(), "show: what to show", kTables);
   const bool isCuts = table.subject == Subject::Cuts && !table.isPieces;
-  if (arguments.value("format") == kHtml && isCuts) {
+  const std::string format = arguments.value("format", "text");
+  if (isCuts && choice(format, "show: --format", kCutFormats).write == nullptr) {
     refuseOptions(arguments, "a cut list", {"where"});
     return printCutList(arguments);
   }
@@ -189,7 +196,7 @@ Command showCommand() {
           {"barcode", "CODE", "only what is about pieces with this barcode"},
           {"bar", "NUMBER", "only what is about bars with this number"},
           {"format", "FORMAT", "text (default), json or csv; of cuts also html", '\0',
-           allFormats()},
+           namesOf(kCutFormats)},
           {"keep-from", "LENGTH",
            "how long a leftover is worth keeping, in a summary (default: 500)"},
           {"where", nullptr, "add the line that each value was read from; mark carried ones"},

@@ -27,6 +27,9 @@ struct DocumentFault {
 /// What is said after the reason of a fault that is only here.
 constexpr char kOnlyHere[] = "a panel would load it: only cusdesk refuses";
 
+/// The reason that a document without any text is refused for.
+constexpr char kEmptyDocument[] = "the document is empty";
+
 /// The fault at an offset of a document, from 0.
 DocumentFault faultAt(std::string_view text, std::size_t offset, const std::string& reason);
 

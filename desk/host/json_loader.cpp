@@ -24,6 +24,10 @@ std::unique_ptr<Json::CharReader> makeReader() {
   return std::unique_ptr<Json::CharReader>(builder.newCharReader());
 }
 
+bool isBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
 /// Takes the first fault from the library's list: "* Line 3, Column 5\n  reason.\n".
 DocumentFault firstFault(const std::string& errors) {
   DocumentFault fault;
@@ -49,6 +53,10 @@ bool parseJson(const std::string& text, Json::Value& root, DocumentFault& fault)
   const bool marked = text.compare(0, 3, kByteOrderMark) == 0;
   const char* const begin = text.data() + (marked ? 3 : 0);
   const char* const end = text.data() + text.size();
+  if (std::all_of(begin, end, isBlank)) {
+    fault = {0, 0, kEmptyDocument};
+    return false;
+  }
   std::string errors;
   try {
     if (!makeReader()->parse(begin, end, &root, &errors)) {

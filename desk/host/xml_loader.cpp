@@ -20,7 +20,7 @@ constexpr ErrorText kErrorTexts[] = {
     {tinyxml2::XML_ERROR_PARSING_DECLARATION, "declaration without its end, or out of place"},
     {tinyxml2::XML_ERROR_PARSING_UNKNOWN, "declaration without its end"},
     {tinyxml2::XML_ERROR_PARSING, "the document ends within an element"},
-    {tinyxml2::XML_ERROR_EMPTY_DOCUMENT, "the document is empty"},
+    {tinyxml2::XML_ERROR_EMPTY_DOCUMENT, kEmptyDocument},
     {tinyxml2::XML_ERROR_MISMATCHED_ELEMENT, "element without its end tag"},
     {tinyxml2::XML_ELEMENT_DEPTH_EXCEEDED, "elements are nested too deep"},
 };
