@@ -47,13 +47,18 @@ struct Layout {
 };
 
 Layout layoutOf(const TextTable& table, bool where) {
-  Layout layout{{}, std::vector<bool>(table.keys.size(), true)};
+  Layout layout{{}, std::vector<bool>(table.keys.size(), false)};
+  std::vector<bool> hasText(table.keys.size(), false);
   for (const std::string& key : table.keys) layout.widths.push_back(displayWidth(key));
   for (const auto& row : table.rows) {
     for (std::size_t i = 0; i < row.size(); ++i) {
       layout.widths[i] = std::max(layout.widths[i], displayWidth(shown(row[i], where)));
-      if (!looksLikeNumber(row[i].text)) layout.toRight[i] = false;
+      if (row[i].text.empty()) continue;
+      (looksLikeNumber(row[i].text) ? layout.toRight : hasText)[i] = true;
     }
+  }
+  for (std::size_t i = 0; i < hasText.size(); ++i) {
+    if (hasText[i]) layout.toRight[i] = false;
   }
   return layout;
 }
@@ -181,9 +186,8 @@ std::string csvText(const TextTable& table, bool where) {
 }
 
 std::string jsonText(const TextTable& table, bool where) {
-  return jsonArray(
-      table.rows.size(), [&](std::size_t row) { return jsonRow(table, row, where); },
-      {"value", "line", "column", "carried", "element"});
+  return jsonArray(table.rows.size(), [&](std::size_t row) { return jsonRow(table, row, where); },
+                   {"value", "line", "column", "carried", "element"});
 }
 
 Json::Value jsonRows(const TextTable& table, bool where) {

@@ -83,9 +83,10 @@ int printCutList(const Arguments& arguments) {
   const std::string& file = arguments.operands.front();
   const CheckedJob job(file);
   const std::string source = std::filesystem::path(job::shownName(file)).filename().string();
-  std::fputs(show::cutListHtml(job.traced().job, job.format(), source, selectionOf(arguments, job))
-                 .c_str(),
-             stdout);
+  const std::string page =
+      show::cutListHtml(job.traced().job, job.format(), source, selectionOf(arguments, job),
+                        countOf(job.report(), Severity::Error));
+  std::fputs(page.c_str(), stdout);
   return kExitOk;
 }
 

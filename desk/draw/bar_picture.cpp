@@ -95,7 +95,7 @@ void BarPicture::drawStock(SvgCanvas& canvas, double bottom) const {
   const bool known = bar_.length > 0.0;
   canvas.rectangle(kMargin, bottom - band(), length(known ? bar_.length : bar_.used), band(),
                    known ? "bar" : "open");
-  if (!known || bar_.leftOver() <= 0.0) return;
+  if (!bar_.isKnown() || bar_.leftOver() <= 0.0) return;
   const std::string rest = hundredthsText(bar_.leftOver());
   if (widthInMm(rest, kLabel) > length(bar_.leftOver())) return;
   const double middle = kMargin + length(bar_.used + bar_.leftOver() / 2.0);

@@ -26,7 +26,7 @@ PieceLabel labelOf(const PiecePlace& piece, const std::string& name, double leng
   const std::string barCode = xmlText(piece.piece->BarCode);
   const std::string left = angleText(piece.leftAngle);
   const std::string right = angleText(piece.rightAngle);
-  const std::string lengthText = hundredthsText(piece.length);
+  const std::string wholeLength = xmlText(lengthText(piece));
   const double room = length - kBetweenLabels;
   const double numberRoom = widthInMm(number, kNumber);
   const double angleRoom =
@@ -37,18 +37,18 @@ PieceLabel labelOf(const PiecePlace& piece, const std::string& name, double leng
     label.leftAngle = left;
     label.rightAngle = right;
   }
-  if (widthInMm(lengthText, kLabel) <= room) label.length = lengthText;
+  if (widthInMm(wholeLength, kLabel) <= room) label.length = wholeLength;
   if (widthInMm(barCode, kLabel) <= room || room >= kLeastOfBarCode) {
     label.barCode = truncatedToMm(barCode, room, kLabel);
   }
-  label.isWhole = label.number == number && label.length == lengthText && label.leftAngle == left &&
-                  label.rightAngle == right && label.barCode == barCode;
+  label.isWhole = label.number == number && label.length == wholeLength &&
+                  label.leftAngle == left && label.rightAngle == right && label.barCode == barCode;
   return label;
 }
 
 std::string lineOf(const PiecePlace& piece, const std::string& name) {
   std::string line = xmlText(name) + ": ";
-  line += piece.length > 0.0 ? hundredthsText(piece.length) : "no length";
+  line += piece.length > 0.0 ? xmlText(lengthText(piece)) : "no length";
   if (piece.leftAngle != 90.0 || piece.rightAngle != 90.0) {
     line += ", " + hundredthsText(piece.leftAngle) + "°/" + hundredthsText(piece.rightAngle) + "°";
   }

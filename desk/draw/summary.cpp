@@ -48,8 +48,10 @@ std::string lineOf(const std::string& name, const std::string& text, const Oddit
 }  // namespace
 
 std::string summaryText(const BarPlace& bar) {
-  std::string text = countText(bar.pieces.size(), "piece") + ", " + hundredthsText(bar.used);
-  if (bar.length > 0.0) text += " of " + hundredthsText(bar.length);
+  std::string text = countText(bar.pieces.size(), "piece") + ", ";
+  if (bar.unknown > 0) return text + unknownText(bar);
+  text += hundredthsText(bar.used);
+  if (bar.isLengthKnown) text += " of " + hundredthsText(bar.length);
   text += " used";
   const std::string yield = yieldOf(bar).text();
   if (yield.empty()) return text;
@@ -62,6 +64,10 @@ std::string summaryText(const BarPlace& bar) {
 std::string pieceName(const BAR_T& bar, int place) {
   const std::string& number = bar.piece[static_cast<std::size_t>(place - 1)].PieceNumber;
   return number.empty() ? "(" + std::to_string(place) + ")" : number;
+}
+
+std::string lengthText(const PiecePlace& piece) {
+  return piece.isLengthKnown ? hundredthsText(piece.length) : piece.piece->Length;
 }
 
 std::vector<std::string> remarkTexts(const BarPlace& bar) {
@@ -138,9 +144,9 @@ TextTable summaryTable(const std::vector<BarPlace>& bars) {
         bar.bar->BarNumber,
         bar.bar->BarName,
         std::to_string(bar.pieces.size()),
-        bar.length > 0.0 ? hundredthsText(bar.length) : "",
-        hundredthsText(bar.used),
-        bar.length > 0.0 ? hundredthsText(bar.leftOver()) : "",
+        bar.isLengthKnown ? hundredthsText(bar.length) : bar.bar->length,
+        bar.unknown == 0 ? hundredthsText(bar.used) : "",
+        bar.isKnown() ? hundredthsText(bar.leftOver()) : "",
         bar.bar->BarLeftLength,
         yieldOf(bar).text(),
     };

@@ -17,6 +17,9 @@ std::string summaryText(const BarPlace& bar);
 /// What a piece is called: its number, else its place on the bar in brackets.
 std::string pieceName(const BAR_T& bar, int place);
 
+/// A piece's length, or the job's own text where that is no plain number.
+std::string lengthText(const PiecePlace& piece);
+
 /// What is odd about a bar, for its picture: a line for each rule, notes left out.
 std::vector<std::string> remarkTexts(const BarPlace& bar);
 
@@ -27,7 +30,7 @@ std::vector<std::string> findingLines(const std::vector<BarPlace>& bars, const O
 /// What is not in the picture: "1 piece and 2 works"; empty when all is.
 std::string leftOutText(const std::vector<BarPlace>& bars);
 
-/// "7 bars, 46 pieces, yield 95.4 %"; bars whose pieces do not fit count for no yield.
+/// "7 bars, 46 pieces, yield 95.4 %"; some bars count for no yield, see Yield.
 std::string totalText(const std::vector<BarPlace>& bars);
 
 /// One row for each bar, for the command line. "stated" is what the job says is left over.

@@ -111,6 +111,7 @@ std::vector<Point> outlineOf(double start, double length, double width, double l
 BarPlace layOut(const BAR_T& bar) {
   BarPlace place{&bar};
   place.length = lengthOf(bar.length);
+  place.isLengthKnown = plainSizeOf(bar.length) > 0.0;
   place.width = lengthOf(bar.MaxY);
   place.isWidthKnown = place.width > 0.0;
   if (!place.isWidthKnown) place.width = usualWidth(bar);
@@ -118,7 +119,10 @@ BarPlace layOut(const BAR_T& bar) {
   for (const PIECE_CHILD_SECOND_T& record : bar.piece) {
     PiecePlace piece{&record};
     piece.start = place.used;
+    piece.isStartKnown = place.unknown == 0;
     piece.length = lengthOf(record.Length);
+    piece.isLengthKnown = plainSizeOf(record.Length) > 0.0;
+    if (!piece.isLengthKnown) ++place.unknown;
     if (piece.length > 0.0) {
       shape(piece, place.width);
       addWorks(piece, place.width);

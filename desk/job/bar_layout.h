@@ -46,7 +46,9 @@ struct WorkPlace {
 struct PiecePlace {
   const PIECE_CHILD_SECOND_T* piece;  ///< in the job
   double start = 0.0;                 ///< of its left tip, on the bar
-  double length = 0.0;                ///< from tip to tip; 0: the job tells none
+  double length = 0.0;                ///< from tip to tip, as drawn; 0: the job tells none
+  bool isStartKnown = true;           ///< whether the lengths of all pieces before it are known
+  bool isLengthKnown = false;         ///< whether it is a plain number
   double leftAngle = 90.0;            ///< as drawn, see outlineOf
   double rightAngle = 90.0;
   /// Its corners: lower left, lower right, upper right, upper left. Empty without a length.
@@ -57,11 +59,13 @@ struct PiecePlace {
 };
 
 struct BarPlace {
-  const BAR_T* bar;          ///< in the job
-  double length = 0.0;       ///< 0: the job tells none
-  double width = 0.0;        ///< of the profile, a usual one when the job tells none
-  bool isWidthKnown = true;  ///< whether the job tells it
-  double used = 0.0;         ///< the pieces' lengths together
+  const BAR_T* bar;            ///< in the job
+  double length = 0.0;         ///< as drawn; 0: the job tells none
+  bool isLengthKnown = false;  ///< whether it is a plain number
+  double width = 0.0;          ///< of the profile, a usual one when the job tells none
+  bool isWidthKnown = true;    ///< whether the job tells it
+  double used = 0.0;           ///< the pieces' lengths together, as drawn
+  std::size_t unknown = 0;     ///< of the pieces: those whose length is not known
   /// How much less the pieces take where neighbours with slanted ends share their cut.
   double shared = 0.0;
   std::vector<PiecePlace> pieces{};
@@ -71,6 +75,8 @@ struct BarPlace {
   double leftOver() const { return length - used; }
   /// Whether the pieces fit on the bar, as far as the job tells its length.
   bool fits() const { return length == 0.0 || leftOver() >= -kTolerance; }
+  /// Whether what is used and left over is known, not only drawn: all lengths are plain numbers.
+  bool isKnown() const { return isLengthKnown && unknown == 0; }
   /// How far the drawing reaches.
   double extent() const { return length > used ? length : used; }
 };

@@ -41,6 +41,13 @@ Measure measureOf(const std::string& text) {
   return {whole ? Measure::Form::Plain : formOfRest(text), value};
 }
 
+double plainSizeOf(const std::string& text) {
+  const Measure measure = measureOf(text);
+  const bool isDecimal = text.find_first_of("xX") == std::string::npos;
+  const bool isPlain = measure.form == Measure::Form::Plain && isDecimal;
+  return isPlain && measure.isA(model::TextForm::Size) ? measure.value : 0.0;
+}
+
 bool looksLikeThousands(const std::string& text, double longest) {
   const std::size_t point = text.find('.');
   if (point == std::string::npos || point == 0 || point > 2 || text.size() != point + 4)

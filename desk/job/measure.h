@@ -32,6 +32,10 @@ struct Measure {
 
 Measure measureOf(const std::string& text);
 
+/// A length or size that reads the same everywhere: nothing but a decimal number above 0, and not
+/// beyond every machine. 0 for all else, as "900mm", "1200,5" and "0x10".
+double plainSizeOf(const std::string& text);
+
 /// Whether a length is likely meant a thousand times as long: "1.200" for 1200, which is at most
 /// `longest` mm. What is 100 mm or more as it stands is not, as in "900.000".
 bool looksLikeThousands(const std::string& text, double longest);

@@ -10,7 +10,7 @@
 namespace desk::job {
 
 bool Yield::add(const BarPlace& bar) {
-  if (bar.length <= 0.0 || !bar.fits()) return false;
+  if (!bar.isKnown() || !bar.fits()) return false;
   length += bar.length;
   used += bar.used;
   return true;
@@ -36,6 +36,10 @@ Yield yieldOf(const BarPlace& bar) {
   Yield yield;
   yield.add(bar);
   return yield;
+}
+
+std::string unknownText(const BarPlace& bar) {
+  return bar.unknown == 0 ? "" : std::to_string(bar.unknown) + " of them of unknown length";
 }
 
 std::string statedLeftOver(const BarPlace& bar) {

@@ -7,7 +7,8 @@
 
 namespace desk::job {
 
-/// Sums up bars. Those whose pieces do not fit, or that have no length, count for nothing.
+/// Sums up bars. Those whose pieces do not fit, or where a length is no plain number, count for
+/// nothing.
 struct Yield {
   double length = 0.0;  ///< of the bars
   double used = 0.0;    ///< what pieces take of it
@@ -23,6 +24,9 @@ struct Yield {
 };
 
 Yield yieldOf(const BarPlace& bar);
+
+/// "2 of them of unknown length", to be put behind the number of pieces; empty where all are known.
+std::string unknownText(const BarPlace& bar);
 
 /// What the job says is left over of the bar, where that is at least 1 mm off what the lengths say;
 /// otherwise empty.

@@ -21,8 +21,8 @@ namespace {
 class CutList {
  public:
   CutList(const DATA_T& job, model::JobFormat format, const std::string& source,
-          const job::Selection& selection)
-      : job_(job), source_(source), selection_(selection), page_(nullptr, true) {
+          const job::Selection& selection, std::size_t errors)
+      : job_(job), source_(source), selection_(selection), errors_(errors), page_(nullptr, true) {
     for (const BAR_T& bar : job.Bar) {
       if (!isListed(bar)) continue;
       bars_.push_back(job::layOut(bar));
@@ -83,6 +83,9 @@ class CutList {
     add("h1", title());
     add("p", source_ + "  ·  " + draw::totalText(bars_) + "  ·  lengths in " +
                  (job_.Unit.empty() ? "mm" : job_.Unit));
+    if (errors_ > 0) {
+      add("p", countText(errors_, "error") + " found by cusdesk check " + source_, "remark");
+    }
   }
 
   void addBox() { add("span", "", "box"); }
@@ -150,10 +153,12 @@ class CutList {
   }
 
   static std::string stockText(const job::BarPlace& bar) {
-    std::string text = bar.length > 0.0 ? hundredthsText(bar.length) + " long" : "length not known";
+    std::string text =
+        bar.isLengthKnown ? hundredthsText(bar.length) + " long" : "length not known";
     text += "  ·  " + countText(bar.pieces.size(), "piece");
-    const bool fits = job::yieldOf(bar).length > 0.0;
-    if (fits) return text + "  ·  " + hundredthsText(job::certainLeftOver(bar)) + " left over";
+    if (bar.unknown > 0) return text + ", " + job::unknownText(bar);
+    const bool isCounted = job::yieldOf(bar).length > 0.0;
+    if (isCounted) return text + "  ·  " + hundredthsText(job::certainLeftOver(bar)) + " left over";
     return text + ", together " + hundredthsText(bar.used) + " long";
   }
 
@@ -165,7 +170,10 @@ class CutList {
     addBox();
     close();
     add("td", draw::pieceName(*bar.bar, static_cast<int>(index) + 1), "number");
-    add("td", place.length > 0.0 ? hundredthsText(place.length) : piece.Length, "length");
+    open("td", place.isLengthKnown ? "length" : "length odd");
+    page_.PushText(xmlText(draw::lengthText(place)).c_str());
+    if (!place.isLengthKnown) add("span", "no plain length", "remark");
+    close();
     addEnds(place);
     addCode(piece.BarCode);
     addWorks(piece);
@@ -209,6 +217,7 @@ class CutList {
   const DATA_T& job_;
   const std::string& source_;
   const job::Selection& selection_;
+  std::size_t errors_;
   std::vector<job::BarPlace> bars_;
   tinyxml2::XMLPrinter page_;
 };
@@ -216,8 +225,8 @@ class CutList {
 }  // namespace
 
 std::string cutListHtml(const DATA_T& job, model::JobFormat format, const std::string& source,
-                        const job::Selection& selection) {
-  return CutList(job, format, source, selection).write() + std::string("\n");
+                        const job::Selection& selection, std::size_t errors) {
+  return CutList(job, format, source, selection, errors).write() + std::string("\n");
 }
 
 }  // namespace desk::show

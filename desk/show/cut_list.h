@@ -11,7 +11,8 @@ namespace desk::show {
 
 /// An HTML document that needs nothing beside itself and prints on A4, bar by bar.
 /// @param source what the job's file is called
+/// @param errors how many a check found in it
 std::string cutListHtml(const DATA_T& job, model::JobFormat format, const std::string& source,
-                        const job::Selection& selection);
+                        const job::Selection& selection, std::size_t errors);
 
 }  // namespace desk::show

@@ -10,10 +10,6 @@ Cell countCell(std::size_t count) {
   return numberCell(static_cast<double>(count));
 }
 
-Cell lengthCell(double length) {
-  return length > 0.0 ? numberCell(length) : Cell{};
-}
-
 Cell yieldCell(const job::Yield& yield) {
   return {yield.text(), yield.length > 0.0, yield.percent()};
 }
@@ -41,7 +37,8 @@ void JobSummary::add(const std::string& file, const DATA_T& job, const FindingCo
     const Counts one = countsOf(place);
     counts.add(one);
     material_[material].add(one);
-    ++stock_[{material, -place.length}];
+    ++stock_[place.isLengthKnown ? std::tuple{material, -place.length, std::string()}
+                                 : std::tuple{material, 0.0, bar.length}];
     for (const PIECE_T& piece : bar.piece) {
       cuts_.insert({material, piece.Length, piece.sxB, piece.dxB});
     }
@@ -69,13 +66,15 @@ JobSummary::Counts JobSummary::countsOf(const job::BarPlace& bar) const {
 }
 
 TextTable JobSummary::jobs() const {
-  TextTable table{
-      {"file", "job", "bars", "pieces", "works", "yield", "errors", "warnings", "notes"}, {}};
+  TextTable table{{"file", "job", "bars", kWithoutYield, "pieces", "works", "yield", "errors",
+                   "warnings", "notes"},
+                  {}};
   for (const Job& job : jobs_) {
     const Counts& counts = job.counts;
     table.rows.push_back({{job.file},
                           {job.name},
                           countCell(counts.bars),
+                          countCell(counts.withoutYield),
                           countCell(counts.pieces),
                           countCell(counts.works),
                           yieldCell(counts.yield),
@@ -95,7 +94,7 @@ JobSummary::Counts JobSummary::sum() const {
 TextTable JobSummary::total() const {
   const Counts sum = this->sum();
   return {
-      {"files", "bars", "without yield", "pieces", "cuts", "different cuts", "works", "length",
+      {"files", "bars", kWithoutYield, "pieces", "cuts", "different cuts", "works", "length",
        "used", "kept", "wasted", "yield", "errors", "warnings", "notes"},
       {{countCell(jobs_.size()), countCell(sum.bars), countCell(sum.withoutYield),
         countCell(sum.pieces), countCell(sum.pieces), countCell(cuts_.size()), countCell(sum.works),
@@ -107,21 +106,25 @@ TextTable JobSummary::total() const {
 TextTable JobSummary::stock() const {
   TextTable table{{"profile", "name", "colour", "length", "bars"}, {}};
   for (const auto& [kind, count] : stock_) {
-    const auto& [profile, name, colour] = kind.first;
-    table.rows.push_back({{profile}, {name}, {colour}, lengthCell(-kind.second), countCell(count)});
+    const auto& [material, minus, text] = kind;
+    const auto& [profile, name, colour] = material;
+    const Cell length = minus < 0.0 ? numberCell(-minus) : Cell{text};
+    table.rows.push_back({{profile}, {name}, {colour}, length, countCell(count)});
   }
   return table;
 }
 
 TextTable JobSummary::material() const {
-  TextTable table{
-      {"profile", "name", "colour", "bars", "length", "used", "kept", "wasted", "yield"}, {}};
+  TextTable table{{"profile", "name", "colour", "bars", kWithoutYield, "length", "used", "kept",
+                   "wasted", "yield"},
+                  {}};
   for (const auto& [material, counts] : material_) {
     const auto& [profile, name, colour] = material;
     table.rows.push_back({{profile},
                           {name},
                           {colour},
                           countCell(counts.bars),
+                          countCell(counts.withoutYield),
                           numberCell(counts.yield.length),
                           numberCell(counts.yield.used),
                           numberCell(counts.kept),

@@ -1,7 +1,7 @@
 // What jobs come to: how much there is to cut, which bars to fetch for it, what is left of them.
 //
 // Lengths and yield are those of the drawings: pieces lie end to end, and a bar whose pieces do not
-// fit, or that has no length, counts for none.
+// fit, or where a length is no plain number, counts for none.
 #pragma once
 
 #include <map>
@@ -22,6 +22,9 @@ struct FindingCounts {
   std::size_t warnings = 0;
   std::size_t notes = 0;
 };
+
+/// The column for how many bars count for no length and no yield.
+inline constexpr const char* kWithoutYield = "without yield";
 
 /// Sums up jobs, one after the other.
 class JobSummary {
@@ -75,7 +78,8 @@ class JobSummary {
 
   double keepFrom_;
   std::vector<Job> jobs_;
-  std::map<std::pair<Material, double>, std::size_t> stock_;  ///< by the negative length of the bar
+  /// By the negative length of the bar, and its text where that is no plain number.
+  std::map<std::tuple<Material, double, std::string>, std::size_t> stock_;
   std::map<Material, Counts> material_;
   std::set<std::tuple<Material, std::string, std::string, std::string>>
       cuts_;  ///< the different ones

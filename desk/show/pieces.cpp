@@ -20,7 +20,7 @@ TextTable tableOf(const std::vector<PieceFact>& pieces) {
     table.rows.push_back({{fact.bar->BarNumber},
                           numberCell(fact.place),
                           {piece.PieceNumber},
-                          numberCell(fact.from),
+                          fact.from ? numberCell(*fact.from) : Cell{},
                           {piece.Length},
                           {piece.sxB},
                           {piece.dxB},
@@ -80,7 +80,9 @@ std::vector<PieceFact> piecesOf(const job::TracedJob& job, const job::Selection&
     const job::BarPlace places = job::layOut(one);
     for (std::size_t k = 0; k < one.piece.size(); ++k) {
       if (!selection.has(one.piece[k])) continue;
-      pieces.push_back({&one, &one.piece[k], static_cast<int>(k) + 1, places.pieces[k].start,
+      const job::PiecePlace& piece = places.pieces[k];
+      pieces.push_back({&one, &one.piece[k], static_cast<int>(k) + 1,
+                        piece.isStartKnown ? std::optional(piece.start) : std::nullopt,
                         job.bars[i].pieces[k].place.at});
     }
   }

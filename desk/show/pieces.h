@@ -1,6 +1,7 @@
 // The pieces of a job with their places: on the bar, and in the file.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,9 +15,9 @@ namespace desk::show {
 struct PieceFact {
   const BAR_T* bar;
   const PIECE_CHILD_SECOND_T* piece;
-  int place;         ///< on the bar, from 1
-  double from;       ///< of its left tip, on the bar, mm
-  job::Position at;  ///< where it begins in the file
+  int place;                   ///< on the bar, from 1
+  std::optional<double> from;  ///< of its left tip, on the bar, mm; none behind an unknown length
+  job::Position at;            ///< where it begins in the file
 };
 
 std::vector<PieceFact> piecesOf(const job::TracedJob& job, const job::Selection& selection);

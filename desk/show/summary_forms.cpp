@@ -54,7 +54,10 @@ std::string summaryText(const JobSummary& summary, const Terminal& terminal) {
     return "\n" + title +
            (table.rows.empty() ? ": none\n" : "\n\n" + tableText(table, false, terminal));
   };
-  const TextTable jobs = summary.jobs();
+  const auto shown = [&](TextTable table) {
+    return summary.haveAllYield() ? without(std::move(table), kWithoutYield) : table;
+  };
+  const TextTable jobs = shown(summary.jobs());
   const bool isOne = jobs.rows.size() == 1;
   std::string text;
   if (isOne) {
@@ -66,10 +69,9 @@ std::string summaryText(const JobSummary& summary, const Terminal& terminal) {
   }
   TextTable total = summary.total();
   if (isOne) total = without(total, "files");
-  if (summary.haveAllYield()) total = without(total, "without yield");
-  text += recordText(total, 0, false);
+  text += recordText(shown(total), 0, false);
   text += section("Stock to fetch", summary.stock());
-  text += section("Use of the stock", summary.material());
+  text += section("Use of the stock", shown(summary.material()));
   const TextTable& leftovers = summary.leftovers();
   return text + section("Leftovers from " + hundredthsText(summary.keepFrom()) + " on",
                         isOne ? without(leftovers, "file") : leftovers);

@@ -51,6 +51,7 @@ TEST(PieceLabel, LeavesOutWhatHasNoRoomAndSaysSo) {
   PIECE_CHILD_SECOND_T piece;
   PiecePlace place{&piece};
   place.length = 385.5;
+  place.isLengthKnown = true;
   place.leftAngle = 45.0;
   const struct {
     double length;  ///< on paper

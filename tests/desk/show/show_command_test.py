@@ -24,21 +24,22 @@ JOB = """{"Version": "1.0", "Bar": [
 
 BIG = {"Version": "1.0", "Name": "B", "Bar": [
     {"BarNumber": n, "DXF_Name": "P1", "BarColor": "white", "MaxY": 60, "length": 6000,
-     "BarLeftLength": left, "piece": [{"PieceNumber": 1, "cut": {"Length": length}}]}
-    for n, length, left in [(1, "5500", 499), (2, "5500", 1e3), (3, "6500", 0)]]}
+     "BarLeftLength": left, "piece": [{"PieceNumber": i, "cut": {"Length": one}} for i, one in enumerate(length.split(), 1)]}
+    for n, length, left in [(1, "5500", 499), (2, "5500", 1e3), (3, "6500", 0), (4, "nan", 9999),
+                            (5, "900mm", 9999), (6, "0x10 900", 9999)]]}
 SUMMARY = """\
-file      job  bars  pieces  works  yield   errors  warnings  notes
---------  ---  ----  ------  -----  ------  ------  --------  -----
-job.json          2       2      2  15.0 %       {}         {}      {}
-big.json  B       3       3      0  91.7 %       {}         {}      {}
+file      job  bars  without yield  pieces  works  yield   errors  warnings  notes
+--------  ---  ----  -------------  ------  -----  ------  ------  --------  -----
+job.json          2              0       2      2  15.0 %       {}         {}      {}
+big.json  B       6              4       7      0  91.7 %       {}         {}      {}
 
 Together
   files           2
-  bars            5
-  without yield   1
-  pieces          5
-  cuts            5
-  different cuts  3
+  bars            8
+  without yield   4
+  pieces          9
+  cuts            9
+  different cuts  7
   works           2
   length          24000
   used            12800
@@ -54,14 +55,14 @@ Stock to fetch
 profile  name       colour  length  bars
 -------  ---------  ------  ------  ----
          \u7a93, "A"\\n            6000     2
-P1                  white     6000     3
+P1                  white     6000     6
 
 Use of the stock
 
-profile  name       colour  bars  length   used   kept  wasted  yield
--------  ---------  ------  ----  ------  -----  -----  ------  ------
-         \u7a93, "A"\\n             2   12000   1800  10200       0  15.0 %
-P1                  white      3   12000  11000    500     500  91.7 %
+profile  name       colour  bars  without yield  length   used   kept  wasted  yield
+-------  ---------  ------  ----  -------------  ------  -----  -----  ------  ------
+         \u7a93, "A"\\n             2              0   12000   1800  10200       0  15.0 %
+P1                  white      6              4   12000  11000    500     500  91.7 %
 
 Leftovers from 500 on
 
@@ -133,6 +134,15 @@ B (5)    2 way (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
         self.assertEqual([(row["table"], row["length"]) for row in rows], [
             ("jobs", ""), ("total", "12000"), ("stock", "6000"), ("material", "12000"),
             ("leftovers", "500")])
+        self.assertEqual([piece["from"] for piece in json.loads(
+            self.show("big.json", "pieces", "--format=json")[0])], [0, 0, 0, 0, 0, 0, ""])
+
+    def test_cut_list_has_lengths_as_they_stand(self):
+        self.write("big.json", json.dumps(BIG))
+        page = ElementTree.fromstring(self.show("big.json", "cuts", "--format", "html")[0])
+        self.assertRegex(page.find(".//p[@class='remark']").text, "errors found by cusdesk check big.json")
+        self.assertEqual(["".join(cell.itertext()) for cell in page.findall(".//td[@class='length odd']")],
+                         [text + "no plain length" for text in ("nan", "900mm", "0x10")])
 
     def test_cut_list_has_barcodes_that_a_scanner_reads(self):
         odd = ["A", "".join(map(chr, range(32, 55))), "~}|{zyx" * 3, "DEMO-0101", "\u7a93<&>\"'",
