@@ -101,7 +101,7 @@ class OtherFiles(unittest.TestCase):
             other = pathlib.Path(folder, "other.so")
             other.write_bytes(foreign)
             for words, sentence in [
-                ([PROGRAM], f"{PROGRAM} is a program, not a plug-in."),
+                (["/bin/true"], "/bin/true is a program, not a plug-in."),
                 ([library], f"{library} is not a plug-in for panels: it has neither their entry "
                             "points nor their callbacks."),
                 (["--host", other, PLUGIN], rf"{PLUGIN} will not load: it is for .*, but {other} is "
