@@ -3,6 +3,7 @@
 #include <utf8.h>
 
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 
 namespace desk {
@@ -60,8 +61,19 @@ std::size_t utf8CharacterSize(std::string_view text, std::size_t at) {
   return utf8::find_invalid(start, start + size) == start + size ? size : 0;
 }
 
+bool isAscii(std::string_view text) {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  std::uint64_t bytes = 0;
+  for (; text.size() >= sizeof bytes; text.remove_prefix(sizeof bytes)) {
+    std::memcpy(&bytes, text.data(), sizeof bytes);
+    if ((bytes & kHighBits) != 0) return false;
+  }
+  return std::all_of(text.begin(), text.end(),
+                     [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+}
+
 bool isUtf8(std::string_view text) {
-  return utf8::is_valid(text.begin(), text.end());
+  return isAscii(text) || utf8::is_valid(text.begin(), text.end());
 }
 
 std::string asUtf8(std::string_view text) {

@@ -16,6 +16,8 @@ namespace desk {
 /// inside `text`.
 std::size_t utf8CharacterSize(std::string_view text, std::size_t at);
 
+bool isAscii(std::string_view text);
+
 bool isUtf8(std::string_view text);
 
 /// `text` with one U+FFFD for each sequence that is not well formed.

@@ -38,8 +38,7 @@ bool standsBefore(const Finding& a, const Finding& b) {
 bool readsAlike(const std::string& encoding, const std::string& bytes) {
   const std::string name = simplified(encoding);
   if (name.empty() || name == "utf8") return true;
-  const auto isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
-  return !startsWith(name, "utf") && std::all_of(bytes.begin(), bytes.end(), isAscii);
+  return !startsWith(name, "utf") && isAscii(bytes);
 }
 
 /// Keeps the first of the findings of a rule and says in it how often there are more.
@@ -76,6 +75,7 @@ void CheckSession::refuse(const std::string& name, const std::string& reason) {
 }
 
 void CheckSession::check(const std::string& file, std::string bytes) {
+  document_.reset();
   format_ = job::formatOf(file, bytes);
   report_.sources.push_back(std::make_unique<SourceText>(job::shownName(file), std::move(bytes)));
   loads_ = false;
@@ -84,6 +84,7 @@ void CheckSession::check(const std::string& file, std::string bytes) {
   if (file != kStandardStream) checkName(file);
   checkEncoding();
   format_ == JobFormat::Xml ? checkXml() : checkJson();
+  if (!keepsDocument_) document_.reset();
   settings_.apply(report_.findings, from);
   const auto start = report_.findings.begin() + static_cast<std::ptrdiff_t>(from);
   std::stable_sort(start, report_.findings.end(), standsBefore);
@@ -115,15 +116,14 @@ void CheckSession::checkEncoding() {
         "UTF-16, which no reader takes: save the file as UTF-8, or iconv -f " + name + " -t UTF-8");
     return;
   }
+  if (isUtf8(bytes)) return;
   std::size_t count = 0;
   std::size_t first = 0;
   for (std::size_t at = 0; at < bytes.size();) {
-    const bool isAscii = static_cast<unsigned char>(bytes[at]) < 0x80;
-    const std::size_t size = isAscii ? 1 : utf8CharacterSize(bytes, at);
+    const std::size_t size = utf8CharacterSize(bytes, at);
     if (size == 0 && count++ == 0) first = at;
     at += std::max<std::size_t>(size, 1);
   }
-  if (count == 0) return;
   add(rules::kNotUtf8, Severity::Warning, source().position(first),
       "not UTF-8: the panel cannot show such text (" + std::to_string(count) +
           (count == 1 ? " byte" : " bytes") + " in this file)" +
@@ -152,7 +152,9 @@ void CheckSession::reportFault(const deskhost::DocumentFault& fault) {
 }
 
 void CheckSession::checkJson() {
-  Json::Value root;
+  const auto document = std::make_shared<Json::Value>();
+  document_ = document;
+  Json::Value& root = *document;
   deskhost::DocumentFault fault;
   if (!deskhost::parseJson(source().bytes(), root, fault)) {
     reportFault(fault);
@@ -188,7 +190,9 @@ void CheckSession::checkMended(Root& root, std::size_t from, const std::function
 }
 
 void CheckSession::checkXml() {
-  tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
+  const auto kept = std::make_shared<tinyxml2::XMLDocument>(true, tinyxml2::PRESERVE_WHITESPACE);
+  document_ = kept;
+  tinyxml2::XMLDocument& document = *kept;
   deskhost::DocumentFault fault;
   if (!deskhost::parseXml(source().bytes(), document, fault)) {
     reportFault(fault);

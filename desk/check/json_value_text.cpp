@@ -1,7 +1,6 @@
 #include "desk/check/json_value_text.h"
 #include "desk/base/text.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "desk/base/numbers.h"
@@ -19,7 +18,8 @@ const Json::Value* member(const Json::Value& object, const char* name) {
 bool holdsZeroByte(const Json::Value& value) {
   const char* begin = nullptr;
   const char* end = nullptr;
-  return value.isString() && value.getString(&begin, &end) && std::find(begin, end, '\0') != end;
+  return value.isString() && value.getString(&begin, &end) &&
+         std::memchr(begin, 0, static_cast<std::size_t>(end - begin)) != nullptr;
 }
 
 const char* wordFor(KeyKind kind) {

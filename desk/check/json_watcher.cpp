@@ -14,6 +14,8 @@ using json_keys::LabelKey;
 
 namespace {
 
+constexpr std::size_t kFirstLabelRow = std::size(json_keys::kPiece);
+
 const char* nameOf(std::string FIELD_T::*field) {
   for (const LabelKey& row : kLabelFields) {
     if (row.field == field) return row.spelling;
@@ -37,31 +39,34 @@ void JsonWatcher::begins(Level level, const Json::Value& element) {
   enter(level);
   if (level == Level::Header) traced_.place = placeOf(element);
   if (level == Level::Piece) labelWriters_.fill(nullptr);
+  members_[static_cast<std::size_t>(level)].sort(element, level);
 }
 
 template <class Record>
-void JsonWatcher::key(const Json::Value& object, const model::Key<Record>& key,
-                      const Json::Value* taken) {
+void JsonWatcher::key(const Json::Value&, const model::Key<Record>& key, const Json::Value* taken) {
   constexpr Level level = FieldsOf<Record>::level;
-  bool isTaken = false;
-  for (const char* spelling : {key.spelling, key.secondSpelling}) {
-    const Json::Value* value = member(object, spelling);
-    if (value == nullptr) continue;
+  const auto row = static_cast<std::size_t>(&key - FieldsOf<Record>::keys);
+  const auto look = [&](const Json::Value* value, const char* spelling, bool isTaken) {
+    if (value == nullptr) return false;
     if (isTaken) {
       reportShadowed(*value, *taken, spelling, key.spelling, level);
     } else if (value != taken) {
       reportWrongType(*value, spelling, wordFor(key.kind), level);
     } else {
-      isTaken = true;
-      noteOrigin<Record>(fieldOf(key), placeOf(*value));
+      noteOrigin<Record>(row, placeOf(*value));
       reportZeroByte(*value, spelling, level);
+      return true;
     }
-  }
+    return false;
+  };
+  const bool isTaken = look(membersAt(level).first(row), key.spelling, false);
+  look(membersAt(level).second(row), key.secondSpelling, isTaken);
 }
 
 void JsonWatcher::label(const Json::Value& piece, const LabelKey& row, const Json::Value* taken) {
-  const Json::Value* first = member(piece, row.spelling);
-  const Json::Value* second = member(piece, row.secondSpelling);
+  const auto index = static_cast<std::size_t>(&row - kLabelFields);
+  const Json::Value* first = membersAt(Level::Piece).first(kFirstLabelRow + index);
+  const Json::Value* second = membersAt(Level::Piece).second(kFirstLabelRow + index);
   if (first != nullptr && first != taken) {
     reportWrongType(*first, row.spelling, "a text", Level::Piece);
   }
@@ -71,12 +76,12 @@ void JsonWatcher::label(const Json::Value& piece, const LabelKey& row, const Jso
     return;
   }
   if (taken == first) {
-    labelTaken(piece, row.spelling, row.field);
+    labelTaken(piece, row.spelling, *taken, row.field);
     if (second == nullptr) return;
     reportShadowed(*second, *first, row.secondSpelling, row.spelling, Level::Piece);
     return;
   }
-  Findings overwritten = labelTaken(piece, row.secondSpelling, row.secondField);
+  Findings overwritten = labelTaken(piece, row.secondSpelling, *taken, row.secondField);
   if (row.secondField == row.field) return;
   Finding& misplaced =
       report(rules::kLabelMisplaced, Severity::Warning, placeOfKey(*second),
@@ -92,10 +97,9 @@ void JsonWatcher::label(const Json::Value& piece, const LabelKey& row, const Jso
 }
 
 Findings JsonWatcher::labelTaken(const Json::Value& piece, const char* spelling,
-                                 std::string FIELD_T::*field) {
+                                 const Json::Value& value, std::string FIELD_T::*field) {
   std::size_t index = 0;
   while (kLabelFields[index].field != field) ++index;
-  const Json::Value& value = *member(piece, spelling);
   Findings overwritten;
   if (const char* earlier = labelWriters_[index]) {
     overwritten.push_back(found(rules::kShadowedKey, Severity::Warning,
@@ -140,20 +144,20 @@ void JsonWatcher::ends(Level level, const Json::Value& element) {
   Absent absent;
   switch (level) {
     case Level::Header:
-      collectAbsent(json_keys::kHeader, reader_.data, absent);
+      collectAbsent<json_keys::kHeaderTable>(reader_.data, absent);
       break;
     case Level::Bar:
-      collectAbsent(json_keys::kBar, reader_.curBar, absent);
+      collectAbsent<json_keys::kBarTable>(reader_.curBar, absent);
       break;
     case Level::Piece:
-      collectAbsent(json_keys::kPiece, reader_.curPiece, absent);
-      collectAbsent(kLabelFields, reader_.curField, absent);
-      collectAbsent(json_keys::kCut, reader_.curCut, absent);
+      collectAbsent<json_keys::kPieceTable>(reader_.curPiece, absent);
+      collectAbsent<json_keys::kLabelFields>(reader_.curField, absent);
+      collectAbsent<json_keys::kCutTable>(reader_.curCut, absent);
       break;
     case Level::Cut:  // what it lacks is told of its piece
       break;
     case Level::Work:
-      collectAbsent(json_keys::kWork, reader_.curWork, absent);
+      collectAbsent<json_keys::kWorkTable>(reader_.curWork, absent);
       break;
   }
   if (absent.never != 0) missing_.add(level, absent.never, false, here(), placeOf(element));

@@ -6,6 +6,7 @@
 #include <array>
 #include <iterator>
 
+#include "desk/check/json_members.h"
 #include "desk/check/watcher.h"
 #include "desk/job/json_positions.h"
 #include "json/json_analysis.h"
@@ -41,7 +42,8 @@ class JsonWatcher : public Watcher {
 
  private:
   /// Returns what is to be told of a key that filled the field before, if one has.
-  Findings labelTaken(const Json::Value& piece, const char* spelling, std::string FIELD_T::*field);
+  Findings labelTaken(const Json::Value& piece, const char* spelling, const Json::Value& value,
+                      std::string FIELD_T::*field);
 
   /// @param code what the reader answers
   void reportVersion(const Json::Value& root, int code);
@@ -51,15 +53,19 @@ class JsonWatcher : public Watcher {
                       const std::string& winningKey, Level level);
   /// Reports the members that no reader knows and those lost to a later equal one.
   void reportStrangers(const Json::Value& object, Level level);
+  const JsonMembers& membersAt(Level level) const {
+    return members_[static_cast<std::size_t>(level)];
+  }
   void reportNoObject(const Json::Value& value, Level level);
   /// Reports a text that scripts get only a part of.
-  void reportZeroByte(const Json::Value& value, const std::string& key, Level level);
+  void reportZeroByte(const Json::Value& value, const char* key, Level level);
 
   Place placeOf(const Json::Value& value) const;
   Place placeOfKey(const Json::Value& value) const;
 
   JsonAnalysis& reader_;
   const JsonPositions* text_ = nullptr;
+  std::array<JsonMembers, std::size(model::kLevels)> members_;  ///< of the current element
   /// The keys of the current piece that filled its label fields; null where none has.
   std::array<const char*, std::size(json_keys::kLabelFields)> labelWriters_{};
 };

@@ -1,6 +1,4 @@
 // The sentences of the JSON watcher.
-#include <algorithm>
-
 #include "desk/base/text.h"
 #include "desk/check/json_value_text.h"
 #include "desk/check/json_watcher.h"
@@ -76,12 +74,10 @@ void JsonWatcher::reportShadowed(const Json::Value& value, const Json::Value& wi
 
 void JsonWatcher::reportStrangers(const Json::Value& object, Level level) {
   if (!object.isObject()) return;
-  const std::vector<std::string>& known = namesAt(level, model::JobFormat::Json);
-  for (auto entry = object.begin(); entry != object.end(); ++entry) {
-    const std::string key = entry.name();
-    if (std::find(known.begin(), known.end(), key) != known.end()) continue;
+  for (const auto& [name, value] : membersAt(level).strangers()) {
+    const std::string key(name);
     const Advice advice = adviceFor(key, level, model::JobFormat::Json);
-    report(rules::kUnknownKey, advice.severity, placeOfKey(*entry),
+    report(rules::kUnknownKey, advice.severity, placeOfKey(*value),
            quoted(key) + " is no key of " + nameOf(level) + " and is ignored" + advice.text, key)
         .loses = advice.meant;
   }
@@ -94,10 +90,10 @@ void JsonWatcher::reportStrangers(const Json::Value& object, Level level) {
   }
 }
 
-void JsonWatcher::reportZeroByte(const Json::Value& value, const std::string& key, Level level) {
+void JsonWatcher::reportZeroByte(const Json::Value& value, const char* key, Level level) {
   if (!holdsZeroByte(value)) return;
   report(rules::kZeroByte, severityOf(level, key), placeOfKey(value),
-         "\"" + key + "\" is " + quoted(value.asString()) + ": scripts get at most " +
+         "\"" + std::string(key) + "\" is " + quoted(value.asString()) + ": scripts get at most " +
              quoted(value.asCString()) + " of it",
          key);
 }

@@ -92,8 +92,8 @@ class Watcher {
   };
 
   /// Appends the values of a record that the current element did not bring, in the format's words.
-  template <class Keys, class Record>
-  void collectAbsent(const Keys& keys, const Record& record, Absent& absent);
+  template <const auto& table, class Record>
+  void collectAbsent(const Record& record, Absent& absent);
 
   /// Reports them, one finding for each element that they come from.
   void reportStayed(const std::vector<Stayed>& stayed, const Place& place);
@@ -127,16 +127,6 @@ class Watcher {
   Finding dropped_;                          ///< room for one beyond those that are kept
 };
 
-template <class Record>
-OriginId originOf(const Trace<Record>& trace, const model::Key<Record>& key) {
-  const std::size_t field = fieldOf(key);
-  return field < trace.size() ? trace[field] : 0;
-}
-
-inline OriginId originOf(const Trace<FIELD_T>& trace, const json_keys::LabelKey& key) {
-  return trace[static_cast<std::size_t>(&key - json_keys::kLabelFields)];
-}
-
 /// Whether an element that lacks a key leaves a value behind. Where the header lacks the version,
 /// no other rule is needed.
 template <class Record>
@@ -149,11 +139,15 @@ inline bool leavesValue(const json_keys::LabelKey&) {
   return true;
 }
 
-template <class Keys, class Record>
-void Watcher::collectAbsent(const Keys& keys, const Record& record, Absent& absent) {
-  for (const auto& key : keys) {
+template <const auto& table, class Record>
+void Watcher::collectAbsent(const Record& record, Absent& absent) {
+  static constexpr auto kFields = fieldsOf<table>();
+  const auto& keys = keysIn(table);
+  const Trace<Record>& origins = trace<Record>();
+  for (std::size_t i = 0; i < std::size(keys); ++i) {
+    const auto& key = keys[i];
     const unsigned bit = absent.keyCount++;
-    const OriginId id = originOf(trace<Record>(), key);
+    const OriginId id = kFields[i] < origins.size() ? origins[kFields[i]] : 0;
     if (id == 0 && leavesValue(key)) absent.never |= KeySet{1} << bit;
     const Origin& origin = traced_.origins[id];
     if (id == 0 || (origin.place.file == file() && origin.element == here_)) continue;

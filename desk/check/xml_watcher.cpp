@@ -55,20 +55,20 @@ void XmlWatcher::ends(Level level, const XMLElement& element) {
   Absent absent;
   switch (level) {
     case Level::Header:
-      collectAbsent(xml_elements::kHeader, reader_.data, absent);
+      collectAbsent<xml_elements::kHeaderTable>(reader_.data, absent);
       break;
     case Level::Bar:
-      collectAbsent(xml_elements::kBar, reader_.curBar, absent);
+      collectAbsent<xml_elements::kBarTable>(reader_.curBar, absent);
       break;
     case Level::Piece:
       reportNeverStored(element);
-      collectAbsent(xml_elements::kPiece, reader_.curPiece, absent);
+      collectAbsent<xml_elements::kPieceTable>(reader_.curPiece, absent);
       break;
     case Level::Cut:  // what it lacks is told of all cuts of a piece together
       reportRepeatedCut(element);
       break;
     case Level::Work:
-      collectAbsent(xml_elements::kWork, reader_.curWork, absent);
+      collectAbsent<xml_elements::kWorkTable>(reader_.curWork, absent);
       break;
   }
   reportAbsent(level, element, absent);
@@ -77,7 +77,7 @@ void XmlWatcher::ends(Level level, const XMLElement& element) {
 
 void XmlWatcher::cutsEnd(const XMLElement& piece) {
   Absent absent;
-  collectAbsent(xml_elements::kCut, reader_.curCut, absent);
+  collectAbsent<xml_elements::kCutTable>(reader_.curCut, absent);
   const XMLElement* last = piece.LastChildElement(xml_elements::kCuts);
   reportAbsent(Level::Cut, last == nullptr ? piece : *last, absent);
 }

@@ -84,8 +84,7 @@ void checkFiles(CheckSession& session, const Files& files) {
   }
 }
 
-int checkOnce(const Order& order, const Files& files) {
-  CheckSession session(order.readers, order.rules);
+int checkOnce(CheckSession& session, const Order& order, const Files& files) {
   checkFiles(session, files);
   const Report& report = session.report();
   std::fputs(order.format.write(report, order.failOn, order.text).c_str(), stdout);
@@ -116,7 +115,8 @@ int checkWhileSaved(const Order& order, const std::vector<std::string>& operands
   }
   const auto look = [&](const Files& files) {
     if (terminalOf(stdout).isTerminal) std::fputs("\x1b[H\x1b[2J", stdout);
-    checkOnce(order, files);
+    CheckSession session(order.readers, order.rules);
+    checkOnce(session, order, files);
     std::printf("%s, waiting for the next save; Ctrl-C ends\n", timeOfDay().c_str());
     std::fflush(stdout);
   };
@@ -147,8 +147,11 @@ int run(const Arguments& arguments) {
       arguments.has("sequence") ? CheckSession::Readers::Kept : CheckSession::Readers::Fresh,
       settingsOf(arguments),
       {arguments.has("all"), isWatching || (terminal.isForEyes() && !arguments.has("quiet"))}};
-  return isWatching ? checkWhileSaved(order, arguments.operands)
-                    : checkOnce(order, filesOf(arguments.operands));
+  if (isWatching) return checkWhileSaved(order, arguments.operands);
+  // Never freed, as the program ends with it.
+  static CheckSession& session = *new CheckSession(order.readers, order.rules);
+  session.keepDocument();
+  return checkOnce(session, order, filesOf(arguments.operands));
 }
 
 std::vector<std::string> settableRules() {

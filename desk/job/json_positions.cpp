@@ -17,8 +17,8 @@ constexpr std::size_t kNowhere = std::string_view::npos;
 struct Container {
   bool hasKeys;  ///< an object
   std::size_t start;
-  std::vector<std::pair<std::size_t, std::size_t>> keys{};  ///< offsets of start and end
-  std::size_t pendingKey = kNowhere;                        ///< its value has not come yet
+  std::size_t firstKey;               ///< index of its first key among those of the open ones
+  std::size_t pendingKey = kNowhere;  ///< its value has not come yet
 };
 
 /// What a string between quotation marks says.
@@ -29,6 +29,12 @@ std::string decoded(std::string_view string) {
   Json::Value value;
   reader->parse(string.data(), string.data() + string.size(), &value, nullptr);
   return value.asString();
+}
+
+bool endsScalar(char byte) {
+  constexpr std::string_view kEnds(" \t\r\n,:/]}\"{[\0", 13);
+  const bool isDigit = byte >= '0' && byte <= '9';
+  return !isDigit && kEnds.find(byte) != kNowhere;
 }
 
 /// A number as standard JSON writes it, or a word.
@@ -66,19 +72,29 @@ class KeyWalk {
 
  private:
   void step() {
-    const char byte = text_[at_];
-    if (std::string_view(" \t\r\n:\0", 6).find(byte) != kNowhere) {
-      ++at_;
-    } else if (byte == ',') {
-      comma_ = at_++;
-    } else if (byte == '/') {
-      noteLeniency("a comment", at_);
-      skipComment();
-    } else if (byte == '}' || byte == ']') {
-      if (comma_ != kNowhere) noteLeniency("a comma with nothing behind it", comma_);
-      close();
-    } else {
-      value();
+    switch (text_[at_]) {
+      case ' ':
+      case '\t':
+      case '\r':
+      case '\n':
+      case ':':
+      case '\0':
+        ++at_;
+        break;
+      case ',':
+        comma_ = at_++;
+        break;
+      case '/':
+        noteLeniency("a comment", at_);
+        skipComment();
+        break;
+      case '}':
+      case ']':
+        if (comma_ != kNowhere) noteLeniency("a comma with nothing behind it", comma_);
+        close();
+        break;
+      default:
+        value();
     }
   }
 
@@ -91,42 +107,56 @@ class KeyWalk {
       Container& object = open_.back();
       if (object.pendingKey == kNowhere) {
         object.pendingKey = start;
-        object.keys.emplace_back(start, at_);
+        keys_.push_back(text_.substr(start, at_ - start));
         return;
       }
       result_.keyedValues_.push_back({start, std::exchange(object.pendingKey, kNowhere)});
     }
-    if (opens) open_.push_back({text_[start] == '{', start});
+    if (opens) open_.push_back({text_[start] == '{', start, keys_.size()});
   }
 
   void close() {
     comma_ = kNowhere;
     ++at_;
     if (open_.empty()) return;
-    noteLostKeys(open_.back());
+    if (open_.back().hasKeys && !isLikeOneBefore(open_.back())) noteLostKeys(open_.back());
+    keys_.resize(open_.back().firstKey);
     open_.pop_back();
+  }
+
+  /// Whether an object has the keys of the one before it at its depth, which lost none.
+  bool isLikeOneBefore(const Container& object) const {
+    if (open_.size() >= complete_.size()) return false;
+    const Keys& before = complete_[open_.size()];
+    const auto first = keys_.begin() + static_cast<std::ptrdiff_t>(object.firstKey);
+    return std::equal(first, keys_.end(), before.begin(), before.end());
   }
 
   void noteLostKeys(const Container& object) {
     std::unordered_map<std::string, std::size_t> last;
-    for (const auto& [start, end] : object.keys) {
-      const auto [entry, isNew] =
-          last.try_emplace(decoded(text_.substr(start, end - start)), start);
+    const auto first = keys_.begin() + static_cast<std::ptrdiff_t>(object.firstKey);
+    for (auto key = first; key != keys_.end(); ++key) {
+      const auto start = static_cast<std::size_t>(key->data() - text_.data());
+      const auto [entry, isNew] = last.try_emplace(decoded(*key), start);
       if (isNew) continue;
       result_.lostKeys_[object.start].push_back({entry->first, entry->second, start});
       entry->second = start;
     }
+    if (last.size() < static_cast<std::size_t>(keys_.end() - first)) return;
+    if (open_.size() >= complete_.size()) complete_.resize(open_.size() + 1);
+    complete_[open_.size()].assign(first, keys_.end());
   }
 
   void skipString() {
-    const std::size_t start = at_++;
-    while (at_ < text_.size() && text_[at_] != '"') at_ += text_[at_] == '\\' ? 2 : 1;
+    std::size_t control = kNowhere;
+    bool isEscaped = false;
+    for (++at_; at_ < text_.size() && (isEscaped || text_[at_] != '"'); ++at_) {
+      const auto byte = static_cast<unsigned char>(text_[at_]);
+      isEscaped = byte == '\\' && !isEscaped;
+      if (byte < 0x20 && control == kNowhere) control = at_;
+    }
     at_ = std::min(at_ + 1, text_.size());
-    const auto isControl = [](char byte) { return static_cast<unsigned char>(byte) < 0x20; };
-    const auto control = std::find_if(text_.begin() + static_cast<std::ptrdiff_t>(start),
-                                      text_.begin() + static_cast<std::ptrdiff_t>(at_), isControl);
-    const auto place = static_cast<std::size_t>(control - text_.begin());
-    if (place < at_) noteLeniency("a control character inside of a text", place);
+    if (control != kNowhere) noteLeniency("a control character inside of a text", control);
   }
 
   void skipComment() {
@@ -137,8 +167,7 @@ class KeyWalk {
 
   void skipScalar() {
     const std::size_t start = at_;
-    at_ = std::min(text_.find_first_of(std::string_view(" \t\r\n,:/]}\"{[\0", 13), start),
-                   text_.size());
+    while (at_ < text_.size() && !endsScalar(text_[at_])) ++at_;
     const std::string_view scalar = text_.substr(start, at_ - start);
     // The library reads a lone sign as 0.
     if (scalar == "-") {
@@ -159,8 +188,12 @@ class KeyWalk {
 
   std::string_view text_;
   std::size_t at_;
-  std::size_t comma_ = kNowhere;  ///< the last comma, while nothing has followed it
+  std::size_t comma_ = kNowhere;               ///< the last comma, while nothing has followed it
+  using Keys = std::vector<std::string_view>;  ///< with their quotation marks
+
   std::vector<Container> open_;
+  Keys keys_;                   ///< of the open objects, those of the outermost first
+  std::vector<Keys> complete_;  ///< of the last object that lost none, by depth
   JsonPositions& result_;
 };
 

@@ -10,7 +10,7 @@ namespace desk::job {
 namespace {
 
 constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
-constexpr std::size_t kCharactersPerStep = 128;
+constexpr std::size_t kBytesPerMark = 128;
 
 }  // namespace
 
@@ -24,10 +24,22 @@ SourceText::SourceText(std::string name, std::string bytes)
       bytes_(std::move(bytes)),
       markSize_(bytes_.compare(0, 3, kByteOrderMark) == 0 ? 3 : 0),
       lineStarts_{markSize_} {
+  findLines();
+  if (!isAscii(bytes_)) markCharacters();
+}
+
+void SourceText::findLines() {
+  for (std::size_t end = bytes_.find('\n'); end != std::string::npos;
+       end = bytes_.find('\n', end + 1)) {
+    lineStarts_.push_back(end + 1);
+  }
+}
+
+void SourceText::markCharacters() {
+  marks_.reserve(bytes_.size() / kBytesPerMark + 1);
   std::size_t characters = 0;
-  for (std::size_t at = 0; at < bytes_.size(); at = characterEnd(at)) {
-    if (characters++ % kCharactersPerStep == 0) characterStarts_.push_back(at);
-    if (bytes_[at] == '\n') lineStarts_.push_back(at + 1);
+  for (std::size_t at = 0; at < bytes_.size(); at = characterEnd(at), ++characters) {
+    if (at >= marks_.size() * kBytesPerMark) marks_.push_back({at, characters});
   }
 }
 
@@ -47,26 +59,30 @@ std::string_view SourceText::line(int number, int column) const {
 }
 
 std::size_t SourceText::charactersBetween(std::size_t start, std::size_t end) const {
-  if (end - start > kCharactersPerStep) return charactersBefore(end) - charactersBefore(start);
+  if (marks_.empty()) return end - start;
+  if (end - start > kBytesPerMark) return charactersBefore(end) - charactersBefore(start);
   std::size_t characters = 0;
   for (std::size_t at = start; at < end; at = characterEnd(at)) ++characters;
   return characters;
 }
 
 std::size_t SourceText::charactersBefore(std::size_t offset) const {
-  const auto next = std::upper_bound(characterStarts_.begin(), characterStarts_.end(), offset);
-  if (next == characterStarts_.begin()) return 0;
-  const auto steps = static_cast<std::size_t>(next - characterStarts_.begin()) - 1;
-  std::size_t characters = steps * kCharactersPerStep;
-  for (std::size_t at = *(next - 1); at < offset; at = characterEnd(at)) ++characters;
+  if (marks_.empty()) return offset;
+  std::size_t index = std::min(offset / kBytesPerMark, marks_.size() - 1);
+  if (marks_[index].start > offset) --index;  // the first one starts at 0
+  std::size_t characters = marks_[index].charactersBefore;
+  for (std::size_t at = marks_[index].start; at < offset; at = characterEnd(at)) ++characters;
   return characters;
 }
 
 std::size_t SourceText::offsetOf(std::size_t character) const {
-  const std::size_t step = character / kCharactersPerStep;
-  if (step >= characterStarts_.size()) return bytes_.size();
-  std::size_t at = characterStarts_[step];
-  for (std::size_t i = character % kCharactersPerStep; i > 0 && at < bytes_.size(); --i) {
+  if (marks_.empty()) return std::min(character, bytes_.size());
+  const auto next = std::upper_bound(
+      marks_.begin(), marks_.end(), character,
+      [](std::size_t wanted, const Mark& mark) { return wanted < mark.charactersBefore; });
+  const Mark& mark = *(next - 1);
+  std::size_t at = mark.start;
+  for (std::size_t i = mark.charactersBefore; i < character && at < bytes_.size(); ++i) {
     at = characterEnd(at);
   }
   return at;

@@ -43,6 +43,8 @@ class SourceText {
   Position positionInBytes(int line, int byteColumn) const;
 
  private:
+  void findLines();
+  void markCharacters();
   std::size_t charactersBetween(std::size_t start, std::size_t end) const;
   std::size_t charactersBefore(std::size_t offset) const;
   std::size_t offsetOf(std::size_t character) const;
@@ -51,8 +53,14 @@ class SourceText {
   std::string name_;
   std::string bytes_;
   std::size_t markSize_;
+  /// Where the first character from a multiple of some bytes on starts.
+  struct Mark {
+    std::size_t start;
+    std::size_t charactersBefore;
+  };
+
   std::vector<std::size_t> lineStarts_;
-  std::vector<std::size_t> characterStarts_;  ///< where every n-th character starts
+  std::vector<Mark> marks_;  ///< none in a text of ASCII, where each character is a byte
 };
 
 /// An element of a job, counted from 1 within its parent; 0 where the level is not reached.

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <iterator>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "desk/base/numbers.h"
@@ -71,6 +72,30 @@ constexpr std::size_t fieldOf(const model::Key<Record>& key) {
   std::size_t i = 0;
   while (i < std::size(keys) && !model::fillSameField(keys[i], key)) ++i;
   return i;
+}
+
+constexpr std::size_t fieldOf(const json_keys::LabelKey& key) {
+  std::size_t i = 0;
+  while (!fillSameField(json_keys::kLabelFields[i], key)) ++i;
+  return i;
+}
+
+/// The keys of a table.
+template <class Table>
+constexpr const auto& keysIn(const Table& table) {
+  if constexpr (std::is_array_v<Table>) {
+    return table;
+  } else {
+    return table.keys;
+  }
+}
+
+/// The same for each key of a table, found when the program is compiled.
+template <const auto& table>
+constexpr auto fieldsOf() {
+  std::array<std::size_t, std::size(keysIn(table))> fields{};
+  for (std::size_t i = 0; i < fields.size(); ++i) fields[i] = fieldOf(keysIn(table)[i]);
+  return fields;
 }
 
 /// The index of a text of a record.

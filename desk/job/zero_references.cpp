@@ -26,6 +26,7 @@ bool isZeroReference(std::string_view text) {
 
 std::vector<std::size_t> zeroReferences(std::string_view document) {
   std::vector<std::size_t> places;
+  if (document.find("&#") == std::string_view::npos) return places;
   for (std::size_t at = 0; (at = document.find_first_of("<&", at)) < document.size(); ++at) {
     const std::string_view rest = document.substr(at);
     if (isZeroReference(rest)) places.push_back(at);

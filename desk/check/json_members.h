@@ -1,0 +1,37 @@
+// The members of a JSON object, sorted into what the key tables of its level name and what not.
+#pragma once
+
+#include <json/value.h>
+
+#include <cstddef>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "model/key_table.h"
+
+namespace desk::check {
+
+/// Points into the object, which must outlive it.
+class JsonMembers {
+ public:
+  using Stranger = std::pair<std::string_view, const Json::Value*>;
+
+  /// Passes over the members once; none where `object` is no object.
+  void sort(const Json::Value& object, model::Level level);
+
+  /// The member under the first or the second spelling of a row, also when it is null; null when
+  /// there is none. The rows of a level count through its tables: those of a piece are followed by
+  /// its label fields.
+  const Json::Value* first(std::size_t row) const { return known_[2 * row]; }
+  const Json::Value* second(std::size_t row) const { return known_[2 * row + 1]; }
+
+  /// The members that no reader knows, in the order of the object.
+  const std::vector<Stranger>& strangers() const { return strangers_; }
+
+ private:
+  std::vector<const Json::Value*> known_;
+  std::vector<Stranger> strangers_;
+};
+
+}  // namespace desk::check
