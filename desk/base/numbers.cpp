@@ -31,6 +31,28 @@ std::string decimalText(double number) {
   return text;
 }
 
+constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+/// Reads digits with at most one point among them and nothing else, as strtod does: so few digits
+/// and their power of ten are exact, and so is the rounding of their quotient.
+bool readPlain(const std::string& text, double& number) {
+  if (text.empty() || text.size() > kFewestDigits) return false;
+  std::int64_t digits = 0;
+  std::size_t point = text.size();
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '.' && point == text.size() && i > 0) {
+      point = i + 1;
+    } else if (text[i] >= '0' && text[i] <= '9') {
+      digits = digits * 10 + (text[i] - '0');
+    } else {
+      return false;
+    }
+  }
+  number = static_cast<double>(digits) / kPowersOfTen[text.size() - point];
+  return true;
+}
+
 }  // namespace
 
 std::string shortestText(double number) {
@@ -48,6 +70,7 @@ std::string hundredthsText(double number) {
 }
 
 bool numberOf(const std::string& text, double& number, bool& whole) {
+  if (readPlain(text, number)) return whole = true;
   // Scripts get what stands in front of a zero byte.
   const char* const start = text.c_str();
   char* end = nullptr;

@@ -33,10 +33,11 @@ bool isMisread(const Finding& finding) {
 class Causes {
  public:
   Causes(const Findings& findings, std::size_t from, model::JobFormat format)
-      : findings_(findings) {
+      : findings_(findings), roots_(findings.size(), kUnknown) {
+    bool wantsPlaces = false;
     for (std::size_t i = from; i < findings.size(); ++i) {
       const Finding& finding = findings[i];
-      places_.emplace(placeOf(causeFrom(finding)), i);
+      wantsPlaces = wantsPlaces || finding.cause.rule != nullptr;
       if (finding.rule == rules::kNotAnObject) add(known_, finding.element, "", i);
       if (finding.rule == rules::kMissingKey) {
         for (const std::string& key : finding.lacks) add(missing_, finding.element, key, i);
@@ -53,13 +54,14 @@ class Causes {
       }
     }
     if (hasJudged_) addCarried(from);
+    if (wantsPlaces) notePlaces(findings, from);
   }
 
   /// The finding that one comes of in the end; the one itself where it has no cause, or none that
   /// may weigh as much.
   std::size_t rootOf(std::size_t index) {
-    const auto [known, isNew] = roots_.emplace(index, index);
-    if (!isNew) return known->second;
+    if (roots_[index] != kUnknown) return roots_[index];
+    roots_[index] = index;
     const std::ptrdiff_t found = of(index);
     if (found < 0) return index;
     const std::size_t root = rootOf(static_cast<std::size_t>(found));
@@ -70,6 +72,13 @@ class Causes {
 
  private:
   using Indexes = std::map<Missing, std::ptrdiff_t>;
+  static constexpr std::size_t kUnknown = static_cast<std::size_t>(-1);
+
+  void notePlaces(const Findings& findings, std::size_t from) {
+    for (std::size_t i = from; i < findings.size(); ++i) {
+      places_.emplace(placeOf(causeFrom(findings[i])), i);
+    }
+  }
 
   static void add(Indexes& indexes, const Element& element, const std::string& key,
                   std::size_t index) {
@@ -77,6 +86,7 @@ class Causes {
   }
 
   static std::ptrdiff_t at(const Indexes& indexes, const Element& element, const std::string& key) {
+    if (indexes.empty()) return -1;
     const auto found = indexes.find(missing(element, key));
     return found == indexes.end() ? -1 : found->second;
   }
@@ -141,11 +151,11 @@ class Causes {
 
   const Findings& findings_;
   bool hasJudged_ = false;
-  Indexes known_;    ///< of what tells why a value is missing
-  Indexes missing_;  ///< of what tells that it is
-  Indexes carried_;  ///< of what tells that it is, and that another one stays
-  Indexes misread_;  ///< of what tells that a value is another one than was meant
-  std::map<std::size_t, std::size_t> roots_;
+  Indexes known_;                   ///< of what tells why a value is missing
+  Indexes missing_;                 ///< of what tells that it is
+  Indexes carried_;                 ///< of what tells that it is, and that another one stays
+  Indexes misread_;                 ///< of what tells that a value is another one than was meant
+  std::vector<std::size_t> roots_;  ///< of each finding
   std::map<FindingPlace, std::size_t> places_;
 };
 

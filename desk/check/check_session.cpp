@@ -26,12 +26,27 @@ using tinyxml2::XMLElement;
 
 namespace {
 
-bool standsBefore(const Finding& a, const Finding& b) {
-  const auto key = [](const Finding& finding) {
-    const Position at = finding.place.at;
-    return std::make_tuple(at.line, at.column);
-  };
-  return key(a) < key(b);
+/// Sorts the findings from an index on by place. Those of one place keep their order. Findings are
+/// large: each is moved once, and none is copied.
+void sortByPlace(Findings& findings, std::size_t from) {
+  using Key = std::tuple<int, int, std::size_t>;  // the last one is the index
+  std::vector<Key> order;
+  order.reserve(findings.size() - from);
+  for (std::size_t i = from; i < findings.size(); ++i) {
+    const Position at = findings[i].place.at;
+    order.emplace_back(at.line, at.column, i);
+  }
+  std::sort(order.begin(), order.end());
+  const auto source = [&](std::size_t i) -> std::size_t& { return std::get<2>(order[i - from]); };
+  for (std::size_t i = from; i < findings.size(); ++i) {
+    if (source(i) == i) continue;
+    Finding first = std::move(findings[i]);
+    std::size_t hole = i;
+    for (std::size_t next; (next = std::exchange(source(hole), hole)) != i; hole = next) {
+      findings[hole] = std::move(findings[next]);
+    }
+    findings[hole] = std::move(first);
+  }
 }
 
 /// Whether a text means the same in UTF-8 and in the encoding that an XML document names.
@@ -86,8 +101,7 @@ void CheckSession::check(const std::string& file, std::string bytes) {
   format_ == JobFormat::Xml ? checkXml() : checkJson();
   if (!keepsDocument_) document_.reset();
   settings_.apply(report_.findings, from);
-  const auto start = report_.findings.begin() + static_cast<std::ptrdiff_t>(from);
-  std::stable_sort(start, report_.findings.end(), standsBefore);
+  sortByPlace(report_.findings, from);
   putUnderCauses(report_.findings, from, format_);
   fold(report_.findings, from, rules::kAngle135);
 }

@@ -49,6 +49,7 @@ class MeasureCheck {
                       value.element,
                       value.key};
       if (number == kMostOfRule) finding.message += kMoreOfRule;
+      finding.judgedBy.reserve(1 + oddity.others.size());
       finding.judgedBy.emplace_back(value.element, value.key);
       for (const JobValue& other : oddity.others) {
         finding.judgedBy.emplace_back(other.element, other.key);
@@ -67,7 +68,7 @@ class MeasureCheck {
     const auto wasNeverRead = [&](const JobValue& value) { return originOf(value) == 0; };
     return wasNeverRead(oddity.value) ||
            std::any_of(oddity.others.begin(), oddity.others.end(), wasNeverRead) ||
-           raised_.count(keyOf(oddity.value.element, oddity.value.key)) != 0;
+           (!raised_.empty() && raised_.count(keyOf(oddity.value.element, oddity.value.key)) != 0);
   }
 
   const BarTrace& barOf(const Element& element) const {

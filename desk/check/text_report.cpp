@@ -2,6 +2,7 @@
 #include <map>
 #include <set>
 #include <tuple>
+#include <vector>
 
 #include "desk/base/text.h"
 #include "desk/check/excerpt.h"
@@ -58,11 +59,12 @@ class TextReport {
       : report_(report), terminal_(terminal), options_(options) {}
 
   std::string write() {
-    countKinds();
-    for (const Finding& finding : report_.findings) {
-      const std::size_t number = ++seen_[kindOf(finding)];
+    const std::vector<Count*> counts = countKinds();
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+      const Finding& finding = report_.findings[i];
+      const std::size_t number = ++counts[i]->seen;
       if (options_.all || number <= kShownOfEach) writeFinding(finding);
-      if (!options_.all && number == kShownOfEach) writeRest(finding);
+      if (!options_.all && number == kShownOfEach) writeRest(finding, counts[i]->all);
     }
     if (options_.summary && !report_.sources.empty()) writeSummary();
     return text_;
@@ -73,8 +75,21 @@ class TextReport {
     return terminal_.hasColour ? colour + text + kPlain : text;
   }
 
-  void countKinds() {
-    for (const Finding& finding : report_.findings) ++kinds_[kindOf(finding)];
+  /// How many findings there are of a kind, and how many of them were met.
+  struct Count {
+    std::size_t all = 0;
+    std::size_t seen = 0;
+  };
+
+  /// Returns the count of each finding.
+  std::vector<Count*> countKinds() {
+    std::vector<Count*> counts;
+    counts.reserve(report_.findings.size());
+    for (const Finding& finding : report_.findings) {
+      counts.push_back(&kinds_[kindOf(finding)]);
+      ++counts.back()->all;
+    }
+    return counts;
   }
 
   void writeFinding(const Finding& finding) {
@@ -102,8 +117,8 @@ class TextReport {
              coloured(colourOf(finding.severity), "^" + std::string(excerpt.width - 1, '~')) + "\n";
   }
 
-  void writeRest(const Finding& finding) {
-    const std::size_t more = kinds_[kindOf(finding)] - kShownOfEach;
+  void writeRest(const Finding& finding, std::size_t all) {
+    const std::size_t more = all - kShownOfEach;
     if (more == 0) return;
     text_ += escapeControls(fileOf(report_, finding.place)) + ": " + std::to_string(more) +
              " more like this; --all shows them [" + finding.rule + "]\n";
@@ -122,8 +137,7 @@ class TextReport {
   const Report& report_;
   const Terminal& terminal_;
   const TextOptions options_;
-  std::map<Kind, std::size_t> kinds_;
-  std::map<Kind, std::size_t> seen_;
+  std::map<Kind, Count> kinds_;
   std::string text_;
 };
 

@@ -1,6 +1,8 @@
 // Explains what the XML reader makes of a job.
 #pragma once
 
+#include <array>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -50,6 +52,7 @@ class XmlWatcher : public Watcher {
   void reportRepeated(const XMLElement& first, Level level);
   /// Reports what becomes of the values that an earlier cut of the same piece brought.
   void reportRepeatedCut(const XMLElement& cut);
+  /// @param value the first of its name in its element
   void reportValueContent(const XMLElement& value, Level level);
   void reportAttributes(const XMLElement& element);
   void reportNeverStored(const XMLElement& piece);
@@ -60,6 +63,8 @@ class XmlWatcher : public Watcher {
   Place placeOf(const tinyxml2::XMLNode& node) const;
 
   XmlAnalysis& reader_;
+  /// Whether the current element of a level has two values of one name.
+  std::array<bool, std::size(model::kLevels)> repeats_{};
   Trace<CUT_T> beforeCut_{};  ///< the origins when the current cut began
 
   /// What the walk looked for last.

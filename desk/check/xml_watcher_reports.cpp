@@ -34,7 +34,7 @@ bool declaresEntity(const XMLNode& node) {
 }
 
 /// Elements that lead to the next level; all others hold a value.
-bool isLevel(const std::string& name) {
+bool isLevel(std::string_view name) {
   using namespace xml_elements;
   return name == kBars || name == kPieces || name == kCuts || name == kWorks;
 }
@@ -93,6 +93,9 @@ void XmlWatcher::reportAround(const XMLNode& document) {
 
 void XmlWatcher::reportStrangers(const XMLElement& element, Level level) {
   reportAttributes(element);
+  const std::vector<std::string>& names = namesAt(level, model::JobFormat::Xml);
+  KeySet seen = 0;
+  bool& repeats = repeats_[static_cast<std::size_t>(level)] = false;
   for (const XMLNode* child = element.FirstChild(); child != nullptr;
        child = child->NextSibling()) {
     if (child->ToText() != nullptr && !isBlank(child->Value())) {
@@ -103,23 +106,26 @@ void XmlWatcher::reportStrangers(const XMLElement& element, Level level) {
     }
     const XMLElement* inner = child->ToElement();
     if (inner == nullptr) continue;
-    if (!contains(namesAt(level, model::JobFormat::Xml), inner->Name())) {
+    const std::string_view name = inner->Name();
+    const auto known = std::find(names.begin(), names.end(), name);
+    if (known == names.end()) {
       const Advice advice = adviceFor(inner->Name(), level, model::JobFormat::Xml);
       report(rules::kUnknownKey, advice.severity, placeOf(*inner),
              quoted(inner->Name()) + " is no element of " + nameOf(level) + " and is ignored" +
                  advice.text,
              inner->Name())
           .loses = advice.meant;
-    } else if (!isLevel(inner->Name())) {
-      reportValueContent(*inner, level);
+    } else if (!isLevel(name)) {
+      const KeySet bit = KeySet{1} << (known - names.begin());
+      if ((seen & bit) == 0) reportValueContent(*inner, level);
+      repeats = repeats || (seen & bit) != 0;
+      seen |= bit;
     }
   }
 }
 
 void XmlWatcher::reportValueContent(const XMLElement& value, Level level) {
   const char* const taken = value.GetText();
-  const XMLElement* const first = value.Parent()->FirstChildElement(value.Name());
-  if (first != &value) return;
   reportAttributes(value);
   for (const XMLNode* child = value.FirstChild(); child != nullptr; child = child->NextSibling()) {
     const bool isElement = child->ToElement() != nullptr;
@@ -146,6 +152,7 @@ void XmlWatcher::reportAttributes(const XMLElement& element) {
 }
 
 void XmlWatcher::reportRepeated(const XMLElement& first, Level level) {
+  if (!repeats_[static_cast<std::size_t>(level)]) return;
   const char* const name = first.Name();
   const char* const taken = first.GetText();
   for (const XMLElement* next = first.NextSiblingElement(name); next != nullptr;

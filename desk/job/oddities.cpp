@@ -67,7 +67,10 @@ constexpr Field kZ = numberField(&WORK_T::PositionZ);
 class Judge {
  public:
   Judge(const BarPlace& bar, int number, JobFormat format)
-      : bar_(bar), format_(static_cast<std::size_t>(format)), here_{number, 0, 0} {}
+      : bar_(bar),
+        height_(measureOf(bar.bar->MaxZ).value),
+        format_(static_cast<std::size_t>(format)),
+        here_{number, 0, 0} {}
 
   Oddities run() {
     judgeBar();
@@ -111,6 +114,7 @@ class Judge {
         causes.emplace(keyOf(one.value), &one);
       }
     }
+    if (causes.empty()) return;
     for (const Oddity& one : found_) {
       for (const JobValue& other : one.others) {
         const auto found = causes.find(keyOf(other));
@@ -135,10 +139,11 @@ class Judge {
   bool judgeNumber(const Field& field, const std::string& text, Drawn drawn) {
     using Form = Measure::Form;
     const Measure measure = measureOf(text);
+    if (measure.form == Form::Plain) return true;
     const std::string read = "; some read " + shortestText(measure.value) + ", tonumber gives nil";
     switch (measure.form) {
       case Form::Plain:
-        return true;
+        break;
       case Form::Missing:
         add(rules::kNotANumber, Severity::Error, field,
             " has no \"" + std::string(field.keys[format_]) + "\"")
@@ -283,10 +288,11 @@ class Judge {
   }
 
   void judgeWork(const WORK_T& work, const PiecePlace& piece) {
-    const std::string name = work.Name.empty() ? "" : " (" + quoted(work.Name) + ")";
     const std::size_t from = found_.size();
     judgeSide(work);
     judgePlace(work, piece);
+    if (found_.size() == from || work.Name.empty()) return;
+    const std::string name = " (" + quoted(work.Name) + ")";
     for (std::size_t i = from; i < found_.size(); ++i) found_[i].text.insert(0, name);
   }
 
@@ -299,7 +305,6 @@ class Judge {
   }
 
   void judgePlace(const WORK_T& work, const PiecePlace& piece) {
-    const double height = measureOf(bar_.bar->MaxZ).value;
     if (piece.length > 0.0) {
       judgePosition(rules::kWorkBesidePiece, Severity::Error, kX, work.PositionX, kPieceLength,
                     piece.length, "the piece", "long");
@@ -307,7 +312,7 @@ class Judge {
     judgePosition(rules::kWorkOutsideProfile, Severity::Warning, kY, work.PositionY, kWidth,
                   bar_.width, "the profile", "wide");
     judgePosition(rules::kWorkOutsideProfile, Severity::Warning, kZ, work.PositionZ, kHeight,
-                  height > 0.0 ? height : Measure::kLongest, "the profile", "high");
+                  height_ > 0.0 ? height_ : Measure::kLongest, "the profile", "high");
     if (!piece.works.empty() && bar_.isWidthKnown) {
       judgeCorner(piece.works[static_cast<std::size_t>(here_.work - 1)], piece);
     }
@@ -348,6 +353,7 @@ class Judge {
   static constexpr double kRightAngle135 = 135.0;
 
   const BarPlace& bar_;
+  double height_;  ///< of the profile; 0 where it is not known
   std::size_t format_;
   Element here_;
   Oddities found_;

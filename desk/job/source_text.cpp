@@ -108,9 +108,15 @@ Position SourceText::positionInBytes(int line, int byteColumn) const {
 
 std::string describe(const Element& element) {
   if (element.bar == 0) return "the header";
-  std::string text = "bar " + std::to_string(element.bar);
-  if (element.piece != 0) text = "piece " + std::to_string(element.piece) + " of " + text;
-  if (element.work != 0) text = "work " + std::to_string(element.work) + " of " + text;
+  std::string text;
+  const auto add = [&](const char* name, int number) {
+    if (number == 0) return;
+    if (!text.empty()) text += " of ";
+    (text += name) += std::to_string(number);
+  };
+  add("work ", element.work);
+  add("piece ", element.piece);
+  add("bar ", element.bar);
   return text;
 }
 

@@ -7,6 +7,8 @@
 #include <new>
 #include <utility>
 
+#include "desk/job/plain_xml.h"
+
 namespace desk::job {
 
 namespace {
@@ -68,6 +70,12 @@ void XMLCALL onEntity(void* reading, const XML_Char*, int, const XML_Char*, int,
 
 StrictXml judgeStrictly(std::string_view document) {
   StrictXml judged;
+  // A zero byte at the end is passed over, as by the panel's library.
+  if (!document.empty() && document.back() == '\0') document.remove_suffix(1);
+  if (const auto encoding = encodingOfPlainXml(document)) {
+    judged.encoding = *encoding;
+    return judged;
+  }
   // Whatever the document declares: a panel takes its bytes as they are.
   const Parser parser(XML_ParserCreate("UTF-8"));
   if (!parser) throw std::bad_alloc();
@@ -75,9 +83,7 @@ StrictXml judgeStrictly(std::string_view document) {
   XML_SetUserData(parser.get(), &reading);
   XML_SetXmlDeclHandler(parser.get(), onDeclaration);
   XML_SetEntityDeclHandler(parser.get(), onEntity);
-  // A zero byte at the end is passed over, as by the panel's library.
-  const bool isClosed = !document.empty() && document.back() == '\0';
-  const int size = static_cast<int>(document.size() - (isClosed ? 1 : 0));
+  const int size = static_cast<int>(document.size());
   if (XML_Parse(parser.get(), document.data(), size, 1) == XML_STATUS_OK) return judged;
   const XML_Error error = XML_GetErrorCode(parser.get());
   if (error == XML_ERROR_ABORTED) return judged;
