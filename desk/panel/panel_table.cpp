@@ -10,6 +10,11 @@ namespace {
 constexpr char kTableKey[] = "cusdesk.panel";      ///< in the registry
 constexpr char kRowsKey[] = "cusdesk.panel.rows";  ///< in the registry
 
+/// Memory for the texts of a page, or of the head. A text far to the right has thousands of empty
+/// ones before it.
+constexpr int kMostMiB = 64;
+constexpr std::size_t kMostBytes = std::size_t{kMostMiB} << 20;
+
 unsigned short checkCount(lua_State* L, int argument) {
   const lua_Integer count = luaL_checkinteger(L, argument);
   luaL_argcheck(L, count >= 0 && count <= USHRT_MAX, argument, "0 to 65535 expected");
@@ -18,13 +23,17 @@ unsigned short checkCount(lua_State* L, int argument) {
 
 /// At most the first `count` texts of the list on top of the stack, up to the last that is not nil;
 /// "" for nil in between, and no text for anything but a list.
-std::vector<std::string> texts(lua_State* L, std::size_t count) {
+/// @param room bytes that texts may still take; a script error where that is too little
+std::vector<std::string> texts(lua_State* L, std::size_t count, std::size_t& room) {
   std::vector<std::string> list;
   if (!lua_istable(L, -1)) return list;
   for (std::size_t position = 1; position <= count; ++position) {
     if (lua_geti(L, -1, static_cast<lua_Integer>(position)) != LUA_TNIL) {  // list, value
       std::size_t size = 0;
       const char* bytes = luaL_tolstring(L, -1, &size);  // list, value, text
+      const std::size_t needed = (position - list.size()) * sizeof(std::string) + size;
+      if (needed > room) luaL_error(L, "the texts to show take more than %d MiB", kMostMiB);
+      room -= needed;
       list.resize(position);
       list.back().assign(bytes, size);
       lua_pop(L, 1);
@@ -45,9 +54,10 @@ std::vector<std::vector<std::string>> fetch(lua_State* L, int first, int last, s
     before = lua_Integer{first} - 1;
   }
   std::vector<std::vector<std::string>> rows;
+  std::size_t room = kMostBytes;
   for (lua_Integer row = first; row <= last && lua_istable(L, -1); ++row) {
     lua_geti(L, -1, row - before);  // rows, row
-    rows.push_back(texts(L, cols));
+    rows.push_back(texts(L, cols, room));
     lua_pop(L, 1);
   }
   lua_pop(L, 1);
@@ -81,7 +91,8 @@ int head(lua_State* L) {
   lua_settop(L, 1);
   const lua_Integer count = std::clamp<lua_Integer>(luaL_len(L, 1), 0, USHRT_MAX);
   ScriptContext& self = contextOf(L);
-  self.part.drawHead(texts(L, static_cast<std::size_t>(count)));
+  std::size_t room = kMostBytes;
+  self.part.drawHead(texts(L, static_cast<std::size_t>(count), room));
   self.refreshIsDue = true;
   return 0;
 }

@@ -140,6 +140,8 @@ class Scripts(Panel):
             ("panel.grid(1, 1) panel.rows(print) panel.update(3)", "returned no list"),
             ("panel.grid(1, 1) panel.rows{{setmetatable({}, {__tostring = error})}} panel.update()",
              "table.lua:1"),
+            ("local rows = {} for i = 1, 40 do rows[i] = {[65535] = i} end panel.grid(40, 65535) "
+             "panel.rows(rows) panel.update()", "the texts to show take more than 64 MiB"),
             ("error({})", "(error object is a table value)"),
             ("os.exit(0)", "a panel's script ends with the panel"),
             ("cus_ParseModule.getjson_Flash('a.js')", ":1: getjson_Flash: basic_string::substr"),
@@ -151,11 +153,11 @@ class Scripts(Panel):
 
     def test_memory_that_runs_out_is_told(self):
         def limited():
-            resource.setrlimit(resource.RLIMIT_AS, (400 << 20, 400 << 20))
+            resource.setrlimit(resource.RLIMIT_AS, (120 << 20, 120 << 20))
 
         if self.run_here("--version", preexec_fn=limited).returncode != 0:
             self.skipTest("needs more memory than that to start")
-        answer = self.script("local row, long = {}, ('x'):rep(1 << 20) for i = 1, 1000 do row[i] = long end "
+        answer = self.script("local row, long = {}, ('x'):rep(1 << 20) for i = 1, 60 do row[i] = long end "
                              "panel.grid(1, 1000) panel.rows{row} panel.update()", preexec_fn=limited)
         self.assertEqual((answer.returncode, answer.stderr), (1, "cusdesk: not enough memory\n"))
 
