@@ -97,11 +97,11 @@ std::string columnsText(const TextTable& table, bool where, const Layout& layout
 }
 
 /// Each row by itself.
-std::string recordsText(const TextTable& table, bool where) {
+std::string recordsText(const TextTable& table, bool where, const Terminal& terminal) {
   std::string text;
   for (std::size_t row = 0; row < table.rows.size(); ++row) {
     text += (row == 0 ? "row " : "\nrow ") + std::to_string(row + 1) + "\n" +
-            recordText(table, row, where);
+            recordText(table, row, where, terminal);
   }
   return text;
 }
@@ -141,18 +141,22 @@ Cell numberCell(double number) {
   return {text, true, std::strtod(text.c_str(), nullptr)};
 }
 
-std::string tableText(const TextTable& table, bool where, const Terminal& terminal) {
+std::string tableText(const TextTable& table, bool where, const Terminal& terminal,
+                      TooWide tooWide) {
   Layout layout = layoutOf(table, where);
-  const std::size_t narrowest = where ? kNarrowestWithLine : kNarrowest;
+  const std::size_t narrowest = tooWide == TooWide::Folded ? terminal.columns
+                                : where                    ? kNarrowestWithLine
+                                                           : kNarrowest;
   const bool fits = !terminal.isTerminal || table.rows.empty() ||
                     shrink(layout.widths, terminal.columns, narrowest);
-  std::string text = fits ? columnsText(table, where, layout) : recordsText(table, where);
+  std::string text = fits ? columnsText(table, where, layout) : recordsText(table, where, terminal);
   if (!where) return text;
   return text + "\n(line)" +
          (hasCarried(table) ? "  * carried over from an earlier element\n" : "\n");
 }
 
-std::string recordText(const TextTable& table, std::size_t row, bool where) {
+std::string recordText(const TextTable& table, std::size_t row, bool where,
+                       const Terminal& terminal) {
   std::size_t width = 0;
   for (const std::string& key : table.keys) width = std::max(width, displayWidth(key));
   std::string text;
@@ -162,7 +166,7 @@ std::string recordText(const TextTable& table, std::size_t row, bool where) {
     value.erase(value.find_last_not_of(' ') + 1);
     text += value + "\n";
   }
-  return text;
+  return terminal.isTerminal ? foldedToColumns(text, terminal.columns) : text;
 }
 
 std::string csvText(const TextTable& table, bool where) {

@@ -36,13 +36,20 @@ struct TextTable {
   std::vector<std::vector<Cell>> rows;  ///< each as long as `keys`
 };
 
-/// Aligned columns under a heading. On a terminal the widest columns are cut until a row fits;
-/// where too little would be left of them, each value has a line of its own.
-/// @param where adds to each value the line that it was read from, with a "*" for a carried one
-std::string tableText(const TextTable& table, bool where, const Terminal& terminal);
+/// What becomes of rows that are too wide for a terminal.
+enum class TooWide {
+  Cut,    ///< the widest columns are cut; where that leaves too little of them, as Folded
+  Folded  ///< each value has a line of its own, folded at blanks
+};
 
-/// One row of it, a line for each value.
-std::string recordText(const TextTable& table, std::size_t row, bool where);
+/// Aligned columns under a heading.
+/// @param where adds to each value the line that it was read from, with a "*" for a carried one
+std::string tableText(const TextTable& table, bool where, const Terminal& terminal,
+                      TooWide tooWide = TooWide::Cut);
+
+/// One row of it, a line for each value, folded at blanks on a terminal.
+std::string recordText(const TextTable& table, std::size_t row, bool where,
+                       const Terminal& terminal);
 
 /// Comma-separated values (RFC 4180) with a heading. `where` adds two columns for each key.
 std::string csvText(const TextTable& table, bool where);

@@ -108,7 +108,7 @@ void appendFolded(std::string& text, const std::string& words, std::size_t at, s
                   std::size_t columns) {
   std::istringstream rest(words);
   bool isFirst = true;
-  for (std::string word; rest >> word; isFirst = false) {
+  for (std::string word; std::getline(rest, word, ' '); isFirst = false) {
     const std::size_t width = displayWidth(word) + (isFirst ? 0 : 1);
     if (!isFirst && at + width > columns) {
       text += "\n" + std::string(indent, ' ') + word;

@@ -37,10 +37,19 @@ bool tellsBars(const Difference& difference) {
   return difference.kind != Kind::Changed || difference.isByNumber;
 }
 
+/// The number of a bar that tells where a piece is, with its place where a piece moved between two
+/// of that number.
+std::string barText(const Spot& spot, const Difference& of) {
+  const bool isTwice = of.kind == Kind::Moved && of.before.bar == of.after.bar;
+  return spot.bar + (isTwice ? " (place " + std::to_string(spot.at.bar) + ")" : "");
+}
+
 /// Equal for pieces that are told together.
 std::string alikeKeyOf(const Difference& difference) {
   std::string key(nameOf(difference.kind));
-  if (tellsBars(difference)) key += difference.before.bar + '\0' + difference.after.bar;
+  if (tellsBars(difference)) {
+    key += barText(difference.before, difference) + '\0' + barText(difference.after, difference);
+  }
   for (const Change& change : difference.changes) {
     for (const std::string* text : {&change.work, &change.key, &change.before, &change.after}) {
       key += '\0' + *text;
@@ -88,7 +97,7 @@ std::string titleOf(const Group& group, bool all) {
   const bool isOne = group.names.size() == 1;
   std::string where;
   if (first.kind == Kind::Moved) {
-    where = " from bar " + first.before.bar + " to bar " + first.after.bar;
+    where = " from bar " + barText(first.before, first) + " to bar " + barText(first.after, first);
   } else if (isOne || tellsBars(first)) {
     where = " of bar " + (first.kind == Kind::Added ? first.after : first.before).bar;
   }

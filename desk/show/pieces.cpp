@@ -91,8 +91,10 @@ std::vector<PieceFact> piecesOf(const job::TracedJob& job, const job::Selection&
 
 std::string piecesText(const std::vector<PieceFact>& pieces, const Terminal& terminal) {
   const TextTable table = tableOf(pieces);
-  if (pieces.size() == 1) return recordText(spread(table, *pieces.front().piece), 0, false);
-  return tableText(table, false, terminal);
+  if (pieces.size() == 1) {
+    return recordText(spread(table, *pieces.front().piece), 0, false, terminal);
+  }
+  return tableText(table, false, terminal, TooWide::Folded);
 }
 
 std::string piecesCsv(const std::vector<PieceFact>& pieces) {

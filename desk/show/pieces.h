@@ -22,7 +22,8 @@ struct PieceFact {
 
 std::vector<PieceFact> piecesOf(const job::TracedJob& job, const job::Selection& selection);
 
-/// A table of them; on a terminal a single piece gets a line for each of its works.
+/// A table of them, or a line for each value where a terminal is too narrow for it; a single piece
+/// gets a line for each of its works.
 std::string piecesText(const std::vector<PieceFact>& pieces, const Terminal& terminal);
 std::string piecesCsv(const std::vector<PieceFact>& pieces);
 

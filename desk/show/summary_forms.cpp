@@ -69,7 +69,7 @@ std::string summaryText(const JobSummary& summary, const Terminal& terminal) {
   }
   TextTable total = summary.total();
   if (isOne) total = without(total, "files");
-  text += recordText(shown(total), 0, false);
+  text += recordText(shown(total), 0, false, terminal);
   text += section("Stock to fetch", summary.stock());
   text += section("Use of the stock", shown(summary.material()));
   const TextTable& leftovers = summary.leftovers();

@@ -82,6 +82,12 @@ class Diff(Folder):
         bars[6]["BarNumber"] = 70
         self.assertEqual(self.diff(old, new), TEXT)
 
+    def test_bars_with_one_number_are_told_apart(self):
+        bars = [{"BarNumber": 7, "piece": [{"BarCode": code}]} for code in "AB"]
+        new = [{"BarNumber": 7, "piece": [{"BarCode": "B"}, {"BarCode": "A"}]}, {"BarNumber": 7, "piece": []}]
+        self.assertIn("> piece A from bar 7 (place 2) to bar 7 (place 1)\n", self.diff(
+            {"Version": "1.0", "Bar": bars[::-1]}, {"Version": "1.0", "Bar": new}))
+
     def test_every_key_of_the_shipped_job_is_compared(self):
         new = copy.deepcopy(WINDOW)
         first, *pieces = [piece for bar in new["Bar"] for piece in bar["piece"]]

@@ -245,6 +245,8 @@ bar  place  piece  from  length  left  right  barcode  works                    
             for line in lines:
                 self.assertLessEqual(len(line.replace("\u7a93", "xx")), columns if columns > 20 else 60)
             self.assertIn("…", lines[0])
+        text = self.on_terminal("show", "job.json", "pieces", columns=30)
+        self.assertIn("  works    2 way (side 0: 0.1,\n           0, 0)\n", text)
 
     def test_each_value_has_a_line_where_the_terminal_is_too_narrow_for_a_table(self):
         self.assertEqual(self.on_terminal("show", "job.json", "bars", "--where", columns=40), """\
