@@ -1,5 +1,7 @@
 #include "desk/show/job_summary.h"
 
+#include <cstring>
+
 #include "desk/base/numbers.h"
 
 namespace desk::show {
@@ -15,6 +17,12 @@ Cell yieldCell(const job::Yield& yield) {
 }
 
 }  // namespace
+
+bool JobSummary::Name::operator<(const Name& other) const {
+  // It ends at a zero byte, behind which texts may differ.
+  const int order = strverscmp(text.c_str(), other.text.c_str());
+  return order != 0 ? order < 0 : text < other.text;
+}
 
 void JobSummary::Counts::add(const Counts& other) {
   bars += other.bars;
@@ -32,7 +40,7 @@ void JobSummary::add(const std::string& file, const DATA_T& job, const FindingCo
   Counts counts;
   counts.findings = findings;
   for (const BAR_T& bar : job.Bar) {
-    const Material material{bar.DXF_Name, bar.BarName, bar.BarColor};
+    const Material material{{bar.DXF_Name}, {bar.BarName}, {bar.BarColor}};
     const job::BarPlace place = job::layOut(bar);
     const Counts one = countsOf(place);
     counts.add(one);
@@ -109,7 +117,7 @@ TextTable JobSummary::stock() const {
     const auto& [material, minus, text] = kind;
     const auto& [profile, name, colour] = material;
     const Cell length = minus < 0.0 ? numberCell(-minus) : Cell{text};
-    table.rows.push_back({{profile}, {name}, {colour}, length, countCell(count)});
+    table.rows.push_back({{profile.text}, {name.text}, {colour.text}, length, countCell(count)});
   }
   return table;
 }
@@ -120,9 +128,9 @@ TextTable JobSummary::material() const {
                   {}};
   for (const auto& [material, counts] : material_) {
     const auto& [profile, name, colour] = material;
-    table.rows.push_back({{profile},
-                          {name},
-                          {colour},
+    table.rows.push_back({{profile.text},
+                          {name.text},
+                          {colour.text},
                           countCell(counts.bars),
                           countCell(counts.withoutYield),
                           numberCell(counts.yield.length),

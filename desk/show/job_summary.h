@@ -70,8 +70,13 @@ class JobSummary {
     std::string name;
     Counts counts;
   };
+  /// Sorts as people do: "P65-9" stands before "P65-11".
+  struct Name {
+    std::string text;
+    bool operator<(const Name& other) const;
+  };
   /// What tells stock apart: drawing and name of the profile, colour.
-  using Material = std::tuple<std::string, std::string, std::string>;
+  using Material = std::tuple<Name, Name, Name>;
 
   Counts countsOf(const job::BarPlace& bar) const;
   Counts sum() const;

@@ -130,6 +130,10 @@ B (5)    2 way (4*)  1e+300 (6)          0          0  60 (2)  70 (2)    900 (3*
         summary = json.loads(self.show("big.json", "--keep-from=501", "--format=json")[0])
         self.assertEqual((summary["keepFrom"], summary["leftovers"]), (501, []))
         self.assertEqual(summary["total"]["yield"], 91.7)
+        self.write("names.json", json.dumps({"Version": "1.0", "Bar": [
+            {"BarNumber": 1, "DXF_Name": name, "piece": []} for name in ("P65-11", "P65-9")]}))
+        names = json.loads(self.show("names.json", "--format=json")[0])
+        self.assertEqual([row["profile"] for row in names["stock"]], ["P65-9", "P65-11"])
         rows = list(csv.DictReader(io.StringIO(self.show("big.json", "--format=csv")[0])))
         self.assertEqual([(row["table"], row["length"]) for row in rows], [
             ("jobs", ""), ("total", "12000"), ("stock", "6000"), ("material", "12000"),
