@@ -4,6 +4,7 @@
 // have is told by the key tables.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,7 @@ struct Change {
   std::string key;   ///< as JSON jobs spell it; empty for a whole work
   std::string before;
   std::string after;
+  std::optional<WORK_T> whole{};  ///< the work, where it is there on one side only
 };
 
 inline bool operator==(const Change& a, const Change& b) {

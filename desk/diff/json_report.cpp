@@ -1,6 +1,8 @@
 #include "desk/base/json_document.h"
 #include "desk/base/text.h"
 #include "desk/diff/reports.h"
+#include "desk/job/piece_text.h"
+#include "json/json_keys.h"
 
 namespace desk::diff {
 
@@ -23,6 +25,10 @@ Json::Value changeValue(const Change& change) {
   Json::Value value(Json::objectValue);
   if (!change.work.empty()) value["work"] = asUtf8(change.work);
   if (!change.key.empty()) value["key"] = change.key;
+  if (change.whole) {
+    value[change.before.empty() ? "new" : "old"] = job::workValue(*change.whole);
+    return value;
+  }
   const bool isValue = !change.key.empty();
   if (isValue || !change.before.empty()) value["old"] = asUtf8(change.before);
   if (isValue || !change.after.empty()) value["new"] = asUtf8(change.after);
@@ -59,8 +65,11 @@ std::string jsonReport(const JobDiff& diff, const Files& files) {
     for (const std::string& key : unknown.keys) value["keys"].append(key);
     root["unknown"].append(value);
   }
-  return jsonDocument(root, {"kind", "format", "element", "name", "work", "key", "old", "new",
-                             "bar", "barPlace", "piecePlace", "same", "differences", "unknown"});
+  std::vector<std::string> order = {"kind",       "format", "element",     "name",   "work",
+                                    "key",        "old",    "new",         "bar",    "barPlace",
+                                    "piecePlace", "same",   "differences", "unknown"};
+  for (const auto& key : json_keys::kWork) order.emplace_back(key.spelling);
+  return jsonDocument(root, order);
 }
 
 }  // namespace desk::diff

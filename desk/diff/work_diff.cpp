@@ -54,14 +54,14 @@ std::vector<Change> compareWorks(const std::vector<WORK_T>& before,
   for (std::size_t i = 0; i < before.size(); ++i) {
     const int partner = works.toAfter[i];
     if (partner < 0) {
-      changes.push_back({nameOf(before, i), "", job::workText(before[i]), ""});
+      changes.push_back({nameOf(before, i), "", job::workText(before[i]), "", before[i]});
     } else {
       addFields(before[i], after[static_cast<std::size_t>(partner)], nameOf(before, i), changes);
     }
   }
   for (std::size_t i = 0; i < after.size(); ++i) {
     if (works.toBefore[i] < 0) {
-      changes.push_back({nameOf(after, i), "", "", job::workText(after[i])});
+      changes.push_back({nameOf(after, i), "", "", job::workText(after[i]), after[i]});
     }
   }
   if (isReordered(works.toAfter)) changes.push_back(orderOf(works));

@@ -22,4 +22,14 @@ std::string workText(const WORK_T& work) {
          ", " + shortestText(work.PositionY) + ", " + shortestText(work.PositionZ) + ")";
 }
 
+Json::Value workValue(const WORK_T& work) {
+  Json::Value value;
+  for (const auto& key : json_keys::kWork) {
+    value[key.spelling] = key.kind == model::KeyKind::Text
+                              ? Json::Value(asUtf8(work.*key.field.text))
+                              : Json::Value(work.*key.field.number);
+  }
+  return value;
+}
+
 }  // namespace desk::job

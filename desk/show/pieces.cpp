@@ -49,15 +49,7 @@ TextTable spread(TextTable table, const PIECE_T& piece) {
 
 Json::Value worksValue(const PIECE_T& piece) {
   Json::Value works(Json::arrayValue);
-  for (const WORK_T& work : piece.work) {
-    Json::Value value;
-    for (const auto& key : json_keys::kWork) {
-      value[key.spelling] = key.kind == model::KeyKind::Text
-                                ? Json::Value(asUtf8(work.*key.field.text))
-                                : Json::Value(work.*key.field.number);
-    }
-    works.append(value);
-  }
+  for (const WORK_T& work : piece.work) works.append(job::workValue(work));
   return works;
 }
 

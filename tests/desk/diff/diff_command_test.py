@@ -81,6 +81,9 @@ class Diff(Folder):
         bars[5]["piece"].insert(0, {**bars[5]["piece"][10], "BarCode": "NEW"})
         bars[6]["BarNumber"] = 70
         self.assertEqual(self.diff(old, new), TEXT)
+        changes = [change for one in json.loads(self.diff(old, new, "--format=json"))["differences"]
+                   for change in one.get("changes", [])]
+        self.assertIn({"work": "work 4 (槽)", "new": works[3]}, changes)
 
     def test_bars_with_one_number_are_told_apart(self):
         bars = [{"BarNumber": 7, "piece": [{"BarCode": code}]} for code in "AB"]
