@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <iterator>
 
+#include "desk/base/text.h"
 #include "model/job_format.h"
 
 namespace desk::job {
@@ -21,7 +22,7 @@ std::vector<std::string> jobFilesBelow(const std::string& folder) {
   fs::recursive_directory_iterator at(folder, fs::directory_options::skip_permission_denied, error);
   for (; !error && at != fs::end(at); at.increment(error)) {
     std::error_code ignored;
-    const std::string name = at->path().filename().string();
+    const std::string name = lowerCase(at->path().filename().string());
     const bool isJob =
         std::any_of(std::begin(model::kJobFormats), std::end(model::kJobFormats),
                     [&](const auto& row) { return model::hasEnding(name, row.format); });

@@ -55,9 +55,14 @@ constexpr Field kBarLength = textField(xml_elements::kBar, &BAR_T::length);
 constexpr Field kWidth = textField(xml_elements::kBar, &BAR_T::MaxY);
 constexpr Field kHeight = textField(xml_elements::kBar, &BAR_T::MaxZ);
 constexpr Field kLeftOver = textField(xml_elements::kBar, &BAR_T::BarLeftLength);
+constexpr Field kBarNumber = textField(xml_elements::kBar, &BAR_T::BarNumber);
+constexpr Field kPieceNumber =
+    textField<PIECE_CHILD_SECOND_T>(xml_elements::kPiece, &PIECE_T::PieceNumber);
+constexpr Field kCount = textField<PIECE_CHILD_SECOND_T>(xml_elements::kPiece, &PIECE_T::Num);
 constexpr Field kPieceLength = textField(xml_elements::kCut, &CUT_T::Length);
 constexpr Field kLeftAngle = textField(xml_elements::kCut, &CUT_T::sxB);
 constexpr Field kRightAngle = textField(xml_elements::kCut, &CUT_T::dxB);
+constexpr Field kWorkName = textField(xml_elements::kWork, &WORK_T::Name);
 constexpr Field kSide = numberField(&WORK_T::ProfiLav);
 constexpr Field kX = numberField(&WORK_T::PositionX);
 constexpr Field kY = numberField(&WORK_T::PositionY);
@@ -192,8 +197,30 @@ class Judge {
             "; a point is no thousands separator");
   }
 
+  /// Judges a text that must be a whole number, if there is one.
+  void judgeCount(const Field& field, const std::string& text, Severity gravest) {
+    if (text.empty()) return;
+    const std::size_t from = found_.size();
+    if (judgeNumber(field, text, Drawn::AsItIs) && found_.size() == from) {
+      const double number = measureOf(text).value;
+      const bool isWhole = number == std::floor(number);
+      if (isWhole && number >= 0.0) return;
+      add(rules::kNotANumber, isWhole ? Severity::Warning : gravest, field,
+          isText(field, text) + (isWhole ? ", and numbers count from 0" : ", no whole number"));
+    }
+    lower(from, gravest);
+  }
+
+  /// Lets what was found from an index on weigh no more than that.
+  void lower(std::size_t from, Severity gravest) {
+    for (std::size_t i = from; i < found_.size(); ++i) {
+      found_[i].severity = found_[i].overall = std::min(found_[i].severity, gravest);
+    }
+  }
+
   void judgeBar() {
     const BAR_T& bar = *bar_.bar;
+    judgeCount(kBarNumber, bar.BarNumber, Severity::Error);
     if (judgeNumber(kBarLength, bar.length, Drawn::WithoutEnds)) {
       judgeSize(rules::kLength, kBarLength, bar.length, ", nothing to cut from",
                 Drawn::WithoutEnds);
@@ -214,8 +241,12 @@ class Judge {
   }
 
   void judgeLeftOver(const BAR_T& bar) {
+    const std::size_t from = found_.size();
+    if (bar.BarLeftLength.empty()) return;
+    const bool isNumber = judgeNumber(kLeftOver, bar.BarLeftLength, Drawn::AsItIs);
+    lower(from, Severity::Warning);
+    if (!isNumber) return;
     const Measure stated = measureOf(bar.BarLeftLength);
-    if (!stated.isNumber()) return;
     const double rest = bar_.leftOver() + bar_.shared;
     std::string but;
     if (stated.value < 0.0) {
@@ -248,12 +279,14 @@ class Judge {
     add(rules::kDoesNotFit, mayFit ? Severity::Warning : Severity::Error, kBarLength,
         ": its " + countText(count, "piece") + " are " + hundredthsText(sum) +
             " long together, the bar " + shortestText(bar_.length) +
-            (mayFit ? "; they fit only where neighbours share a slanted cut" : ""),
+            (mayFit ? "; they fit only where slanted ends of neighbours nest" : ""),
         {kBarLength});
   }
 
   void judgePiece(const PiecePlace& piece) {
     const PIECE_T& record = *piece.piece;
+    judgeCount(kPieceNumber, record.PieceNumber, Severity::Error);
+    judgeCount(kCount, record.Num, Severity::Warning);
     if (judgeNumber(kPieceLength, record.Length, Drawn::LeftOut)) {
       judgeSize(rules::kLength, kPieceLength, record.Length, ", nothing to cut", Drawn::LeftOut);
       judgeThousands(kPieceLength, record.Length, bar_.length > 0.0 ? bar_.length : kLongestBar);
@@ -289,6 +322,9 @@ class Judge {
 
   void judgeWork(const WORK_T& work, const PiecePlace& piece) {
     const std::size_t from = found_.size();
+    if (work.Name.empty()) {
+      add(rules::kEmptyName, Severity::Warning, kWorkName, isText(kWorkName) + "empty");
+    }
     judgeSide(work);
     judgePlace(work, piece);
     if (found_.size() == from || work.Name.empty()) return;

@@ -103,9 +103,10 @@ const std::vector<Rule>& allRules() {
        "panel.",
        "give every bar a number, `MaxY` and `MaxZ`, and every piece a length, before the first "
        "work."},
-      {rules::kNotANumber, Severity::Warning, "a length or an angle is no number",
+      {rules::kNotANumber, Severity::Warning, "a length, an angle or a count is no number",
        "lengths and angles stay texts. Scripts that convert them with `tonumber` get nil; those of "
-       "the module that convert read the number in front and drop the rest.",
+       "the module that convert read the number in front and drop the rest. Bars and pieces are "
+       "looked up by their numbers, which are whole and not below 0.",
        "plain decimal numbers, in the job's unit."},
       {rules::kDecimalComma, Severity::Error, "a comma stands in the place of the decimal point",
        "what reads the number ends at the comma: 65,5 becomes 65. `tonumber` gives nil.",
@@ -141,6 +142,9 @@ const std::vector<Rule>& allRules() {
        "a profile has four sides and two ends, which machines number from 0 or from 1. The work is "
        "left out, or done on another side.",
        "take the number from the machine's manual; it is a whole one."},
+      {rules::kEmptyName, Severity::Warning, "a work has no name",
+       "scripts choose the tool by the name, and `get_hole` lists each name once.",
+       "write the name that the scripts expect."},
       {rules::kWorkBesidePiece, Severity::Error, "a work lies left or right of its piece",
        "the tool works on the neighbouring piece, on a clamp or in the air.",
        "count `PositionX` from the piece's left tip, not from the bar's end."},
@@ -164,8 +168,8 @@ const std::vector<Rule>& allRules() {
        "count the pieces within all bars of a number."},
       {rules::kDoesNotFit, Severity::Error, "the pieces are longer than their bar",
        "the last piece comes out short. Saw blade and clamps take room of their own, which is not "
-       "counted here. It is a warning where the pieces fit once neighbours with slanted ends share "
-       "their cut.",
+       "counted here. It is a warning where the pieces fit once slanted ends of neighbours nest in "
+       "each other, as those of equal angles do that share one cut.",
        "plan the pieces anew."},
       {rules::kOtherJob, Severity::Warning, "an XML job's cuts show values of a JSON job",
        "there is one reader for each format, and `get_cut` asks the JSON reader for height, "

@@ -65,6 +65,7 @@ inline constexpr char kProfileSize[] = "profile-size";
 inline constexpr char kLeftOver[] = "leftover";
 inline constexpr char kUnit[] = "unit";
 inline constexpr char kSide[] = "side";
+inline constexpr char kEmptyName[] = "empty-name";
 inline constexpr char kWorkBesidePiece[] = "work-beside-piece";
 inline constexpr char kWorkOutsideProfile[] = "work-outside-profile";
 inline constexpr char kWorkInCorner[] = "work-in-corner";

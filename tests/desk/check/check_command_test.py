@@ -49,7 +49,7 @@ class Check(Folder):
         self.assertEqual(done.stderr, "cusdesk: cannot read no.json: No such file or directory\n"
                          "cusdesk: cannot read empty: no *.json and no *.xml in this folder\n")
         self.assertEqual([line.partition(":")[0] for line in done.stdout.splitlines()],
-                         ["a/b.json", "a/deep/er.xml"])
+                         ["a/b.json", "a/c.JSON", "a/c.JSON", "a/deep/er.xml"])
 
     def test_rules_weigh_what_the_user_says_or_are_explained(self):
         self.write("late.json", JOB % '{"BarNumber": "1", "piece": [{"cut": {"Length": "9"}}]}')
