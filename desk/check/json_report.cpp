@@ -21,6 +21,7 @@ Json::Value findingValue(const Report& report, const Finding& finding) {
   value["message"] = asUtf8(finding.message);
   value["element"] = describe(finding.element);
   if (!finding.key.empty()) value["key"] = asUtf8(finding.key);
+  for (const std::string& key : finding.lacks) value["lacks"].append(key);
   for (const CarriedValue& carried : finding.carried) {
     Json::Value one = placeValue(report, carried.place);
     one["key"] = carried.key;
@@ -54,9 +55,10 @@ std::string jsonReport(const Report& report) {
   summary["errors"] = static_cast<Json::UInt64>(countOf(report, Severity::Error));
   summary["warnings"] = static_cast<Json::UInt64>(countOf(report, Severity::Warning));
   summary["notes"] = static_cast<Json::UInt64>(countOf(report, Severity::Note));
-  return jsonDocument(root, {"findings", "unreadable", "summary", "file", "line", "column",
-                             "severity", "rule", "message", "key", "value", "element", "carried",
-                             "consequences", "reason", "files", "errors", "warnings", "notes"});
+  return jsonDocument(
+      root, {"findings",     "unreadable", "summary", "file",   "line",     "column", "severity",
+             "rule",         "message",    "key",     "value",  "element",  "lacks",  "carried",
+             "consequences", "reason",     "files",   "errors", "warnings", "notes"});
 }
 
 }  // namespace desk::check

@@ -76,10 +76,10 @@ class RaiseCheck {
   void raise(const NumberText& number, Raises raises, const Place& element, const Element& here) {
     // Several works of one bar meet the same MaxY.
     if (!raised_.insert({{here.bar, here.piece}, number.key}).second) return;
-    const std::string state = number.text.empty()
-                                  ? " has no \"" + std::string(number.key) + "\""
-                                  : ": \"" + std::string(number.key) + "\" is " +
-                                        quoted(number.text) + ", " + refusalOf(number.text);
+    const bool isAbsent = number.value == 0;
+    const std::string state = isAbsent ? " has no \"" + std::string(number.key) + "\""
+                                       : ": \"" + std::string(number.key) + "\" is " +
+                                             quoted(number.text) + ", " + refusalOf(number.text);
     const char* const what = raises == Raises::GetCut ? ": get_cut(\"\") raises \"stoi\""
                                                       : ": get_hole() raises \"stod\"";
     findings_.push_back({rules::kRaises,
@@ -90,7 +90,7 @@ class RaiseCheck {
                          number.key,
                          {},
                          raises});
-    if (number.text.empty()) findings_.back().lacks.emplace_back(number.key);
+    if (isAbsent) findings_.back().lacks.emplace_back(number.key);
   }
 
   static NumberText maxY(const BAR_T& bar, const BarTrace& trace) {
