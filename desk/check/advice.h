@@ -1,4 +1,5 @@
-// What to tell about a key that no reader takes at its place.
+// What to tell about what no reader takes: a key at its place, or a file that is not what its name
+// says.
 #pragma once
 
 #include <string>
@@ -38,5 +39,16 @@ struct Advice {
 /// What an unknown name was likely meant for: another way to write a known one, the name that the
 /// other format has for it, a name of another level, or the nearest one.
 Advice adviceFor(const std::string& unknown, Level level, model::JobFormat format);
+
+/// "UTF-16LE" or "UTF-16BE" for a text that starts as such: with a byte order mark, or with a
+/// character of ASCII. Empty for others.
+std::string utf16Name(const std::string& bytes);
+
+/// Whether bytes that are no UTF-8 are Chinese text in GBK as it is usually written.
+bool looksLikeGbk(const std::string& bytes);
+
+/// What a text is instead that a reader of this format refused, as a sentence without its full
+/// stop: a job of the other format, or a script. Empty where nothing speaks for that.
+std::string likeness(const std::string& bytes, model::JobFormat format);
 
 }  // namespace desk::check

@@ -1,4 +1,4 @@
-#include "desk/check/appearance.h"
+#include "desk/check/advice.h"
 
 #include <cctype>
 #include <string_view>

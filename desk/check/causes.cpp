@@ -1,4 +1,4 @@
-#include "desk/check/causes.h"
+#include "desk/check/job_rules.h"
 
 #include <algorithm>
 #include <map>

@@ -9,15 +9,12 @@
 #include "desk/base/files.h"
 #include "desk/base/text.h"
 #include "desk/check/advice.h"
-#include "desk/check/appearance.h"
-#include "desk/check/causes.h"
 #include "desk/check/job_rules.h"
 #include "desk/check/mending.h"
 #include "desk/host/documents.h"
 #include "desk/job/job_file.h"
 #include "desk/job/rules.h"
 #include "desk/job/strict_xml.h"
-#include "desk/job/zero_references.h"
 
 namespace desk::check {
 

@@ -1,6 +1,7 @@
 // What a check finds.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -61,6 +62,11 @@ inline Cause causeFrom(const Finding& finding) {
 }
 
 /// Whether something raises because of the finding or of one of its consequences.
-bool makesRaise(const Finding& finding, Raises what);
+inline bool makesRaise(const Finding& finding, Raises what) {
+  const auto& all = finding.consequences;
+  return finding.raises == what || std::any_of(all.begin(), all.end(), [&](const Finding& one) {
+           return makesRaise(one, what);
+         });
+}
 
 }  // namespace desk::check

@@ -1,6 +1,7 @@
-// What can be told of a job only once it is read whole.
+// What can be told of a job only once it is read whole, and which findings come of others.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "desk/check/finding.h"
@@ -32,5 +33,11 @@ void checkRaises(const LoadedJob& job, Findings& findings);
 /// Measures that cannot be right. What is empty because it was never read, or raises, is told
 /// elsewhere.
 void checkMeasures(const LoadedJob& job, Findings& findings);
+
+/// Puts the findings from the index `from` on that tell of a missing value under the finding that
+/// tells why it is missing, where there is one, and what comes of a misread value under that. The
+/// cause takes the graver severity of the two. Where the user set its severity it keeps that one,
+/// and what is graver stays a finding of its own.
+void putUnderCauses(Findings& findings, std::size_t from, model::JobFormat format);
 
 }  // namespace desk::check

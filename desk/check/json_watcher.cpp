@@ -3,7 +3,7 @@
 #include <string_view>
 #include <utility>
 
-#include "desk/check/json_value_text.h"
+#include "desk/check/json_values.h"
 #include "desk/job/rules.h"
 #include "json/json_reading.h"
 

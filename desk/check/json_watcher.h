@@ -6,7 +6,7 @@
 #include <array>
 #include <iterator>
 
-#include "desk/check/json_members.h"
+#include "desk/check/json_values.h"
 #include "desk/check/watcher.h"
 #include "desk/job/json_positions.h"
 #include "json/json_analysis.h"

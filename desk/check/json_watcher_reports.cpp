@@ -1,6 +1,6 @@
 // The sentences of the JSON watcher.
 #include "desk/base/text.h"
-#include "desk/check/json_value_text.h"
+#include "desk/check/json_values.h"
 #include "desk/check/json_watcher.h"
 #include "desk/job/rules.h"
 #include "json/json_reading.h"

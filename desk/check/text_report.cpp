@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "desk/base/text.h"
-#include "desk/check/excerpt.h"
 #include "desk/check/reports.h"
 
 namespace desk::check {

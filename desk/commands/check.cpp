@@ -13,7 +13,7 @@
 #include "desk/check/reports.h"
 #include "desk/commands/commands.h"
 #include "desk/commands/watch.h"
-#include "desk/job/job_folder.h"
+#include "desk/job/job_file.h"
 
 namespace desk::commands {
 

@@ -1,10 +1,11 @@
-// A job file of this PC: under a name that scripts and the plug-in's readers can load, and what is
-// said when it does not load.
+// Job files of this PC: which of them a folder holds, and one of them under a name that scripts and
+// the plug-in's readers can load, with what is said when it does not load.
 #pragma once
 
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "desk/base/errors.h"
 #include "desk/base/output.h"
@@ -48,5 +49,12 @@ PresentedJob loadJob(const std::string& file, const Load& load);
 /// What the plug-in's own reader makes of `file`. Throws as loadJob does.
 /// @param lines where the lines go that the reader writes
 DATA_T readJob(const std::string& file, StdoutRedirect::To lines = StdoutRedirect::To::Nowhere);
+
+/// Whether `path` is a folder that can be looked into.
+bool isFolder(const std::string& path);
+
+/// The files below a folder whose names end as those of jobs do, sorted. Links to other folders and
+/// folders that cannot be read are passed over.
+std::vector<std::string> jobFilesBelow(const std::string& folder);
 
 }  // namespace desk::job

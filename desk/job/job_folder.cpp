@@ -1,11 +1,10 @@
-#include "desk/job/job_folder.h"
+#include "desk/job/job_file.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
 
 #include "desk/base/text.h"
-#include "model/job_format.h"
 
 namespace desk::job {
 

@@ -1,8 +1,7 @@
-#include "desk/job/plain_xml.h"
+#include "desk/job/strict_xml.h"
 
 #include <algorithm>
 #include <array>
-#include <vector>
 
 #include "desk/base/text.h"
 

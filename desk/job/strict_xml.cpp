@@ -7,8 +7,6 @@
 #include <new>
 #include <utility>
 
-#include "desk/job/plain_xml.h"
-
 namespace desk::job {
 
 namespace {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace desk::job {
 
@@ -23,5 +24,15 @@ struct StrictXml {
 /// Judges a document in a time and memory in proportion to its size. Entities are not expanded:
 /// from the first declaration of one on nothing is judged.
 StrictXml judgeStrictly(std::string_view document);
+
+/// Looks whether a document is well-formed XML of UTF-8 with at most a declaration that says so in
+/// front, elements without attributes and texts without references. Almost every job is.
+/// @return the encoding that the declaration names, empty where there is none; nothing for all
+///         other documents, which may be well-formed too
+std::optional<std::string_view> encodingOfPlainXml(std::string_view document);
+
+/// Where references to the zero character ("&#0;") stand in a document's texts: the library hands
+/// out a text up to there.
+std::vector<std::size_t> zeroReferences(std::string_view document);
 
 }  // namespace desk::job

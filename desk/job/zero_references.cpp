@@ -1,7 +1,8 @@
-#include "desk/job/zero_references.h"
-#include "desk/base/text.h"
+#include "desk/job/strict_xml.h"
 
 #include <algorithm>
+
+#include "desk/base/text.h"
 
 namespace desk::job {
 

@@ -1,4 +1,4 @@
-#include "desk/check/excerpt.h"
+#include "desk/job/source_text.h"
 
 #include <algorithm>
 #include <deque>
@@ -6,7 +6,7 @@
 #include "desk/base/terminal.h"
 #include "desk/base/text.h"
 
-namespace desk::check {
+namespace desk::job {
 
 namespace {
 
@@ -82,4 +82,4 @@ Excerpt excerptOf(const SourceText& source, const Position& place, std::size_t c
   return excerpt;
 }
 
-}  // namespace desk::check
+}  // namespace desk::job

@@ -1,9 +1,10 @@
-// The members of a JSON object, sorted into what the key tables of its level name and what not.
+// JSON values: the members of an object, and how messages name a value.
 #pragma once
 
 #include <json/value.h>
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -12,7 +13,8 @@
 
 namespace desk::check {
 
-/// Points into the object, which must outlive it.
+/// The members of an object, sorted into what the key tables of its level name and what not. Points
+/// into the object, which must outlive it.
 class JsonMembers {
  public:
   using Stranger = std::pair<std::string_view, const Json::Value*>;
@@ -33,5 +35,17 @@ class JsonMembers {
   std::vector<const Json::Value*> known_;
   std::vector<Stranger> strangers_;
 };
+
+/// The member of that name, also when it is null; null when there is none, no name, or no object.
+const Json::Value* member(const Json::Value& object, const char* name);
+
+/// Whether the value is a text with a zero byte in it.
+bool holdsZeroByte(const Json::Value& value);
+
+/// "a text", "an integer", ...
+const char* wordFor(model::KeyKind kind);
+
+/// "the text \"7\"", "the number 3.5", "null", "an array", ...
+std::string describe(const Json::Value& value);
 
 }  // namespace desk::check
