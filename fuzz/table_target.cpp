@@ -8,7 +8,7 @@
 #include <climits>
 
 #include "desk/base/text.h"
-#include "desk/host/tick_clock.h"
+#include "desk/host/settings.h"
 #include "fuzz/lines.h"
 #include "fuzz/surroundings.h"
 #include "fuzz/target.h"

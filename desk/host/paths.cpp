@@ -6,6 +6,7 @@
 
 #include "desk/base/text.h"
 #include "desk/host/settings.h"
+#include "host/media.h"
 
 namespace deskhost {
 namespace {
@@ -107,3 +108,7 @@ bool isPresented(const std::string& name) {
 }
 
 }  // namespace deskhost
+
+void CHmiMedia::getUdiskPath(std::string& path) {
+  path = deskhost::usbMount();
+}

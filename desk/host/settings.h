@@ -1,4 +1,4 @@
-// What the command line decides for the host's services. One set per process.
+// What the command line decides for the host's services, one set per process, and their clock.
 #pragma once
 
 #include <chrono>
@@ -74,5 +74,9 @@ inline Settings& settings() {
   static Settings instance;
   return instance;
 }
+
+/// Stops UTILITY::CTime at this count, in milliseconds, for runs that must come out the same each
+/// time; without a value it runs on by itself.
+void setTickCount(std::optional<unsigned long long> ticks);
 
 }  // namespace deskhost

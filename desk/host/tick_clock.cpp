@@ -1,8 +1,7 @@
-#include "desk/host/tick_clock.h"
-
 #include <chrono>
 #include <mutex>
 
+#include "desk/host/settings.h"
 #include "host/utility.h"
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include "desk/base/errors.h"
 #include "desk/base/files.h"
-#include "desk/host/tick_clock.h"
+#include "desk/host/settings.h"
 #include "desk/panel/other_programs.h"
 #include "desk/panel/panel.h"
 

@@ -6,7 +6,7 @@
 
 #include <sstream>
 
-#include "desk/host/tick_clock.h"
+#include "desk/host/settings.h"
 #include "tests/part/picture.h"
 
 namespace {
