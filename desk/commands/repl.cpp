@@ -11,11 +11,12 @@
 #include "desk/commands/commands.h"
 #include "desk/commands/script_inputs.h"
 #include "desk/editor/module_notes.h"
-#include "desk/repl/help.h"
+#include "desk/job/job_file.h"
 #include "desk/repl/interrupt.h"
+#include "desk/repl/line_source.h"
+#include "desk/repl/prompt_code.h"
 #include "desk/repl/repl.h"
-#include "desk/repl/terminal_lines.h"
-#include "desk/script/load_job.h"
+#include "desk/script/script_engine.h"
 
 namespace desk::commands {
 

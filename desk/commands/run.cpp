@@ -2,7 +2,7 @@
 #include "desk/base/text.h"
 #include "desk/commands/commands.h"
 #include "desk/commands/script_inputs.h"
-#include "desk/script/load_job.h"
+#include "desk/job/job_file.h"
 #include "desk/script/script_engine.h"
 
 namespace desk::commands {

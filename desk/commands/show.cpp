@@ -13,7 +13,7 @@
 #include "desk/commands/commands.h"
 #include "desk/commands/show_job.h"
 #include "desk/job/job_file.h"
-#include "desk/script/load_job.h"
+#include "desk/script/script_engine.h"
 #include "desk/show/cause.h"
 #include "desk/show/origins.h"
 #include "desk/show/script_answers.h"

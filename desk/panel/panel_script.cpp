@@ -1,7 +1,8 @@
 #include "desk/panel/panel_script.h"
 
 #include "desk/base/errors.h"
-#include "desk/script/load_job.h"
+#include "desk/job/job_file.h"
+#include "desk/script/script_engine.h"
 
 namespace desk::panel {
 

@@ -1,6 +1,6 @@
-#include "desk/repl/chunk.h"
-
 #include <string_view>
+
+#include "desk/repl/repl.h"
 
 namespace desk::repl {
 

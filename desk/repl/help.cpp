@@ -1,10 +1,9 @@
-#include "desk/repl/help.h"
-
 #include <cstdio>
 #include <string_view>
 
 #include "desk/base/errors.h"
 #include "desk/repl/help.lua.h"
+#include "desk/repl/prompt_code.h"
 
 namespace desk::repl {
 

@@ -1,10 +1,11 @@
-// The prompt's own Lua code: shows values and completes names.
+// The prompt's own Lua code: shows values, completes names and helps.
 #pragma once
 
 #include <cstddef>
 #include <lua.hpp>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace desk::repl {
@@ -57,5 +58,13 @@ class PromptCode {
   int complete_ = LUA_NOREF;
   int meant_ = LUA_NOREF;
 };
+
+/// Sets the globals `help`, `exit` and `quit`. Each says what it is for when its name alone is
+/// typed. help(f) writes the text of a function of the module, help() the overview.
+/// @param module name of the global that holds the script module
+/// @param texts of its functions by their names
+void addHelp(lua_State* L, const char* module,
+             const std::vector<std::pair<std::string, std::string>>& texts,
+             const std::string& overview);
 
 }  // namespace desk::repl

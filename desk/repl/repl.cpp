@@ -4,7 +4,6 @@
 #include <optional>
 
 #include "desk/base/terminal.h"
-#include "desk/repl/chunk.h"
 #include "desk/repl/interrupt.h"
 
 namespace desk::repl {

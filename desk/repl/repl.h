@@ -1,6 +1,7 @@
 // Reads Lua line by line, runs it, and shows what comes of it.
 #pragma once
 
+#include <lua.hpp>
 #include <string>
 
 #include "desk/repl/line_source.h"
@@ -8,6 +9,16 @@
 #include "desk/script/script_engine.h"
 
 namespace desk::repl {
+
+enum class Chunk {
+  Ready,        ///< a function lies on top of the stack
+  Incomplete,   ///< more lines may make it one; nothing lies on the stack
+  SyntaxError,  ///< the message lies on top of the stack
+};
+
+/// Compiles `text`: an expression, whose value the function returns; the same behind a "="; or
+/// statements.
+Chunk compile(lua_State* L, const std::string& text);
 
 class Repl {
  public:

@@ -1,5 +1,3 @@
-#include "desk/repl/terminal_lines.h"
-
 #include <histedit.h>
 #include <unistd.h>
 
@@ -13,6 +11,8 @@
 #include "desk/base/files.h"
 #include "desk/base/terminal.h"
 #include "desk/repl/interrupt.h"
+#include "desk/repl/line_source.h"
+#include "desk/repl/prompt_code.h"
 
 namespace desk::repl {
 

@@ -1,8 +1,8 @@
-#include "desk/script/load_job.h"
-
 #include <stdexcept>
 
 #include "desk/base/text.h"
+#include "desk/job/job_file.h"
+#include "desk/script/script_engine.h"
 
 namespace desk::script {
 

@@ -9,6 +9,10 @@
 
 #include "desk/script/plugin.h"
 
+namespace desk::job {
+struct PresentedJob;
+}
+
 namespace desk::script {
 
 /// The name of the module, as scripts require it.
@@ -62,5 +66,10 @@ class ScriptEngine {
   std::unique_ptr<lua_State, Close> state_;
   std::function<void(const std::string&)> report_;
 };
+
+/// Loads `file`, which may lie anywhere on this PC or be "-", with getjson_Flash, before a script
+/// begins. Throws Error when it cannot be read or does not load. Callers include
+/// desk/job/job_file.h.
+job::PresentedJob loadJob(ScriptEngine& engine, const std::string& file);
 
 }  // namespace desk::script

@@ -4,8 +4,8 @@
 #include <lua.hpp>
 #include <memory>
 
-#include "desk/repl/chunk.h"
 #include "desk/repl/prompt_code.h"
+#include "desk/repl/repl.h"
 
 namespace {
 
