@@ -1,11 +1,32 @@
 #include "desk/base/file_watch.h"
 
+#include <signal.h>
 #include <sys/stat.h>
 
+#include <atomic>
+#include <chrono>
+#include <thread>
 #include <tuple>
 #include <utility>
 
 namespace desk {
+
+namespace {
+
+constexpr std::chrono::milliseconds kBetween{100};
+
+std::atomic<bool> isEnough{false};  ///< set by a signal
+static_assert(std::atomic<bool>::is_always_lock_free);
+
+/// A second signal ends the program at once.
+void listenToSignals() {
+  struct sigaction action {};
+  action.sa_handler = [](int) { isEnough = true; };
+  action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
+  for (const int signal : {SIGINT, SIGTERM}) sigaction(signal, &action, nullptr);
+}
+
+}  // namespace
 
 bool FileWatch::State::operator==(const State& other) const {
   return std::tie(inode, size, seconds, nanoseconds) ==
@@ -42,6 +63,22 @@ std::vector<std::string> FileWatch::changed() {
     names.push_back(name);
   }
   return names;
+}
+
+void watchFiles(const std::function<std::vector<std::string>()>& list,
+                const std::function<void(const std::vector<std::string>&)>& look) {
+  listenToSignals();
+  while (!isEnough) {
+    const std::vector<std::string> files = list();
+    // Before the look: what is saved during it is seen after it.
+    FileWatch watch;
+    for (const std::string& file : files) watch.note(file);
+    look(files);
+    do {
+      std::this_thread::sleep_for(kBetween);
+      for (const std::string& file : list()) watch.expect(file);
+    } while (!isEnough && watch.changed().empty());
+  }
 }
 
 }  // namespace desk

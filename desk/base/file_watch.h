@@ -1,9 +1,10 @@
-// Files that somebody else saves.
+// Files that somebody else saves, and following them.
 #pragma once
 
 #include <sys/types.h>
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -44,5 +45,11 @@ class FileWatch {
 
   std::map<std::string, Watched> files_;
 };
+
+/// Calls `look` with the files that `list` gives, and again whenever there are others or one of
+/// them was saved, until SIGINT or SIGTERM says that it is enough. A file that is still being
+/// written is waited for.
+void watchFiles(const std::function<std::vector<std::string>()>& list,
+                const std::function<void(const std::vector<std::string>&)>& look);
 
 }  // namespace desk

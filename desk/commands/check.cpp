@@ -6,13 +6,13 @@
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
+#include "desk/base/file_watch.h"
 #include "desk/base/files.h"
 #include "desk/base/output.h"
 #include "desk/base/text.h"
 #include "desk/check/check_session.h"
 #include "desk/check/reports.h"
 #include "desk/commands/commands.h"
-#include "desk/commands/watch.h"
 #include "desk/job/job_file.h"
 
 namespace desk::commands {
@@ -61,17 +61,18 @@ struct Order {
 };
 
 /// The files that operands name, with the jobs of folders; a folder without any by its own name.
-Files filesOf(const std::vector<std::string>& operands) {
-  Files files;
+std::vector<std::string> filesOf(const std::vector<std::string>& operands) {
+  std::vector<std::string> files;
   for (const std::string& operand : operands) {
-    const Files inside = job::isFolder(operand) ? job::jobFilesBelow(operand) : Files{};
+    const std::vector<std::string> inside =
+        job::isFolder(operand) ? job::jobFilesBelow(operand) : std::vector<std::string>{};
     files.insert(files.end(), inside.begin(), inside.end());
     if (inside.empty()) files.push_back(operand);
   }
   return files;
 }
 
-void checkFiles(CheckSession& session, const Files& files) {
+void checkFiles(CheckSession& session, const std::vector<std::string>& files) {
   Progress progress;
   for (std::size_t i = 0; i < files.size(); ++i) {
     progress.show("checking " + std::to_string(i + 1) + " of " + std::to_string(files.size()) +
@@ -84,7 +85,7 @@ void checkFiles(CheckSession& session, const Files& files) {
   }
 }
 
-int checkOnce(CheckSession& session, const Order& order, const Files& files) {
+int checkOnce(CheckSession& session, const Order& order, const std::vector<std::string>& files) {
   checkFiles(session, files);
   const Report& report = session.report();
   std::fputs(order.format.write(report, order.failOn, order.text).c_str(), stdout);
@@ -113,7 +114,7 @@ int checkWhileSaved(const Order& order, const std::vector<std::string>& operands
   if (contains(operands, kStandardStream)) {
     throw Error(kExitUsage, "check: standard input cannot be watched");
   }
-  const auto look = [&](const Files& files) {
+  const auto look = [&](const std::vector<std::string>& files) {
     if (terminalOf(stdout).isTerminal) std::fputs("\x1b[H\x1b[2J", stdout);
     CheckSession session(order.readers, order.rules);
     checkOnce(session, order, files);

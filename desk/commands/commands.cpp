@@ -5,7 +5,6 @@
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
-#include "desk/base/shipped.h"
 #include "desk/base/terminal.h"
 #include "desk/host/settings.h"
 

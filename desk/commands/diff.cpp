@@ -3,8 +3,8 @@
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
-#include "desk/commands/checked_job.h"
 #include "desk/commands/commands.h"
+#include "desk/commands/show_job.h"
 #include "desk/diff/reports.h"
 #include "desk/job/job_file.h"
 

@@ -5,7 +5,6 @@
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
 #include "desk/base/files.h"
-#include "desk/base/shipped.h"
 #include "desk/base/text.h"
 #include "desk/commands/commands.h"
 #include "desk/editor/editor_files.h"

@@ -4,9 +4,7 @@
 
 #include "desk/base/errors.h"
 #include "desk/base/files.h"
-#include "desk/base/shipped.h"
 #include "desk/commands/commands.h"
-#include "desk/commands/script_inputs.h"
 #include "desk/job/job_file.h"
 #include "desk/panel/panel.h"
 

@@ -9,7 +9,6 @@
 #include "desk/base/terminal.h"
 #include "desk/base/text.h"
 #include "desk/commands/commands.h"
-#include "desk/commands/script_inputs.h"
 #include "desk/editor/module_notes.h"
 #include "desk/job/job_file.h"
 #include "desk/repl/interrupt.h"

@@ -1,7 +1,6 @@
 // cusdesk run: runs a script as the panel would.
 #include "desk/base/text.h"
 #include "desk/commands/commands.h"
-#include "desk/commands/script_inputs.h"
 #include "desk/job/job_file.h"
 #include "desk/script/script_engine.h"
 

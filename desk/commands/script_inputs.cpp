@@ -1,5 +1,4 @@
-#include "desk/commands/script_inputs.h"
-
+// What the commands about scripts take: a script, a job for it, and what goes wrong on the panel.
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
 #include "desk/base/files.h"

@@ -6,9 +6,9 @@
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
 #include "desk/base/numbers.h"
+#include "desk/base/terminal.h"
 #include "desk/base/text.h"
 #include "desk/check/reports.h"
-#include "desk/commands/checked_job.h"
 #include "desk/job/job_file.h"
 #include "desk/job/selection.h"
 #include "desk/show/cut_list.h"
@@ -55,6 +55,16 @@ job::Selection selectionOf(const Arguments& arguments, const CheckedJob& job) {
 }
 
 }  // namespace
+
+CheckedJob::CheckedJob(const std::string& file) : format_(job::formatOf(file)) {
+  Progress progress;
+  progress.show("loading " + escapeControls(job::shownName(file)));
+  session_.check(file);
+  if (!report().unreadable.empty()) throw Error(kExitIoError, report().unreadable.front().reason);
+  if (session_.loads()) return;
+  job::readJob(file);  // says why
+  throw job::cannotLoad(file);
+}
 
 int showSummary(const Arguments& arguments) {
   const auto& format =

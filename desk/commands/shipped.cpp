@@ -1,5 +1,4 @@
-#include "desk/base/shipped.h"
-
+// What ships with the program, and where it lies on this PC.
 #include <sys/auxv.h>
 #include <unistd.h>
 
@@ -9,8 +8,9 @@
 
 #include "desk/base/errors.h"
 #include "desk/base/text.h"
+#include "desk/commands/commands.h"
 
-namespace desk {
+namespace desk::commands {
 
 namespace {
 
@@ -109,4 +109,4 @@ std::string exampleRoot() {
   return shipped;
 }
 
-}  // namespace desk
+}  // namespace desk::commands
