@@ -20,7 +20,7 @@ constexpr double kMostPlain = 1e11;  ///< with three decimals fewer than 15 digi
 /// A positive number of at most three decimals, which reads back; empty for others.
 std::string decimalText(double number) {
   if (!(number > 0.0 && number < kMostPlain)) return {};
-  const auto thousandths = static_cast<std::int64_t>(number * 1000.0 + 0.5);
+  const auto thousandths = std::llround(number * 1000.0);
   if (static_cast<double>(thousandths) / 1000.0 != number) return {};
   std::string text = std::to_string(thousandths / 1000);
   const auto decimals = static_cast<int>(thousandths % 1000);

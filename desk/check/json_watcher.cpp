@@ -60,6 +60,7 @@ void JsonWatcher::key(const Json::Value&, const model::Key<Record>& key, const J
     return false;
   };
   const bool isTaken = look(membersAt(level).first(row), key.spelling, false);
+  if (key.secondSpelling == nullptr) return;
   look(membersAt(level).second(row), key.secondSpelling, isTaken);
 }
 

@@ -90,6 +90,7 @@ constexpr std::size_t kMostSets = 1000;  ///< that are told of a file
 /// "\"a\", \"b\" and 3 more"
 std::string namesText(const std::vector<std::string>& keys) {
   std::vector<std::string> names;
+  names.reserve(keys.size());
   for (const std::string& key : keys) names.push_back('"' + key + '"');
   return joinedFirst(names, 4);
 }

@@ -11,6 +11,11 @@ namespace desk::commands {
 
 namespace {
 
+[[noreturn]] void refuseJob(const std::string& command, const std::string& file) {
+  throw Error(kExitUsage, command + ": " + file + " is a job, not a script: give it with --job " +
+                              file + ", or see 'cusdesk show " + file + "'");
+}
+
 void answerDownloads(const std::string& text) {
   constexpr std::size_t kMostDigits = 9;
   const bool isNumber = text.size() > 1 && text.size() <= kMostDigits + 1 && text.front() == '-' &&
@@ -71,8 +76,7 @@ void requireScript(const std::string& command, const std::string& file) {
   const std::string name = lowerCase(file);
   for (const model::JobFormatRow& row : model::kJobFormats) {
     if (!model::hasEnding(name, row.format)) continue;
-    throw Error(kExitUsage, command + ": " + file + " is a job, not a script: give it with --job " +
-                                file + ", or see 'cusdesk show " + file + "'");
+    refuseJob(command, file);
   }
   requireReadable(file);
 }

@@ -27,18 +27,18 @@ using show::Subject;
 
 struct TableRow {
   const char* name;
+  Subject subject;  ///< what the panel is asked
   bool takesBar;
   bool takesBarCode;
-  Subject subject;        ///< what the panel is asked
   bool isPieces = false;  ///< it is not asked
 };
-constexpr TableRow kTables[] = {{"bars", true, true, Subject::Bars},
-                                {"pieces", true, true, Subject::Cuts, true},
-                                {"works", true, true, Subject::Works},
-                                {"cuts", true, true, Subject::Cuts},
-                                {"holes", false, false, Subject::Holes},
-                                {"labels", true, true, Subject::Labels},
-                                {"dimensions", false, true, Subject::Dimensions}};
+constexpr TableRow kTables[] = {{"bars", Subject::Bars, true, true},
+                                {"pieces", Subject::Cuts, true, true, true},
+                                {"works", Subject::Works, true, true},
+                                {"cuts", Subject::Cuts, true, true},
+                                {"holes", Subject::Holes, false, false},
+                                {"labels", Subject::Labels, true, true},
+                                {"dimensions", Subject::Dimensions, false, true}};
 
 struct Format {
   const char* name;
@@ -67,6 +67,12 @@ constexpr Format kCutFormats[] = {kFormats[0], kFormats[1], kFormats[2], {"html"
   throw Error(kExitUsage, "show: '" + table + "' stands behind the file: " + usage);
 }
 
+/// Refuses what is neither a file nor a table.
+[[noreturn]] void refuseWord(const std::string& word, const std::string& near) {
+  throw Error(kExitUsage,
+              "show: '" + word + "' is neither a file nor a table; did you mean '" + near + "'?");
+}
+
 /// What stands for no file although it is taken for one: a table, or a word like one.
 void refuseWrongWords(const std::vector<std::string>& files,
                       const std::vector<std::string>& operands) {
@@ -76,8 +82,7 @@ void refuseWrongWords(const std::vector<std::string>& files,
     if (contains(tables, file)) refuseTable(file, operands);
     const std::string near = nearest(file, tables);
     if (near.empty() || files.size() == 1) continue;
-    throw Error(kExitUsage,
-                "show: '" + file + "' is neither a file nor a table; did you mean '" + near + "'?");
+    refuseWord(file, near);
   }
 }
 
@@ -90,12 +95,15 @@ bool isSummary(const Arguments& arguments) {
   return isSummary;
 }
 
+[[noreturn]] void refuseOption(const std::string& option, const std::string& what) {
+  throw Error(kExitUsage, "show: --" + option + " is not for " + what);
+}
+
 /// Throws Error for the first of the options that is given: `what` would pass over it.
 void refuseOptions(const Arguments& arguments, const std::string& what,
                    std::initializer_list<const char*> options) {
   for (const std::string option : options) {
-    if (!arguments.has(option)) continue;
-    throw Error(kExitUsage, "show: --" + option + " is not for " + what);
+    if (arguments.has(option)) refuseOption(option, what);
   }
 }
 

@@ -116,6 +116,7 @@ class Comparison {
     }
     std::sort(sorted.begin(), sorted.end());
     std::vector<std::string> now;
+    now.reserve(sorted.size());
     for (const int partner : sorted)
       now.push_back(nameOf(after[static_cast<std::size_t>(partner)]));
     to.changes.push_back({"", key, joined(old, ", "), joined(now, ", ")});

@@ -2,6 +2,7 @@
 
 #include <curl/curl.h>
 
+#include <algorithm>
 #include <memory>
 #include <string_view>
 #include <system_error>
@@ -156,7 +157,9 @@ DownloadResult endedByLibrary(CURLcode error, const char* message) {
 }  // namespace
 
 bool isHttpAddress(const std::string& url) {
-  if (url.find('\0') != std::string::npos) return false;
+  // Older transfer libraries take blanks for part of the path.
+  const auto isBlankOrControl = [](unsigned char c) { return c <= ' ' || c == 0x7f; };
+  if (std::any_of(url.begin(), url.end(), isBlankOrControl)) return false;
   const std::unique_ptr<CURLU, decltype(&curl_url_cleanup)> parts(curl_url(), curl_url_cleanup);
   char* text = nullptr;
   if (!parts || curl_url_set(parts.get(), CURLUPART_URL, url.c_str(), 0) != CURLUE_OK ||

@@ -111,7 +111,7 @@ Error cannotLoad(const std::string& file, const std::string& reason) {
 }
 
 PresentedJob loadJob(const std::string& file, const Load& load) {
-  const PresentedJob job = presentJob(file);
+  PresentedJob job = presentJob(file);
   const std::string reason = reasonOf(load, job);
   if (!reason.empty()) throw cannotLoad(file, reason);
   return job;

@@ -1,6 +1,7 @@
 #include "desk/show/code128.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <numeric>
 
 namespace desk::show {
@@ -22,7 +23,7 @@ constexpr int kStartB = 104;
 constexpr int kChecksum = 103;
 
 std::string stripesOf(int value) {
-  return {kStripes + 6 * value, 6};
+  return {kStripes + std::ptrdiff_t{6} * value, 6};
 }
 
 }  // namespace

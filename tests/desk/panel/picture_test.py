@@ -140,7 +140,7 @@ class Scripts(Panel):
             ("panel.grid(1, 1) panel.rows(print) panel.update(3)", "returned no list"),
             ("panel.grid(1, 1) panel.rows{{setmetatable({}, {__tostring = error})}} panel.update()",
              "table.lua:1"),
-            ("local rows = {} for i = 1, 40 do rows[i] = {[65535] = i} end panel.grid(40, 65535) "
+            ("local rows = {} for i = 1, 80 do rows[i] = {[65535] = i} end panel.grid(80, 65535) "
              "panel.rows(rows) panel.update()", "the texts to show take more than 64 MiB"),
             ("error({})", "(error object is a table value)"),
             ("os.exit(0)", "a panel's script ends with the panel"),
