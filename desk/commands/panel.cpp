@@ -7,6 +7,7 @@
 #include "desk/commands/commands.h"
 #include "desk/job/job_file.h"
 #include "desk/panel/panel.h"
+#include "desk/server/serve.h"
 
 namespace desk::commands {
 
@@ -113,7 +114,7 @@ int run(const Arguments& arguments) {
   const auto port = static_cast<int>(number(arguments, "port", 0, 0, USHRT_MAX));
   panel::PanelSetup setup = setupOf(arguments);
   setup.facts.isChecked = setup.facts.jobFile != kStandardStream;  // which can be read once only
-  return panel::servePanel(setup, port, !arguments.has("no-open"));
+  return server::servePanel(setup, port, !arguments.has("no-open"));
 }
 
 }  // namespace

@@ -95,11 +95,4 @@ struct PictureOrder {
 /// loaded or written, or when there is no such page.
 int drawPanel(const PanelSetup& setup, const PictureOrder& order);
 
-/// Shows the panel on a page until the program is told to end by SIGINT or SIGTERM; a second one
-/// ends it at once. Returns the exit code. Throws Error when the port is taken or something cannot
-/// be loaded.
-/// @param port 0: a free one
-/// @param open whether to open a browser
-int servePanel(const PanelSetup& setup, int port, bool open);
-
 }  // namespace desk::panel

@@ -11,12 +11,12 @@
 
 #include "desk/panel/panel.h"
 
-namespace desk::panel {
+namespace desk::server {
 
 /// The view and the latest lines of output. Safe to use from several threads.
-class ViewState {
+class PageState {
  public:
-  explicit ViewState(const PanelFacts& facts) : facts_(facts) {}
+  explicit PageState(const panel::PanelFacts& facts) : facts_(facts) {}
 
   /// Where a reader stands. Each reader starts with one of its own.
   struct Cursor {
@@ -24,8 +24,8 @@ class ViewState {
     std::uint64_t line = 0;
   };
 
-  void publish(const View& view);
-  void addLine(OutputSource source, const std::string& line);
+  void publish(const panel::View& view);
+  void addLine(panel::OutputSource source, const std::string& line);
 
   /// Tells those who wait that something else than the view may have changed.
   void notify();
@@ -46,15 +46,15 @@ class ViewState {
  private:
   void noteChange();
 
-  const PanelFacts facts_;
+  const panel::PanelFacts facts_;
   std::mutex mutex_;
   std::condition_variable changed_;
-  View view_;
-  std::deque<std::pair<OutputSource, std::string>> lines_;
+  panel::View view_;
+  std::deque<std::pair<panel::OutputSource, std::string>> lines_;
   std::uint64_t firstLine_ = 0;  ///< number of the oldest line kept
   std::uint64_t version_ = 1;
   std::uint64_t changes_ = 1;  ///< of the version and of anything else
   bool closed_ = false;
 };
 
-}  // namespace desk::panel
+}  // namespace desk::server

@@ -6,9 +6,9 @@
 #include <cstddef>
 #include <string>
 
-#include "desk/panel/http_server.h"
+#include "desk/server/http_server.h"
 
-namespace desk::panel {
+namespace desk::server {
 
 constexpr std::size_t kMostBytes = std::size_t{16} << 10;  ///< of a head, and of a body to be read
 
@@ -44,4 +44,4 @@ struct HttpServer::Callbacks {
   static void endStream(void* stream);
 };
 
-}  // namespace desk::panel
+}  // namespace desk::server

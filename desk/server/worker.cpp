@@ -1,11 +1,11 @@
-#include "desk/panel/worker.h"
+#include "desk/server/worker.h"
 
 #include <exception>
 #include <utility>
 
 #include "desk/base/output.h"
 
-namespace desk::panel {
+namespace desk::server {
 
 namespace {
 
@@ -56,4 +56,4 @@ void Worker::work() {
   }
 }
 
-}  // namespace desk::panel
+}  // namespace desk::server

@@ -8,29 +8,29 @@
 #include <string>
 #include <thread>
 
-#include "desk/panel/http_server.h"
-#include "desk/panel/view_state.h"
+#include "desk/server/http_server.h"
+#include "desk/server/page_state.h"
 
-namespace desk::panel {
+namespace desk::server {
 
 /// What the page lets the operator do. Each call begins that and returns its end, a future that is
 /// not valid when the panel is too busy. They come from the server's thread and must not block;
-/// `ViewState::notify` tells that something has ended.
+/// `PageState::notify` tells that something has ended.
 struct PanelActions {
   std::function<std::future<void>(tagPOINT)> click;
-  std::function<std::future<void>(Turn)> turn;
+  std::function<std::future<void>(panel::Turn)> turn;
 };
 
 /// Serves the page on 127.0.0.1, to this machine's own pages and programs only: requests for
 /// another host or from another origin are refused and change nothing.
-class PanelServer {
+class PageServer {
  public:
   /// Takes the port, 0 for a free one. Throws Error when it is taken. Nothing is answered before
   /// `start`. The state must outlive the server.
-  PanelServer(ViewState& state, PanelActions actions, int port);
+  PageServer(PageState& state, PanelActions actions, int port);
 
   /// Closes the state, so that open event streams end, and stops serving.
-  ~PanelServer();
+  ~PageServer();
 
   void start();
 
@@ -46,11 +46,11 @@ class PanelServer {
   bool mayAsk(const HttpRequest& request) const;
   void followState();
 
-  ViewState& state_;
+  PageState& state_;
   const PanelActions actions_;
   std::atomic<int> streams_{0};
   HttpServer server_;
   std::thread follower_;
 };
 
-}  // namespace desk::panel
+}  // namespace desk::server

@@ -26,10 +26,10 @@ foreach(file IN LISTS FILES)
     "      {\"${path}\", \"${type_${ending}}\", ${identifier}, sizeof ${identifier} - 1},\n")
 endforeach()
 file(WRITE ${OUTPUT}
-"// Written by desk/panel/embed.cmake.
-#include \"desk/panel/page_files.h\"
+"// Written by desk/server/embed.cmake.
+#include \"desk/server/page_files.h\"
 
-namespace desk::panel {
+namespace desk::server {
 
 namespace {
 
@@ -42,5 +42,5 @@ ${rows}  };
   return kFiles;
 }
 
-}  // namespace desk::panel
+}  // namespace desk::server
 ")

@@ -1,11 +1,11 @@
-#include "desk/panel/http_request.h"
+#include "desk/server/http_request.h"
 
 #include <microhttpd.h>
 #include <strings.h>
 
 #include <utility>
 
-namespace desk::panel {
+namespace desk::server {
 
 HttpRequest::HttpRequest(MHD_Connection* connection, std::string method, std::string path)
     : connection_(connection), method_(std::move(method)), path_(std::move(path)) {}
@@ -35,4 +35,4 @@ std::string HttpRequest::field(const char* name) const {
   return found != form_.end() ? found->second : "";
 }
 
-}  // namespace desk::panel
+}  // namespace desk::server

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-namespace desk::panel {
+namespace desk::server {
 
 struct PageFile {
   const char* path;  ///< of its address
@@ -16,4 +16,4 @@ struct PageFile {
 /// All of them. What desk/panel/page/ held when the program was built.
 const std::vector<PageFile>& pageFiles();
 
-}  // namespace desk::panel
+}  // namespace desk::server

@@ -1,4 +1,4 @@
-#include "desk/panel/http_server.h"
+#include "desk/server/http_server.h"
 
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "desk/base/errors.h"
-#include "desk/panel/http_exchange.h"
+#include "desk/server/http_exchange.h"
 
-namespace desk::panel {
+namespace desk::server {
 
 namespace {
 
@@ -84,4 +84,4 @@ void HttpServer::start() {
   if (daemon_ == nullptr) throw Error(kExitIoError, "cannot serve the page");
 }
 
-}  // namespace desk::panel
+}  // namespace desk::server

@@ -1,4 +1,5 @@
-// The panel on a page of the browser.
+#include "desk/server/serve.h"
+
 #include <signal.h>
 #include <sys/wait.h>
 
@@ -10,10 +11,10 @@
 #include "desk/base/errors.h"
 #include "desk/panel/other_programs.h"
 #include "desk/panel/panel.h"
-#include "desk/panel/panel_server.h"
-#include "desk/panel/worker.h"
+#include "desk/server/page_server.h"
+#include "desk/server/worker.h"
 
-namespace desk::panel {
+namespace desk::server {
 
 namespace {
 
@@ -35,7 +36,7 @@ void endOnSignals() {
 /// A panel on a thread of its own, which publishes what it shows.
 class LivePanel {
  public:
-  LivePanel(const PanelSetup& setup, Console& console, ViewState& state)
+  LivePanel(const panel::PanelSetup& setup, panel::Console& console, PageState& state)
       : state_(state), worker_([this] { idle(); }, kCycle) {
     begin([&] { panel_.emplace(setup.plugin, setup.facts, console, stopRequested); }).get();
     begin([this] {
@@ -79,8 +80,8 @@ class LivePanel {
     state_.publish(panel_->view());
   }
 
-  ViewState& state_;
-  std::optional<Panel> panel_;  ///< used by the worker only, and once that has ended
+  PageState& state_;
+  std::optional<panel::Panel> panel_;  ///< used by the worker only, and once that has ended
   unsigned cycles_ = 0;
   Worker worker_;
 };
@@ -89,7 +90,7 @@ class LivePanel {
 class Browser {
  public:
   void open(const std::string& address) {
-    child_ = startProcess({"xdg-open", address}, -1);
+    child_ = panel::startProcess({"xdg-open", address}, -1);
     if (child_ < 0) std::fprintf(stderr, "cusdesk: no xdg-open here: open the address yourself\n");
   }
 
@@ -104,19 +105,23 @@ class Browser {
 
 }  // namespace
 
-int servePanel(const PanelSetup& setup, int port, bool open) {
+int servePanel(const panel::PanelSetup& setup, int port, bool open) {
   endOnSignals();
-  ViewState state(setup.facts);
-  Console console([&](OutputSource source, const std::string& line) {
+  PageState state(setup.facts);
+  panel::Console console([&](panel::OutputSource source, const std::string& line) {
     state.addLine(source, line);
-    if (source == OutputSource::Error || setup.verbose) echo(source, line);
+    if (source == panel::OutputSource::Error || setup.verbose) echo(source, line);
   });
   std::unique_ptr<LivePanel> live;
   const PanelActions actions = {
-      [&](tagPOINT point) { return live->act([point](Panel& panel) { panel.click(point); }); },
-      [&](Turn turn) { return live->act([turn](Panel& panel) { panel.turn(turn); }); },
+      [&](tagPOINT point) {
+        return live->act([point](panel::Panel& panel) { panel.click(point); });
+      },
+      [&](panel::Turn turn) {
+        return live->act([turn](panel::Panel& panel) { panel.turn(turn); });
+      },
   };
-  PanelServer server(state, actions, port);
+  PageServer server(state, actions, port);
   live = std::make_unique<LivePanel>(setup, console, state);
   server.start();
   console.answer(server.address() + "\n");
@@ -129,4 +134,4 @@ int servePanel(const PanelSetup& setup, int port, bool open) {
   return kExitOk;
 }
 
-}  // namespace desk::panel
+}  // namespace desk::server

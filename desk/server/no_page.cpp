@@ -1,11 +1,11 @@
 // In place of the page where there is no HTTP library.
 #include "desk/base/errors.h"
-#include "desk/panel/panel.h"
+#include "desk/server/serve.h"
 
-namespace desk::panel {
+namespace desk::server {
 
-int servePanel(const PanelSetup&, int, bool) {
+int servePanel(const panel::PanelSetup&, int, bool) {
   throw Error(kExitIoError, "built without the page; --svg and --png draw the panel");
 }
 
-}  // namespace desk::panel
+}  // namespace desk::server

@@ -9,7 +9,7 @@
 
 struct MHD_Connection;
 
-namespace desk::panel {
+namespace desk::server {
 
 /// A request. Its form fields are there once its body has been read.
 class HttpRequest {
@@ -60,4 +60,4 @@ struct HttpHandlers {
   std::function<HttpReply(const HttpRequest&)> answer;
 };
 
-}  // namespace desk::panel
+}  // namespace desk::server

@@ -8,12 +8,12 @@
 #include <utility>
 #include <vector>
 
-#include "desk/panel/http_request.h"
+#include "desk/server/http_request.h"
 
 struct MHD_Daemon;
 struct MHD_Response;
 
-namespace desk::panel {
+namespace desk::server {
 
 /// Serves one request per connection, all on one thread. A request may take 16 KiB and five
 /// seconds, its body 1024 bytes. Beyond 64 connections that ask or read, the oldest is closed;
@@ -80,4 +80,4 @@ class HttpServer {
   MHD_Daemon* daemon_ = nullptr;
 };
 
-}  // namespace desk::panel
+}  // namespace desk::server

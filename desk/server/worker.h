@@ -8,7 +8,7 @@
 #include <mutex>
 #include <thread>
 
-namespace desk::panel {
+namespace desk::server {
 
 /// Runs jobs one after the other, in the order in which they came. While there is none it runs
 /// `idle`, once in each `period`. Jobs that wait when the worker is destroyed are dropped.
@@ -36,4 +36,4 @@ class Worker {
   std::thread thread_;
 };
 
-}  // namespace desk::panel
+}  // namespace desk::server

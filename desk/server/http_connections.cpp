@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "desk/panel/http_exchange.h"
+#include "desk/server/http_exchange.h"
 
-namespace desk::panel {
+namespace desk::server {
 
 namespace {
 
@@ -80,4 +80,4 @@ void HttpServer::suspend(MHD_Connection* connection) {
   MHD_suspend_connection(connection);
 }
 
-}  // namespace desk::panel
+}  // namespace desk::server

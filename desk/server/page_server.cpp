@@ -1,11 +1,11 @@
-#include "desk/panel/panel_server.h"
+#include "desk/server/page_server.h"
 
 #include <memory>
 #include <utility>
 
-#include "desk/panel/page_files.h"
+#include "desk/server/page_files.h"
 
-namespace desk::panel {
+namespace desk::server {
 
 namespace {
 
@@ -51,28 +51,28 @@ const PageFile* findPageFile(const std::string& path) {
 
 }  // namespace
 
-PanelServer::PanelServer(ViewState& state, PanelActions actions, int port)
+PageServer::PageServer(PageState& state, PanelActions actions, int port)
     : state_(state),
       actions_(std::move(actions)),
       server_(port, kHeaders,
               {[this](const HttpRequest& request) { return refusal(request); },
                [this](const HttpRequest& request) { return answer(request); }}) {}
 
-PanelServer::~PanelServer() {
+PageServer::~PageServer() {
   state_.close();
   if (follower_.joinable()) follower_.join();
 }
 
-void PanelServer::start() {
+void PageServer::start() {
   server_.start();
   follower_ = std::thread([this] { followState(); });
 }
 
-std::string PanelServer::address() const {
+std::string PageServer::address() const {
   return std::string("http://") + kAddress + ":" + std::to_string(server_.port()) + "/";
 }
 
-void PanelServer::followState() {
+void PageServer::followState() {
   for (std::uint64_t seen = 0; !state_.isClosed();) {
     seen = state_.wait(seen, kPollTime);
     std::this_thread::sleep_for(kBundle);
@@ -82,7 +82,7 @@ void PanelServer::followState() {
 
 /// Whether host and origin are this server's own. Whoever changes something must name the origin,
 /// as browsers do.
-bool PanelServer::mayAsk(const HttpRequest& request) const {
+bool PageServer::mayAsk(const HttpRequest& request) const {
   const std::string port = server_.port() == 80 ? "" : ":" + std::to_string(server_.port());
   const std::string host = request.header("Host");
   if (request.headerCount("Host") != 1) return false;
@@ -96,12 +96,12 @@ bool PanelServer::mayAsk(const HttpRequest& request) const {
          request.header("Sec-Fetch-Mode") == "navigate";
 }
 
-std::optional<HttpAnswer> PanelServer::refusal(const HttpRequest& request) const {
+std::optional<HttpAnswer> PageServer::refusal(const HttpRequest& request) const {
   if (mayAsk(request)) return std::nullopt;
   return HttpAnswer{403, "only this machine's own pages may ask for that\n", kText};
 }
 
-HttpReply PanelServer::answer(const HttpRequest& request) {
+HttpReply PageServer::answer(const HttpRequest& request) {
   const std::string& path = request.path();
   if (request.method() == "POST") {
     if (path == "/click") return click(request);
@@ -120,7 +120,7 @@ HttpReply PanelServer::answer(const HttpRequest& request) {
   return HttpAnswer{404, {}, {}};
 }
 
-HttpReply PanelServer::click(const HttpRequest& request) const {
+HttpReply PageServer::click(const HttpRequest& request) const {
   tagPOINT point{};
   if (!readCoordinate(request.field("x"), point.x) ||
       !readCoordinate(request.field("y"), point.y)) {
@@ -129,16 +129,16 @@ HttpReply PanelServer::click(const HttpRequest& request) const {
   return answerAtEnd(actions_.click(point));
 }
 
-HttpReply PanelServer::turn(const HttpRequest& request) const {
+HttpReply PageServer::turn(const HttpRequest& request) const {
   const std::string turn = request.field("turn");
   if (turn != "up" && turn != "down") {
     return HttpAnswer{400, "turn=up or turn=down expected\n", kText};
   }
-  return answerAtEnd(actions_.turn(turn == "up" ? Turn::Up : Turn::Down));
+  return answerAtEnd(actions_.turn(turn == "up" ? panel::Turn::Up : panel::Turn::Down));
 }
 
 /// The answer to an action, once that has ended or has taken too long.
-LaterAnswer PanelServer::answerAtEnd(std::future<void> end) const {
+LaterAnswer PageServer::answerAtEnd(std::future<void> end) const {
   const auto shared = std::make_shared<std::future<void>>(std::move(end));
   return [this, shared, deadline = Clock::now() + kPatience]() -> std::optional<HttpAnswer> {
     if (shared->valid() && shared->wait_for(milliseconds(0)) == std::future_status::ready) {
@@ -151,13 +151,13 @@ LaterAnswer PanelServer::answerAtEnd(std::future<void> end) const {
   };
 }
 
-HttpReply PanelServer::events(const HttpRequest& request) {
+HttpReply PageServer::events(const HttpRequest& request) {
   const auto slot = std::shared_ptr<void>(nullptr, [this](void*) { --streams_; });
   if (++streams_ > kMostStreams) return HttpAnswer{503, "too many pages are open\n", kText};
   constexpr char kType[] = "text/event-stream";
   if (request.method() == "HEAD") return HttpAnswer{200, {}, kType};
   return AnswerStream{kType,
-                      [this, slot, cursor = ViewState::Cursor(),
+                      [this, slot, cursor = PageState::Cursor(),
                        last = Clock::now()]() mutable -> std::optional<std::string> {
                         if (state_.isClosed()) return std::nullopt;
                         const std::string changes = state_.changesSince(cursor);
@@ -169,4 +169,4 @@ HttpReply PanelServer::events(const HttpRequest& request) {
                       }};
 }
 
-}  // namespace desk::panel
+}  // namespace desk::server

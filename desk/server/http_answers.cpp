@@ -2,9 +2,9 @@
 #include <cstdlib>
 #include <utility>
 
-#include "desk/panel/http_exchange.h"
+#include "desk/server/http_exchange.h"
 
-namespace desk::panel {
+namespace desk::server {
 
 namespace {
 
@@ -153,4 +153,4 @@ int HttpServer::send(MHD_Connection* connection, unsigned status, const std::str
   return queued;
 }
 
-}  // namespace desk::panel
+}  // namespace desk::server

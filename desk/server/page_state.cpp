@@ -1,4 +1,4 @@
-#include "desk/panel/view_state.h"
+#include "desk/server/page_state.h"
 
 #include <json/value.h>
 #include <json/writer.h>
@@ -6,33 +6,33 @@
 #include <algorithm>
 #include <filesystem>
 
-namespace desk::panel {
+namespace desk::server {
 
 namespace {
 
 constexpr std::size_t kMostLines = 1000;
 
-const char* sourceName(OutputSource source) {
+const char* sourceName(panel::OutputSource source) {
   switch (source) {
-    case OutputSource::Script:
+    case panel::OutputSource::Script:
       return "script";
-    case OutputSource::Plugin:
+    case panel::OutputSource::Plugin:
       return "plugin";
-    case OutputSource::Desk:
+    case panel::OutputSource::Desk:
       return "desk";
-    case OutputSource::Error:
+    case panel::OutputSource::Error:
       break;
   }
   return "error";
 }
 
-bool sameView(const View& a, const View& b) {
+bool sameView(const panel::View& a, const panel::View& b) {
   return a.picture == b.picture && a.page.current == b.page.current &&
          a.page.count == b.page.count && a.rows == b.rows && a.selected == b.selected &&
          a.failed == b.failed && a.jobFault == b.jobFault && a.findings == b.findings;
 }
 
-Json::Value toJson(const PanelFacts& facts, const View& view) {
+Json::Value toJson(const panel::PanelFacts& facts, const panel::View& view) {
   Json::Value json;
   json["script"] = std::filesystem::path(facts.script).filename().string();
   json["job"] = facts.job;
@@ -51,7 +51,7 @@ Json::Value toJson(const PanelFacts& facts, const View& view) {
 
 }  // namespace
 
-void ViewState::publish(const View& view) {
+void PageState::publish(const panel::View& view) {
   const std::lock_guard<std::mutex> lock(mutex_);
   if (sameView(view_, view)) return;
   view_ = view;
@@ -59,7 +59,7 @@ void ViewState::publish(const View& view) {
   noteChange();
 }
 
-void ViewState::addLine(OutputSource source, const std::string& line) {
+void PageState::addLine(panel::OutputSource source, const std::string& line) {
   const std::lock_guard<std::mutex> lock(mutex_);
   lines_.emplace_back(source, line);
   if (lines_.size() > kMostLines) {
@@ -70,18 +70,18 @@ void ViewState::addLine(OutputSource source, const std::string& line) {
   noteChange();
 }
 
-void ViewState::notify() {
+void PageState::notify() {
   const std::lock_guard<std::mutex> lock(mutex_);
   noteChange();
 }
 
-std::uint64_t ViewState::wait(std::uint64_t seen, std::chrono::milliseconds timeout) {
+std::uint64_t PageState::wait(std::uint64_t seen, std::chrono::milliseconds timeout) {
   std::unique_lock<std::mutex> lock(mutex_);
   changed_.wait_for(lock, timeout, [&] { return changes_ != seen; });
   return changes_;
 }
 
-std::string ViewState::changesSince(Cursor& cursor) {
+std::string PageState::changesSince(Cursor& cursor) {
   const std::lock_guard<std::mutex> lock(mutex_);
   if (cursor.version == version_) return {};
   Json::Value json = toJson(facts_, view_);
@@ -102,26 +102,26 @@ std::string ViewState::changesSince(Cursor& cursor) {
   return Json::writeString(writer, json);
 }
 
-std::string ViewState::picture() {
+std::string PageState::picture() {
   const std::lock_guard<std::mutex> lock(mutex_);
   return view_.svg;
 }
 
-void ViewState::close() {
+void PageState::close() {
   const std::lock_guard<std::mutex> lock(mutex_);
   closed_ = true;
   noteChange();
 }
 
 /// Call it with the mutex locked.
-void ViewState::noteChange() {
+void PageState::noteChange() {
   ++changes_;
   changed_.notify_all();
 }
 
-bool ViewState::isClosed() {
+bool PageState::isClosed() {
   const std::lock_guard<std::mutex> lock(mutex_);
   return closed_;
 }
 
-}  // namespace desk::panel
+}  // namespace desk::server
