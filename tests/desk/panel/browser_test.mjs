@@ -71,7 +71,7 @@ async function test(page, address) {
   await page.goto(address);
   await page.waitForFunction(() => document.getElementById("picture").naturalWidth === 800);
   await showsText(page, "page", "Page 1 / 3");
-  await showsText(page, "job", "shop.json");
+  await showsText(page, "name", "shop.json");
   await pictureWith(page, (shown) => shown.texts.includes("1001.0"), "page 1");
   assert.ok(await page.locator("#up").isDisabled());
 

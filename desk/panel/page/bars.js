@@ -1,0 +1,5 @@
+// The Bars view.
+
+export function create(root, text) {
+  return { update(changed) {} };
+}

@@ -1,0 +1,52 @@
+// The requests of the page. The only module that knows how they are made and answered.
+
+/** What the engine refused, in its words. Status 409: the job has a newer version, of which an event
+ * tells; whoever asked waits for that. */
+export class Refusal extends Error {
+  constructor(status, words) {
+    super(words);
+    this.status = status;
+  }
+}
+
+async function accepted(response) {
+  if (!response.ok) throw new Refusal(response.status, (await response.text()).trim());
+  return response;
+}
+
+/** A document of a job: an object where it is JSON, else its text. */
+export async function ask(job, what, query = {}) {
+  const words = new URLSearchParams({ version: job.version, ...query });
+  const response = await accepted(await fetch(`/job/${job.id}/${what}?${words}`));
+  const isJson = (response.headers.get("Content-Type") ?? "").startsWith("application/json");
+  return isJson ? response.json() : response.text();
+}
+
+/** Follows the jobs and the panel: `news` gets each event, `lost` whether there will be a new try
+ * after the connection broke. */
+export function follow(news, lost) {
+  const events = new EventSource("/events");
+  events.onmessage = (event) => news(JSON.parse(event.data));
+  events.onerror = () => lost(events.readyState !== EventSource.CLOSED);
+}
+
+/** Hands over a file. Nothing is stored but in memory. @return the id of its job */
+export async function drop(file) {
+  const response = await accepted(await fetch(`/drop?${new URLSearchParams({ name: file.name })}`, {
+    method: "POST", body: file, headers: { "Content-Type": "application/octet-stream" },
+  }));
+  return (await response.json()).id;
+}
+
+async function send(path, fields) {
+  await accepted(await fetch(path, { method: "POST", body: new URLSearchParams(fields) }));
+}
+
+/** A click on the panel, in pixels of its picture. */
+export const panelClick = (x, y) => send("/click", { x, y });
+
+/** Turns the panel's page "up" or "down". */
+export const panelTurn = (turn) => send("/page", { turn });
+
+/** Where the panel's picture of that number is; `connection` keeps those of two panels apart. */
+export const pictureAddress = (connection, number) => `/picture.svg?${connection}-${number}`;

@@ -1,0 +1,5 @@
+// The Findings view.
+
+export function create(root, text) {
+  return { update(changed) {} };
+}

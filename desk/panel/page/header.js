@@ -1,0 +1,96 @@
+// What stands above the views: which job, its numbers, its findings and how it is followed.
+import { ask } from "/engine.js";
+import { change, state } from "/state.js";
+
+const kSeverities = ["error", "warning", "note"];
+
+export function create(document, text) {
+  const $ = (id) => document.getElementById(id);
+  let summary = null;  // the job's part of its summary; null while there is none
+  let panel = null;    // the latest news of the panel
+
+  function listItem(words, ...children) {
+    const item = document.createElement("li");
+    item.append(words, ...children);
+    return item;
+  }
+
+  function showFacts() {
+    const job = summary ?? {};
+    $("facts").replaceChildren(...[
+      ["header.bars", job.bars], ["header.pieces", job.pieces], ["header.yield", job.yield],
+    ].filter(([, value]) => value !== undefined).map(([key, value]) => listItem(text(key, value))));
+    $("severities").replaceChildren(...kSeverities.filter(() => summary !== null).map((severity) => {
+      const button = document.createElement("button");
+      button.type = "button";
+      button.dataset.severity = severity;
+      button.dataset.count = job[`${severity}s`];
+      button.textContent = text(`header.${severity}`, job[`${severity}s`]);
+      button.addEventListener("click", () => change({ view: "findings", severity }));
+      return listItem(button);
+    }));
+  }
+
+  async function askSummary() {
+    const job = state.job;
+    try {
+      const answer = job?.version > 0 ? await ask(job, "summary") : null;
+      if (job === state.job) summary = answer?.jobs[0] ?? null;
+    } catch {
+      summary = null;  // an event will tell of what it changed to
+    }
+    showFacts();
+  }
+
+  function showJobs() {
+    const name = state.job?.name ?? panel?.job ?? "";
+    document.title = `${name || panel?.script || "cusdesk"} - ${text(`${state.view}.title`)}`;
+    $("name").textContent = name || text("header.noJob");
+    $("name").title = name;
+    $("jobs").hidden = state.jobs.length < 2;
+    $("name").hidden = !$("jobs").hidden;
+    $("jobs").replaceChildren(...state.jobs.map((job) => new Option(job.name, job.id)));
+    if (state.job !== null) $("jobs").value = state.job.id;
+  }
+
+  function showReason() {
+    const isBroken = state.job !== null && !state.job.loads;
+    $("reason").hidden = !isBroken;
+    $("reason").lang = "en";
+    $("reason").textContent = isBroken ? state.job.reason : "";
+    $("views").classList.toggle("outdated", isBroken && state.view !== "panel");
+    $("details").classList.toggle("outdated", isBroken);
+  }
+
+  function setState(key, kind) {
+    $("state").textContent = text(`state.${key}`);
+    $("state").dataset.kind = kind;
+  }
+
+  function showState() {
+    if (panel?.failed) setState("scriptFailed", "failed");
+    else if (state.job !== null && !state.job.loads) setState("broken", "failed");
+    else if (state.job?.dropped) setState("dropped", "live");
+    else setState(state.job === null ? "live" : "following", "live");
+  }
+
+  $("jobs").addEventListener("change", (event) => {
+    const job = state.jobs.find((one) => one.id === Number(event.target.value));
+    change({ job, selection: "" });
+  });
+  setState("connecting", "");
+
+  return {
+    update(changed) {
+      showJobs();
+      showReason();
+      if (changed.has("job")) askSummary();
+    },
+    take(news) {
+      panel = news;
+      showJobs();
+      showState();
+    },
+    lost: (isTrying) => setState(isTrying ? "lost" : "gone", "lost"),
+  };
+}

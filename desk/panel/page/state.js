@@ -1,0 +1,58 @@
+// What the page shows, for all its parts, and the address that leads back to it.
+
+export const kViews = ["bars", "tables", "findings", "panel"];
+
+/** job: one of jobs, or null. selection: "" or the id of a bar "B", a piece "B.P" or a work "B.P.W".
+ * severity: which findings are shown, "" for all. */
+export const state = {
+  jobs: [], job: null, view: "bars", selection: "", table: "cuts", severity: "",
+};
+
+const listeners = [];
+
+/** `listener` gets the set of the names that changed. */
+export function subscribe(listener) {
+  listeners.push(listener);
+}
+
+const isSameJob = (a, b) => a?.id === b?.id && a?.version === b?.version;
+
+/** Sets some of the state and tells the subscribers. A job counts as changed when its version did. */
+export function change(values) {
+  const changed = new Set();
+  for (const [name, value] of Object.entries(values)) {
+    const isSame = name === "job" ? isSameJob(state.job, value) : state[name] === value;
+    state[name] = value;
+    if (!isSame) changed.add(name);
+  }
+  if (changed.size === 0) return;
+  history.replaceState(null, "", address());
+  for (const listener of listeners) listener(changed);
+}
+
+/** "1.2" of "1.2.3" and of "1.2"; "" of "1". */
+export function pieceOf(id) {
+  const [bar, piece] = id.split(".");
+  return piece === undefined ? "" : `${bar}.${piece}`;
+}
+
+/** Whether an element of the first id lies in that of the second one, or is it. */
+export const isWithin = (id, other) => other !== "" && `${id}.`.startsWith(`${other}.`);
+
+/** Of what is shown, or of another selection in it: what a link to it ends with. */
+export function address(selection = state.selection) {
+  const words = [state.view];
+  if (state.job !== null) words.push(state.job.id);
+  if (state.job !== null && selection !== "") words.push(selection);
+  return `#${words.join("/")}`;
+}
+
+/** What an address asks for: a view, the id of a job (or null) and a selection. */
+export function wanted(hash) {
+  const [view, job = "", selection = ""] = hash.replace(/^#/, "").split("/");
+  return {
+    view: kViews.includes(view) ? view : null,
+    job: /^\d+$/.test(job) ? Number(job) : null,
+    selection: /^\d+(\.\d+){0,2}$/.test(selection) ? selection : "",
+  };
+}

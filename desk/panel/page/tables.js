@@ -1,0 +1,5 @@
+// The Tables view.
+
+export function create(root, text) {
+  return { update(changed) {} };
+}

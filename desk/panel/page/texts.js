@@ -1,0 +1,75 @@
+// The words of the page, each in English and Chinese. What the product says of a job is not here: it
+// comes from the engine, in English. "{0}" stands for a value; "one|many" after the first value.
+
+const kTexts = {
+  "header.jobs": ["Job", "任务"],
+  "header.facts": ["The job in numbers", "任务数据"],
+  "header.findings": ["Findings", "检查结果"],
+  "header.views": ["Views", "视图"],
+  "header.bars": ["{0} bar|{0} bars", "{0} 根型材"],
+  "header.pieces": ["{0} piece|{0} pieces", "{0} 个工件"],
+  "header.yield": ["yield {0} %", "利用率 {0}%"],
+  "header.error": ["{0} error|{0} errors", "{0} 个错误"],
+  "header.warning": ["{0} warning|{0} warnings", "{0} 个警告"],
+  "header.note": ["{0} note|{0} notes", "{0} 条提示"],
+  "header.open": ["Open a file", "打开文件"],
+  "header.openHint": ["Shows a job file from memory; you can also drop it on the page",
+    "在内存中显示任务文件，也可将文件拖到页面上"],
+  "header.noJob": ["No job", "无任务"],
+
+  "state.connecting": ["Connecting", "正在连接"],
+  "state.following": ["Following the file", "正在跟随文件"],
+  "state.dropped": ["From memory", "来自内存"],
+  "state.broken": ["Not loading", "无法加载"],
+  "state.scriptFailed": ["The script failed", "脚本出错"],
+  "state.lost": ["Connection lost, trying again", "连接中断，正在重试"],
+  "state.gone": ["Not connected: reload the page", "未连接：请重新加载页面"],
+  "state.live": ["Live", "运行中"],
+
+  "bars.title": ["Bars", "型材"],
+
+  "tables.title": ["Tables", "表格"],
+
+  "findings.title": ["Findings", "检查"],
+
+  "panel.title": ["Panel", "面板"],
+  "panel.picture": ["The table as the panel shows it", "面板上显示的表格"],
+  "panel.pages": ["Pages", "翻页"],
+  "panel.up": ["Page up", "上一页"],
+  "panel.down": ["Page down", "下一页"],
+  "panel.upKey": ["Page Up", "Page Up 键"],
+  "panel.downKey": ["Page Down", "Page Down 键"],
+  "panel.noRows": ["No rows", "无数据行"],
+  "panel.page": ["Page {0} / {1}", "第 {0} / {1} 页"],
+  "panel.rows": ["{0} row|{0} rows", "共 {0} 行"],
+  "panel.row": ["Row {0} of {1}", "第 {0} 行，共 {1} 行"],
+  "panel.output": ["Output", "输出"],
+  "panel.pluginLines": ["Lines of the plug-in", "插件输出行"],
+  "panel.clear": ["Clear", "清空"],
+  "panel.lines": ["Lines of output", "输出行"],
+
+  "details.title": ["Selected", "所选"],
+};
+
+const language = (navigator.languages ?? []).map((one) => one.toLowerCase().split("-")[0])
+  .find((one) => one === "en" || one === "zh") ?? "en";
+
+/** The text of a key in the browser's language. */
+export function text(key, ...values) {
+  const both = kTexts[key];
+  if (both === undefined) throw new Error(`no text "${key}"`);
+  const forms = both[language === "zh" ? 1 : 0].split("|");
+  const form = forms.length > 1 && Number(values[0]) !== 1 ? forms[1] : forms[0];
+  return form.replace(/\{(\d)\}/g, (_, index) => values[index]);
+}
+
+/** Fills in the texts that the document itself names. */
+export function fillIn(document) {
+  document.documentElement.lang = language === "zh" ? "zh-CN" : "en";
+  for (const one of document.querySelectorAll("[data-text]")) one.textContent = text(one.dataset.text);
+  for (const one of document.querySelectorAll("[data-title]")) one.title = text(one.dataset.title);
+  for (const one of document.querySelectorAll("[data-alt]")) one.alt = text(one.dataset.alt);
+  for (const one of document.querySelectorAll("[data-label]")) {
+    one.setAttribute("aria-label", text(one.dataset.label));
+  }
+}
