@@ -10,7 +10,7 @@
 #include "desk/base/table.h"
 #include "desk/base/text.h"
 #include "desk/commands/commands.h"
-#include "desk/draw/job_picture.h"
+#include "desk/draw/job_drawing.h"
 #include "desk/draw/summary.h"
 #include "desk/job/job_file.h"
 #include "desk/job/selection.h"
@@ -39,18 +39,6 @@ Target targetOf(const Arguments& arguments) {
   return target;
 }
 
-std::vector<draw::BarPlace> layOutBars(const DATA_T& read, model::JobFormat format,
-                                       const job::Selection& selection) {
-  job::requireAny("draw", read, selection);
-  std::vector<draw::BarPlace> bars;
-  for (const BAR_T& bar : read.Bar) {
-    if (!selection.has(bar)) continue;
-    bars.push_back(job::layOut(bar));
-    judge(bars.back(), static_cast<int>(&bar - read.Bar.data()) + 1, format);
-  }
-  return bars;
-}
-
 /// As fine as a good screen, as far as the converter draws so many lines.
 int dotsPerInch(double height) {
   constexpr double kMostLines = 32767.0;
@@ -62,7 +50,7 @@ int dotsPerInch(double height) {
   throw Error(kExitIoError, "draw: too many bars for a PNG; draw an SVG, or some bars with --bar");
 }
 
-void write(const draw::JobPicture& picture, const Target& target) {
+void write(const draw::Picture& picture, const Target& target) {
   writeFile(target.file,
             target.isPng ? panel::pngOf(picture.svg, dotsPerInch(picture.height)) : picture.svg);
 }
@@ -94,10 +82,13 @@ int run(const Arguments& arguments) {
       job::readJob(file, arguments.has("verbose") ? StdoutRedirect::To::StandardError
                                                   : StdoutRedirect::To::Nowhere);
   const model::JobFormat format = job::formatOf(file);
-  const std::vector<draw::BarPlace> bars = layOutBars(read, format, {arguments.value("bar"), ""});
+  const job::Selection selection{arguments.value("bar"), ""};
+  job::requireAny("draw", read, selection);
+  const std::vector<draw::BarPlace> bars = job::judgedBars(read, format, selection);
   const std::string name = escapeControls(job::shownName(file));
   const std::string source = std::filesystem::path(job::shownName(file)).filename().string();
-  write(draw::drawJob({read.Name, source, read.Unit}, bars), target);
+  const auto equal = arguments.has("each") ? draw::EqualBars::Each : draw::EqualBars::Once;
+  write(draw::JobDrawing({read.Name, source, read.Unit}, bars, equal).sheets(), target);
   progress.reset();
   const bool isSilent = target.file == kStandardStream || arguments.has("quiet");
   if (!isSilent) printSummary(bars, job::headerOddities(read, format));
@@ -117,6 +108,7 @@ Command drawCommand() {
           {"output", "FILE", "where to draw: a .svg or .png file; '-' is SVG on standard output",
            'o'},
           {"bar", "NUMBER", "only the bars with this number"},
+          {"each", nullptr, "draw every bar, also those that are equal"},
       },
       run,
   };

@@ -20,10 +20,11 @@ std::string angleText(double angle) {
 
 }  // namespace
 
-PieceLabel labelOf(const PiecePlace& piece, const std::string& name, double length) {
+PieceLabel labelOf(const PiecePlace& piece, const std::string& name, const std::string& barCode,
+                   double length) {
   PieceLabel label;
   const std::string number = xmlText(name);
-  const std::string barCode = xmlText(piece.piece->BarCode);
+  const std::string wholeCode = xmlText(barCode);
   const std::string left = angleText(piece.leftAngle);
   const std::string right = angleText(piece.rightAngle);
   const std::string wholeLength = xmlText(lengthText(piece));
@@ -38,22 +39,22 @@ PieceLabel labelOf(const PiecePlace& piece, const std::string& name, double leng
     label.rightAngle = right;
   }
   if (widthInMm(wholeLength, kLabel) <= room) label.length = wholeLength;
-  if (widthInMm(barCode, kLabel) <= room || room >= kLeastOfBarCode) {
-    label.barCode = truncatedToMm(barCode, room, kLabel);
+  if (widthInMm(wholeCode, kLabel) <= room || room >= kLeastOfBarCode) {
+    label.barCode = truncatedToMm(wholeCode, room, kLabel);
   }
   label.isWhole = label.number == number && label.length == wholeLength &&
-                  label.leftAngle == left && label.rightAngle == right && label.barCode == barCode;
+                  label.leftAngle == left && label.rightAngle == right &&
+                  label.barCode == wholeCode;
   return label;
 }
 
-std::string lineOf(const PiecePlace& piece, const std::string& name) {
+std::string lineOf(const PiecePlace& piece, const std::string& name, const std::string& barCode) {
   std::string line = xmlText(name) + ": ";
   line += piece.length > 0.0 ? xmlText(lengthText(piece)) : "no length";
   if (piece.leftAngle != 90.0 || piece.rightAngle != 90.0) {
     line += ", " + hundredthsText(piece.leftAngle) + "°/" + hundredthsText(piece.rightAngle) + "°";
   }
-  const std::string barCode = xmlText(piece.piece->BarCode);
-  return barCode.empty() ? line : line + ", " + barCode;
+  return barCode.empty() ? line : line + ", " + xmlText(barCode);
 }
 
 std::vector<std::string> linesOf(const std::vector<std::string>& entries, double room) {

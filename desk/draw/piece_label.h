@@ -24,11 +24,13 @@ struct PieceLabel {
 };
 
 /// @param name what the piece is called
+/// @param barCode empty: none to write at the piece
 /// @param length of the piece on paper, mm
-PieceLabel labelOf(const PiecePlace& piece, const std::string& name, double length);
+PieceLabel labelOf(const PiecePlace& piece, const std::string& name, const std::string& barCode,
+                   double length);
 
 /// All of it in one line, for where there is more room: "12: 385.5, 45°/90°, DEMO-0612".
-std::string lineOf(const PiecePlace& piece, const std::string& name);
+std::string lineOf(const PiecePlace& piece, const std::string& name, const std::string& barCode);
 
 /// `entries` one after the other in lines of `room` mm.
 std::vector<std::string> linesOf(const std::vector<std::string>& entries, double room);

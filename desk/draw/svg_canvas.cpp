@@ -16,18 +16,35 @@ std::string pair(const Point& point) {
   return number(point.x) + "," + number(point.y);
 }
 
+/// Whether one of the words of `text`, which blanks part, is `word`.
+bool hasWord(const std::string& text, const std::string& word) {
+  return (" " + text + " ").find(" " + word + " ") != std::string::npos;
+}
+
 }  // namespace
 
-SvgCanvas::SvgCanvas(double width, double height, const std::string& title,
-                     const char* styleSheet) {
+std::string styleSheet() {
+  std::string sheet =
+      "@page{size:297mm 210mm;margin:0}text{" + std::string(kTextLook.properties) + "}";
+  for (const Look& look : kLooks) {
+    sheet += "." + std::string(look.kind) + "{" + look.properties + "}";
+  }
+  return sheet;
+}
+
+SvgCanvas::SvgCanvas(For target, double width, double height, const std::string& title)
+    : target_(target) {
+  const std::string unit = target == For::Paper ? "mm" : "";
   printer_.OpenElement("svg");
   printer_.PushAttribute("xmlns", "http://www.w3.org/2000/svg");
-  printer_.PushAttribute("width", (number(width) + "mm").c_str());
-  printer_.PushAttribute("height", (number(height) + "mm").c_str());
+  printer_.PushAttribute("width", (number(width) + unit).c_str());
+  printer_.PushAttribute("height", (number(height) + unit).c_str());
   printer_.PushAttribute("viewBox", ("0 0 " + number(width) + " " + number(height)).c_str());
+  if (target == For::Page) pushLook(kTextLook);
   pushTitle(title);
+  if (target == For::Page) return;
   printer_.OpenElement("style");
-  printer_.PushText(styleSheet);
+  printer_.PushText(styleSheet().c_str());
   printer_.CloseElement();
 }
 
@@ -57,9 +74,11 @@ void SvgCanvas::polygon(const std::vector<Point>& corners, const char* kind) {
   printer_.CloseElement();
 }
 
-void SvgCanvas::path(const Point& at, const char* relative, const std::string& kind) {
-  open("path", kind.c_str());
+void SvgCanvas::path(const Point& at, const char* relative, const std::string& kind,
+                     const Subject* subject) {
+  open("path", kind);
   printer_.PushAttribute("d", ("M" + pair(at) + relative).c_str());
+  if (subject != nullptr) push(*subject);
   printer_.CloseElement();
 }
 
@@ -71,9 +90,9 @@ void SvgCanvas::text(const Point& at, const std::string& text, const char* kind)
   printer_.CloseElement();
 }
 
-void SvgCanvas::beginGroup(const std::string& title) {
+void SvgCanvas::beginGroup(const Subject& subject) {
   printer_.OpenElement("g");
-  pushTitle(title);
+  push(subject);
 }
 
 void SvgCanvas::endGroup() {
@@ -85,13 +104,28 @@ std::string SvgCanvas::finish() {
   return printer_.CStr();
 }
 
-void SvgCanvas::open(const char* name, const char* kind) {
+void SvgCanvas::open(const char* name, const std::string& kind) {
   printer_.OpenElement(name);
-  printer_.PushAttribute("class", kind);
+  printer_.PushAttribute("class", kind.c_str());
+  if (target_ == For::Paper) return;
+  for (const Look& look : kLooks) {
+    if (hasWord(kind, look.kind)) pushLook(look);
+  }
+}
+
+void SvgCanvas::pushLook(const Look& look) {
+  eachProperty(look.properties, [&](const std::string& name, const std::string& value) {
+    printer_.PushAttribute(name.c_str(), value.c_str());
+  });
 }
 
 void SvgCanvas::push(const char* name, double value) {
   printer_.PushAttribute(name, number(value).c_str());
+}
+
+void SvgCanvas::push(const Subject& subject) {
+  printer_.PushAttribute(subject.attribute, subject.id.c_str());
+  pushTitle(subject.values);
 }
 
 void SvgCanvas::pushTitle(const std::string& title) {

@@ -20,9 +20,9 @@ constexpr std::size_t kSigns = std::size(kShapes) * kColours;
 
 }  // namespace
 
-WorkMarks::WorkMarks(const std::vector<BarPlace>& bars) {
-  for (const BarPlace& bar : bars) {
-    for (const PiecePlace& piece : bar.pieces) {
+WorkMarks::WorkMarks(const std::vector<BarGroup>& groups) {
+  for (const BarGroup& group : groups) {
+    for (const PiecePlace& piece : group.first().pieces) {
       for (const WorkPlace& place : piece.works) {
         const std::string& name = place.work->Name;
         if (!place.isDrawn()) continue;
@@ -38,11 +38,22 @@ WorkMarks::WorkMarks(const std::vector<BarPlace>& bars) {
 }
 
 void WorkMarks::draw(SvgCanvas& canvas, const Point& at, const std::string& name) const {
+  draw(canvas, at, name, nullptr);
+}
+
+void WorkMarks::draw(SvgCanvas& canvas, const Point& at, const std::string& name,
+                     const Subject& work) const {
+  draw(canvas, at, name, &work);
+}
+
+void WorkMarks::draw(SvgCanvas& canvas, const Point& at, const std::string& name,
+                     const Subject* work) const {
   const auto found = signs_.find(name);
   const std::size_t sign = found == signs_.end() ? kSigns : found->second;
-  if (sign >= kSigns) return canvas.path(at, kShapes[0], "w other");
+  if (sign >= kSigns) return canvas.path(at, kShapes[0], "w other", work);
   // 6 and 5 are coprime, so each pair of shape and colour occurs once.
-  canvas.path(at, kShapes[sign % std::size(kShapes)], "w w" + std::to_string(sign % kColours));
+  canvas.path(at, kShapes[sign % std::size(kShapes)], "w w" + std::to_string(sign % kColours),
+              work);
 }
 
 }  // namespace desk::draw

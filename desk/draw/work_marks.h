@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "desk/draw/bar_groups.h"
 #include "desk/draw/svg_canvas.h"
 #include "desk/job/bar_layout.h"
 
@@ -14,7 +15,7 @@ namespace desk::draw {
 /// share one more.
 class WorkMarks {
  public:
-  explicit WorkMarks(const std::vector<BarPlace>& bars);
+  explicit WorkMarks(const std::vector<BarGroup>& groups);
 
   /// The names that have a sign of their own, in its order.
   const std::vector<std::string>& names() const { return names_; }
@@ -22,8 +23,11 @@ class WorkMarks {
   std::size_t others() const { return others_; }
 
   void draw(SvgCanvas& canvas, const Point& at, const std::string& name) const;
+  void draw(SvgCanvas& canvas, const Point& at, const std::string& name, const Subject& work) const;
 
  private:
+  void draw(SvgCanvas& canvas, const Point& at, const std::string& name, const Subject* work) const;
+
   std::map<std::string, std::size_t> signs_;
   std::vector<std::string> names_;
   std::size_t others_ = 0;

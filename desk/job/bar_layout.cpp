@@ -136,4 +136,17 @@ BarPlace layOut(const BAR_T& bar) {
   return place;
 }
 
+std::vector<BarPlace> judgedBars(const DATA_T& job, model::JobFormat format,
+                                 const Selection& meant) {
+  std::vector<BarPlace> bars;
+  int number = 0;
+  for (const BAR_T& bar : job.Bar) {
+    ++number;
+    if (!meant.has(bar)) continue;
+    bars.push_back(layOut(bar));
+    judge(bars.back(), number, format);
+  }
+  return bars;
+}
+
 }  // namespace desk::job

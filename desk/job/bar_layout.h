@@ -10,6 +10,7 @@
 
 #include "desk/job/measure.h"
 #include "desk/job/oddities.h"
+#include "desk/job/selection.h"
 #include "model/job_records.h"
 
 namespace desk::job {
@@ -60,6 +61,7 @@ struct PiecePlace {
 
 struct BarPlace {
   const BAR_T* bar;            ///< in the job
+  int number = 0;              ///< its place in the job, from 1; 0 until it was judged
   double length = 0.0;         ///< as drawn; 0: the job tells none
   bool isLengthKnown = false;  ///< whether it is a plain number
   double width = 0.0;          ///< of the profile, a usual one when the job tells none
@@ -84,6 +86,11 @@ struct BarPlace {
 /// Lays out a bar of a job, which must outlive the result. Texts that are no numbers, and numbers
 /// that no bar can have, never keep a bar from being laid out.
 BarPlace layOut(const BAR_T& bar);
+
+/// The bars of a job that are meant, laid out and judged, in the order of the job. It must outlive
+/// the result.
+std::vector<BarPlace> judgedBars(const DATA_T& job, model::JobFormat format,
+                                 const Selection& meant = {});
 
 /// The corners of a piece whose left tip lies at `start`. An angle is the one, inside the piece,
 /// between its lower edge and the cut, in degrees: 90 is square, with less the lower edge is the

@@ -429,6 +429,7 @@ Oddities headerOddities(const DATA_T& job, JobFormat format) {
 }
 
 void judge(BarPlace& bar, int number, JobFormat format) {
+  bar.number = number;
   bar.oddities = Judge(bar, number, format).run();
 }
 

@@ -23,10 +23,8 @@ class CutList {
   CutList(const DATA_T& job, model::JobFormat format, const std::string& source,
           const job::Selection& selection, std::size_t errors)
       : job_(job), source_(source), selection_(selection), errors_(errors), page_(nullptr, true) {
-    for (const BAR_T& bar : job.Bar) {
-      if (!isListed(bar)) continue;
-      bars_.push_back(job::layOut(bar));
-      judge(bars_.back(), static_cast<int>(&bar - job.Bar.data()) + 1, format);
+    for (job::BarPlace& bar : job::judgedBars(job, format, selection)) {
+      if (isListed(*bar.bar)) bars_.push_back(std::move(bar));
     }
   }
 
@@ -48,8 +46,7 @@ class CutList {
  private:
   bool isListed(const BAR_T& bar) const {
     const auto isMeant = [&](const PIECE_T& piece) { return selection_.has(piece); };
-    return selection_.has(bar) &&
-           (selection_.barCode.empty() || std::any_of(bar.piece.begin(), bar.piece.end(), isMeant));
+    return selection_.barCode.empty() || std::any_of(bar.piece.begin(), bar.piece.end(), isMeant);
   }
 
   void open(const char* name, const char* kind = nullptr) {

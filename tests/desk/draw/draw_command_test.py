@@ -110,7 +110,7 @@ class Draw(Folder):
     def test_fifty_bars_take_whole_pages_and_no_bar_crosses_an_edge(self):
         pieces = [piece(n, str(700 + 9 * n), "45", "135") for n in range(1, 7)]
         name = self.job([bar(n, 6500, *pieces) for n in range(1, 51)])
-        root = ElementTree.fromstring(self.draw(name))
+        root = ElementTree.fromstring(self.draw(name, "--each"))
         pages = [e.text for e in root.iter(SVG + "text") if e.get("class") == "page"]
         self.assertEqual(pages[0], f"page 1 of {len(pages)}")
         height = float(root.get("viewBox").split()[3])

@@ -68,15 +68,13 @@ TEST(PieceLabel, LeavesOutWhatHasNoRoomAndSaysSo) {
       {4, "条码-000123", "     cut"},
   };
   for (const auto& row : kCases) {
-    piece.BarCode = row.barCode;
-    const PieceLabel label = labelOf(place, "12", row.length);
+    const PieceLabel label = labelOf(place, "12", row.barCode, row.length);
     EXPECT_EQ(label.leftAngle + " " + label.number + " " + label.rightAngle + " " + label.length +
                   " " + label.barCode + (label.isWhole ? " whole" : " cut"),
               row.texts)
         << row.length;
   }
-  piece.BarCode = "条码-000123";
-  EXPECT_EQ(lineOf(place, "12"), "12: 385.5, 45°/90°, 条码-000123");
+  EXPECT_EQ(lineOf(place, "12", "条码-000123"), "12: 385.5, 45°/90°, 条码-000123");
 }
 
 }  // namespace
