@@ -1,5 +1,243 @@
-// The Bars view.
+// The Bars view: the drawing of each bar, to scale.
+import { Canvas } from "/bars_canvas.js";
+import { startGestures } from "/bars_gestures.js";
+import { stepOf } from "/bars_keys.js";
+import { createPrinting } from "/bars_print.js";
+import { createTip } from "/bars_tip.js";
+import { createTools } from "/bars_tools.js";
+import { ask } from "/engine.js";
+import { change, state } from "/state.js";
 
-export function create(root, text) {
-  return { update(changed) {} };
+const kStep = 1.25;         // of a zoom by button or key
+const kMarked = ["error", "warning"];
+const kMostMarks = 20;      // requests of 500 findings
+const kItem = "[data-work], [data-piece], [data-bar]";
+
+const idOf = (item) => item.dataset.work ?? item.dataset.piece ?? item.dataset.bar;
+
+export function create(root, text, refused) {
+  const scroller = document.createElement("div");
+  let shown = null;            // the job whose groups are shown
+  let groupOf = new Map();     // index of the group that a bar is drawn with
+  let marks = new Map();       // how many findings of each severity there are at an id
+  let current = null;          // the item that the tabulator key leads to
+  let awaited = null;          // {index, pick}: goes to an item of a group once that is drawn
+  let ownSelection = "";       // what was selected here: nothing is scrolled for it
+
+  const tools = createTools(root, text, {
+    zoom: (isIn) => canvas.zoom(isIn ? kStep : 1 / kStep, tools.isAlongOnly()),
+    fit: () => canvas.fit(),
+    print: () => printing.print(),
+    choose: (bar) => select(`${bar}${state.selection.replace(/^\d+/, "")}`),
+  });
+  scroller.className = "scroller";
+  scroller.tabIndex = 0;
+  root.append(scroller);
+  const tip = createTip(root);
+  const printing = createPrinting(root, text, refused);
+  const canvas = new Canvas(scroller, {
+    load: (group) => ask(state.job, "bar", { group: group.group }),
+    describe, shown: takeDrawing,
+    failed: (error) => { if (error.status !== 409) refused(error); },
+  });
+  canvas.content.setAttribute("role", "tree");
+  canvas.content.setAttribute("aria-label", text("bars.title"));
+
+  /** The id of an element of the bar that is drawn, for an element of one drawn with it. */
+  const drawnId = (id, group) => id.replace(/^\d+/, group.bars[0]);
+  const selectedIndex = () => groupOf.get(state.selection.split(".")[0]);
+
+  function describe(group, section) {
+    const isChosen = selectedIndex() === section.index;
+    const words = [group.title];
+    if (isChosen && group.count > 1) words.push(text("bars.meant", state.selection.split(".")[0]));
+    section.caption.textContent = words.join(" · ");
+    section.element.setAttribute("aria-label", group.title);
+    section.element.classList.toggle("chosen", isChosen);
+  }
+
+  /** How many findings there are at a piece and its works, on all bars that it is drawn for. */
+  function markOf(piece, group) {
+    const counts = { error: 0, warning: 0 };
+    for (const bar of group.bars) {
+      const found = marks.get(piece.dataset.piece.replace(/^\d+/, bar));
+      for (const severity of kMarked) counts[severity] += found?.[severity] ?? 0;
+    }
+    return counts;
+  }
+
+  function showMarks({ index, drawing }) {
+    for (const piece of drawing.pieces) {
+      const counts = markOf(piece, canvas.layout.groups[index]);
+      const words = kMarked.filter((one) => counts[one] > 0)
+        .map((one) => text(`bars.${one}`, counts[one]));
+      drawing.flag(piece, kMarked.find((one) => counts[one] > 0) ?? "", words.join(", "));
+    }
+  }
+
+  function showSelection({ index, drawing }) {
+    const group = canvas.layout.groups[index];
+    drawing.choose(selectedIndex() === index ? drawnId(state.selection, group) : "");
+  }
+
+  function takeDrawing(section) {
+    showMarks(section);
+    showSelection(section);
+    if (current === null || !current.isConnected) makeCurrent(section.drawing.pieces[0] ?? null);
+    if (awaited?.index !== section.index) return;
+    const { pick, take } = awaited;
+    awaited = null;
+    const item = pick(section.drawing);
+    if (item !== null) take(item, section.index);
+  }
+
+  function makeCurrent(item) {
+    current?.setAttribute("tabindex", "-1");
+    current = item;
+    current?.setAttribute("tabindex", "0");
+  }
+
+  function goTo(index, pick, take) {
+    if (canvas.layout.groups[index] === undefined) return;
+    canvas.reveal(index);
+    const { drawing } = canvas.section(index);
+    awaited = drawing === null ? { index, pick, take } : null;
+    if (awaited !== null) return canvas.askNext();
+    const item = pick(drawing);
+    if (item !== null) take(item, index);
+  }
+
+  function focus(item, index) {
+    makeCurrent(item);
+    canvas.reveal(index, item);
+    item.focus({ preventScroll: true });
+    tip.show(item);
+  }
+
+  /** Shows what was selected elsewhere. */
+  function revealSelection() {
+    const index = selectedIndex();
+    if (index === undefined) return;
+    const id = drawnId(state.selection, canvas.layout.groups[index]);
+    goTo(index, (drawing) => drawing.find(id), (item) => {
+      makeCurrent(item);
+      canvas.reveal(index, item);
+    });
+  }
+
+  function select(id) {
+    ownSelection = id;
+    change({ selection: id });
+  }
+
+  const sectionOf = (item) => [...canvas.sections.values()].find((one) => one.element.contains(item));
+
+  function selectItem(item) {
+    const { index } = sectionOf(item);
+    const group = canvas.layout.groups[index];
+    const bar = selectedIndex() === index ? state.selection.split(".")[0] : group.bars[0];
+    makeCurrent(item.closest("[data-piece]") ?? current);
+    select(idOf(item).replace(/^\d+/, bar));
+  }
+
+  function updateSelection() {
+    for (const section of canvas.sections.values()) {
+      describe(canvas.layout.groups[section.index], section);
+      if (section.drawing !== null) showSelection(section);
+    }
+    const group = canvas.layout.groups[selectedIndex()];
+    tools.offer(group !== undefined && group.count > 1 ? group.bars : [], state.selection.split(".")[0]);
+    if (state.selection !== ownSelection) revealSelection();
+    ownSelection = "";
+  }
+
+  async function askMarks(job) {
+    const found = new Map();
+    for (const severity of kMarked) {
+      for (let from = 0, rows = 1; from < rows && from < 500 * kMostMarks; from += 500) {
+        const answer = await ask(job, "findings", { severity, from, count: 500 });
+        if (job !== state.job) return;
+        rows = answer.rows;
+        for (const id of answer.findings.flatMap((one) => one.ids ?? [])) {
+          const piece = id.split(".").slice(0, 2).join(".");
+          const counts = found.get(piece) ?? {};
+          found.set(piece, { ...counts, [severity]: (counts[severity] ?? 0) + 1 });
+        }
+      }
+    }
+    marks = found;
+    for (const section of canvas.sections.values()) if (section.drawing !== null) showMarks(section);
+  }
+
+  async function askBars() {
+    const job = state.job;
+    tip.hide();
+    try {
+      const { groups } = job?.version > 0 ? await ask(job, "bars") : { groups: [] };
+      if (job !== state.job) return;
+      if (job?.id !== shown?.id) Object.assign(scroller, { scrollTop: 0, scrollLeft: 0 });
+      shown = job;
+      marks = new Map();
+      groupOf = new Map(groups.flatMap((group, index) => group.bars.map((bar) => [`${bar}`, index])));
+      canvas.show(groups);
+      updateSelection();
+      if (groups.length === 0) return;
+      printing.prepare(groups.length);
+      await askMarks(job);
+    } catch (error) {
+      if (error.status !== undefined && error.status !== 409) refused(error);
+    }
+  }
+
+  startGestures(scroller, (factor, x, y) => {
+    const frame = scroller.getBoundingClientRect();
+    tip.hide();
+    canvas.zoom(factor, tools.isAlongOnly(), x - frame.left, y - frame.top);
+  });
+  scroller.addEventListener("scroll", () => tip.hide(), { passive: true });
+  canvas.content.addEventListener("click", (event) => {
+    const item = event.target.closest(kItem);
+    if (item === null) return;
+    selectItem(item);
+    if (item.matches(":not([data-bar])")) tip.show(item);
+  });
+  canvas.content.addEventListener("pointerover", (event) => {
+    const item = event.target.closest("[data-work], [data-piece]");
+    if (item === null || event.pointerType === "touch") tip.hideSoon();
+    else tip.show(item);
+  });
+  canvas.content.addEventListener("pointerleave", () => tip.hideSoon());
+  canvas.content.addEventListener("focusout", () => tip.hideSoon());
+  canvas.content.addEventListener("focusin", (event) => {
+    if (event.target.matches(":focus-visible")) tip.show(event.target);
+  });
+  canvas.content.addEventListener("keydown", (event) => {
+    const item = event.target;
+    if (event.ctrlKey || event.altKey || event.metaKey) return;
+    const { index, drawing } = sectionOf(item);
+    const step = stepOf(event, item, drawing);
+    if (event.key === "Enter" || event.key === " ") selectItem(item);
+    else if (event.key === "Escape" && tip.isShown()) tip.hide();
+    else if (step !== null) goTo(index + step.by, step.pick, focus);
+    else return;
+    event.preventDefault();
+    event.stopPropagation();
+  });
+  document.addEventListener("keydown", (event) => {
+    const isTyping = event.target.matches("input, select, textarea");
+    if (state.view !== "bars" || isTyping || event.ctrlKey || event.altKey || event.metaKey) return;
+    if (event.key === "+" || event.key === "=") canvas.zoom(kStep, tools.isAlongOnly());
+    else if (event.key === "-") canvas.zoom(1 / kStep, tools.isAlongOnly());
+    else if (event.key === "0") canvas.fit();
+    else return;
+    event.preventDefault();
+  });
+
+  return {
+    update(changed) {
+      if (changed.has("job")) askBars();
+      else if (changed.has("selection")) updateSelection();
+      if (changed.has("view")) canvas.resize();
+    },
+  };
 }

@@ -22,6 +22,9 @@ export async function ask(job, what, query = {}) {
   return isJson ? response.json() : response.text();
 }
 
+/** Where the drawing of a job is, as `draw` makes it. */
+export const drawingAddress = (job) => `/job/${job.id}/drawing?version=${job.version}`;
+
 /** Follows the jobs and the panel: `news` gets each event, `lost` whether there will be a new try
  * after the connection broke. */
 export function follow(news, lost) {

@@ -1,0 +1,158 @@
+// Drawings of bars as elements of the page: taken over from the engine's SVG after a check, fitted
+// to the zoom, marked.
+
+const kSvg = "http://www.w3.org/2000/svg";
+const kElements = new Set(["svg", "g", "title", "text", "tspan", "rect", "line", "polyline", "polygon",
+  "path", "circle", "ellipse"]);
+const kAttributes = new Set(["xmlns", "class", "width", "height", "viewBox", "x", "y", "x1", "y1",
+  "x2", "y2", "dx", "dy", "cx", "cy", "r", "rx", "ry", "d", "points", "transform", "fill", "stroke",
+  "stroke-width", "stroke-dasharray", "text-anchor", "font-family", "font-size", "font-weight", "font-style",
+  "data-bar", "data-piece", "data-work"]);
+const kGap = 1.2;  // between texts of a line, in the drawing's units
+const kSigns = {   // in px around a point
+  error: ["M-3.3-8h6.6l4.7 4.7v6.6l-4.7 4.7h-6.6l-4.7-4.7v-6.6z", "M-3-3l6 6m0-6l-6 6"],
+  warning: ["M0-8l9 16h-18z", "M0-2.5v4.5m0 2v2"],
+};
+
+function svg(name, attributes = {}) {
+  const element = document.createElementNS(kSvg, name);
+  for (const [key, value] of Object.entries(attributes)) element.setAttribute(key, value);
+  return element;
+}
+
+function check(element) {
+  const isKnown = element.namespaceURI === kSvg && kElements.has(element.localName) &&
+    [...element.attributes].every((one) => kAttributes.has(one.name) && !/url\s*\(/i.test(one.value));
+  if (!isKnown) throw new Error(`the drawing holds <${element.localName}>, which this page does not show`);
+  for (const child of element.children) check(child);
+}
+
+/** The engine's SVG as an element. Raises when it holds anything but shapes and texts. */
+export function imported(markup) {
+  const root = new DOMParser().parseFromString(markup, "image/svg+xml").documentElement;
+  check(root);
+  return document.importNode(root, true);
+}
+
+/** Makes a piece or a work an item that can be pointed at and read out. Its title becomes its label:
+ * a viewer would show that late and where it likes. */
+function prepare(item) {
+  const title = item.querySelector(":scope > title");
+  item.values = title?.textContent ?? "";
+  title?.remove();
+  item.setAttribute("aria-label", item.values);
+  item.setAttribute("role", "treeitem");
+  item.setAttribute("tabindex", "-1");
+  item.setAttribute("aria-selected", "false");
+}
+
+const shapeOf = (item) => (item.dataset.work ? item : item.querySelector("polygon, path, line"));
+
+/** The texts of a piece, line by line, with what they take; `room` is the piece's length. */
+function linesOf(piece, room) {
+  const lines = new Map();
+  for (const text of piece.querySelectorAll("text")) {
+    const y = text.getAttribute("y");
+    lines.set(y, [...(lines.get(y) ?? []), { text, length: text.getComputedTextLength() }]);
+  }
+  return [...lines.values()].map((texts) => ({
+    texts, room, length: texts.reduce((sum, one) => sum + one.length + kGap, -kGap),
+  }));
+}
+
+/** One drawing in the page. */
+export class Drawing {
+  constructor(markup) {
+    this.root = imported(markup);
+    this.root.classList.add("drawing");
+    this.root.setAttribute("preserveAspectRatio", "none");
+    this.root.setAttribute("role", "presentation");
+    this.pieces = [...this.root.querySelectorAll("[data-piece]")];
+    for (const piece of this.pieces) {
+      const works = svg("g", { role: "group" });
+      works.append(...piece.querySelectorAll("[data-work]"));
+      if (works.firstChild !== null) piece.append(works);
+    }
+    this.items = [...this.root.querySelectorAll("[data-piece], [data-work]")];
+    for (const item of this.items) prepare(item);
+    for (const title of this.root.querySelectorAll("title")) title.remove();  // the caption's words
+    this.lines = [];
+    this.chosen = [];  // elements that show the selection
+  }
+
+  /** Measures it, once it is in the page. */
+  measure() {
+    for (const text of this.root.querySelectorAll("text")) {
+      text.style.transformOrigin = `${text.getAttribute("x")}px 0`;
+    }
+    this.measureRest();
+    for (const piece of this.pieces) {
+      const box = shapeOf(piece).getBBox();
+      const all = piece.getBBox();
+      this.lines.push(...linesOf(piece, box.width));
+      piece.prepend(svg("rect", { class: "target", x: box.x, y: box.y, width: box.width,
+        height: all.y + all.height - box.y }));
+    }
+  }
+
+  /** What is left over is written in the middle of it. */
+  measureRest() {
+    const text = this.root.querySelector(".rest");
+    const bar = this.root.querySelector(".bar");
+    if (text === null || bar === null) return;
+    const { x, width } = bar.getBBox();
+    const length = text.getComputedTextLength();
+    const room = 2 * (x + width - text.getAttribute("x"));
+    this.lines.push({ texts: [{ text, length }], room, length });
+  }
+
+  find(id) {
+    return this.items.find((item) => (item.dataset.work ?? item.dataset.piece) === id) ?? null;
+  }
+
+  /** Leaves out the texts that have no room where a unit is `squeeze` times as long across as along;
+   * the number of a piece goes last. */
+  fit(squeeze) {
+    for (const { texts, room, length } of this.lines) {
+      const isWhole = squeeze <= 1 || length * squeeze <= room;
+      for (const { text, length: own } of texts) {
+        const stays = isWhole || (text.matches(".number") && own * squeeze <= room);
+        text.classList.toggle("left-out", !stays);
+      }
+    }
+  }
+
+  /** Shows that the piece or work of that id is selected; "" or a bar's: none is. */
+  choose(id) {
+    for (const one of this.chosen) one.remove();
+    this.chosen = [];
+    for (const item of this.items) item.setAttribute("aria-selected", "false");
+    const item = this.find(id);
+    if (item === null) return;
+    item.setAttribute("aria-selected", "true");
+    this.chosen = [item.closest("[data-piece]"), item].filter((one, i, all) => all.indexOf(one) === i)
+      .flatMap((one) => ["halo", "ring"].map((kind) => {
+        const outline = shapeOf(one).cloneNode(false);
+        for (const name of outline.getAttributeNames()) {
+          if (!["d", "points", "x1", "x2", "y1", "y2"].includes(name)) outline.removeAttribute(name);
+        }
+        outline.setAttribute("class", `${kind}${one.dataset.work ? " work" : ""}`);
+        return outline;
+      }));
+    this.root.append(...this.chosen);
+  }
+
+  /** Marks a piece for findings of that severity; "": for none. `words` are added to what it is
+   * called. */
+  flag(piece, severity, words) {
+    piece.querySelector(".flag")?.remove();
+    piece.setAttribute("aria-label", [piece.values, words].filter((one) => one !== "").join("\n"));
+    if (severity === "") return;
+    const box = shapeOf(piece).getBBox();
+    const flag = svg("g", { class: `flag ${severity}` });
+    flag.append(...kSigns[severity].map((d) => svg("path", { d })));
+    flag.style.transform = `translate(${box.x + box.width / 2}px, ${box.y}px) ` +
+      "scale(calc(1 / var(--along)), calc(1 / var(--across)))";
+    piece.append(flag);
+  }
+}
