@@ -118,6 +118,13 @@ std::string jsonDocument(const Json::Value& root, const std::vector<std::string>
   return Document(order).write(root);
 }
 
+std::string compactJson(const Json::Value& root) {
+  Json::StreamWriterBuilder builder;
+  builder["indentation"] = "";
+  builder["emitUTF8"] = true;
+  return Json::writeString(builder, root);
+}
+
 std::string jsonArray(std::size_t size, const std::function<Json::Value(std::size_t)>& elementAt,
                       const std::vector<std::string>& order) {
   return Document(order).write(size, elementAt);

@@ -19,4 +19,8 @@ std::string jsonDocument(const Json::Value& root, const std::vector<std::string>
 std::string jsonArray(std::size_t size, const std::function<Json::Value(std::size_t)>& elementAt,
                       const std::vector<std::string>& order = {});
 
+/// The document on one line, its members by the alphabet, without a line end: for programs that
+/// read it at once. Texts must be UTF-8.
+std::string compactJson(const Json::Value& root);
+
 }  // namespace desk

@@ -202,6 +202,16 @@ Json::Value jsonRows(const TextTable& table, bool where) {
   return rows;
 }
 
+Json::Value originValue(const Source& origin) {
+  if (origin.line == 0) return {};
+  Json::Value value;
+  value["line"] = origin.line;
+  if (origin.column > 0) value["column"] = origin.column;
+  value["carried"] = origin.carried;
+  value["element"] = origin.element;
+  return value;
+}
+
 Json::Value jsonRow(const TextTable& table, std::size_t row, bool where) {
   Json::Value object(Json::objectValue);
   for (std::size_t i = 0; i < table.rows[row].size(); ++i) {
@@ -210,11 +220,9 @@ Json::Value jsonRow(const TextTable& table, std::size_t row, bool where) {
     Json::Value& member = object[table.keys[i]];
     (where ? member["value"] : member) = value;
     member.setOffsetStart(static_cast<std::ptrdiff_t>(i) + 1);
-    if (!where || cell.origin.line == 0) continue;
-    member["line"] = cell.origin.line;
-    if (cell.origin.column > 0) member["column"] = cell.origin.column;
-    member["carried"] = cell.origin.carried;
-    member["element"] = cell.origin.element;
+    if (!where) continue;
+    const Json::Value origin = originValue(cell.origin);
+    for (const std::string& name : origin.getMemberNames()) member[name] = origin[name];
   }
   return object;
 }

@@ -57,6 +57,9 @@ std::string csvText(const TextTable& table, bool where);
 /// An array of objects. `where` makes an object of each value.
 std::string jsonText(const TextTable& table, bool where);
 
+/// Where a value was read: "line", "column", "carried", "element"; null for what stands in no file.
+Json::Value originValue(const Source& origin);
+
 /// The same as a value. The members stand in the order of the keys, for jsonDocument().
 Json::Value jsonRows(const TextTable& table, bool where);
 Json::Value jsonRow(const TextTable& table, std::size_t row, bool where);

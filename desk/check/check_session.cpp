@@ -91,6 +91,8 @@ void CheckSession::check(const std::string& file, std::string bytes) {
   format_ = job::formatOf(file, bytes);
   report_.sources.push_back(std::make_unique<SourceText>(job::shownName(file), std::move(bytes)));
   loads_ = false;
+  whyNot_.clear();
+  faultAt_ = {};
   if (readers_ == Readers::Fresh) panel_ = std::make_unique<Panel>();
   const std::size_t from = report_.findings.size();
   if (file != kStandardStream) checkName(file);
@@ -141,6 +143,12 @@ void CheckSession::checkEncoding() {
           (looksLikeGbk(bytes) ? "; it looks like GBK: iconv -f GBK -t UTF-8" : ""));
 }
 
+void CheckSession::refuseDocument(const deskhost::DocumentFault& fault) {
+  whyNot_ = deskhost::faultText(source().name(), fault);
+  faultAt_ = source().positionInBytes(fault.line, fault.column);
+  reportFault(fault);
+}
+
 void CheckSession::reportFault(const deskhost::DocumentFault& fault) {
   const std::string nothing =
       std::string("Nothing is loaded: the panel answers -2 and keeps the ") +
@@ -168,18 +176,19 @@ void CheckSession::checkJson() {
   Json::Value& root = *document;
   deskhost::DocumentFault fault;
   if (!deskhost::parseJson(source().bytes(), root, fault)) {
-    reportFault(fault);
+    refuseDocument(fault);
     return;
   }
   const JsonPositions text(source().bytes(), source().markSize());
   noteLeniencies(text);
+  int code = 0;
   const auto checkAsRead = [&] {
-    if (panel_->jsonWatcher.read(root, text, report_.sources, report_.findings) == 0) {
-      checkJob(JobFormat::Json);
-    }
+    code = panel_->jsonWatcher.read(root, text, report_.sources, report_.findings);
+    if (code == 0) checkJob(JobFormat::Json);
   };
   const std::size_t from = report_.findings.size();
   checkAsRead();
+  if (code != 0) whyNot_ = job::answersText(code);
   checkMended(root, from, checkAsRead);
 }
 
@@ -206,18 +215,20 @@ void CheckSession::checkXml() {
   tinyxml2::XMLDocument& document = *kept;
   deskhost::DocumentFault fault;
   if (!deskhost::parseXml(source().bytes(), document, fault)) {
-    reportFault(fault);
+    refuseDocument(fault);
     return;
   }
   XMLElement& root = *document.RootElement();
-  bool isWhole = false;
+  std::string raised;
   const auto checkAsRead = [&] {
-    isWhole = panel_->xmlWatcher.read(root, report_.sources, report_.findings).empty();
-    if (isWhole) checkJob(JobFormat::Xml);
+    raised = panel_->xmlWatcher.read(root, report_.sources, report_.findings);
+    if (raised.empty()) checkJob(JobFormat::Xml);
   };
   const std::size_t from = report_.findings.size();
   checkAsRead();
-  if (isWhole) {
+  if (!raised.empty()) {
+    whyNot_ = job::raisesText(raised);
+  } else {
     checkZeroReferences();
     judgeXml();
     checkOtherReader();

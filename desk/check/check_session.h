@@ -57,12 +57,23 @@ class CheckSession {
   /// Whether a panel would load the last file.
   bool loads() const { return loads_; }
 
+  /// Why not, for job::cannotLoad, and where the fault stands: line 0 where it has no place.
+  const std::string& whyNot() const { return whyNot_; }
+  Position faultAt() const { return faultAt_; }
+
   /// What the reader of a format holds after the last file. Good until the next one.
   const TracedJob& job(model::JobFormat format) const {
     return format == model::JobFormat::Xml ? xml() : json();
   }
   const TracedJob& json() const { return panel_->jsonWatcher.traced(); }
   const TracedJob& xml() const { return panel_->xmlWatcher.traced(); }
+
+  /// The format of the last file, and the job of it.
+  model::JobFormat format() const { return format_; }
+  const TracedJob& job() const { return job(format_); }
+
+  /// The JSON reader itself, for queries that keep lists in it. Its records are not to be changed.
+  JsonAnalysis& jsonReader() { return panel_->json; }
 
  private:
   void checkName(const std::string& file);
@@ -78,6 +89,7 @@ class CheckSession {
   void checkZeroReferences();
   void judgeXml();
   void checkOtherReader();
+  void refuseDocument(const deskhost::DocumentFault& fault);
   void reportFault(const deskhost::DocumentFault& fault);
   void noteLeniencies(const JsonPositions& text);
   void add(const char* rule, Severity severity, Position at, const std::string& message);
@@ -98,6 +110,8 @@ class CheckSession {
   RuleSettings settings_;
   Report report_;
   bool loads_ = false;
+  std::string whyNot_;  ///< empty where it loads
+  Position faultAt_;
   std::shared_ptr<void> document_;  ///< of the last file
   bool keepsDocument_ = false;
   std::unique_ptr<Panel> panel_ = std::make_unique<Panel>();

@@ -14,6 +14,8 @@ Json::Value placeValue(const Report& report, const Place& place) {
   return value;
 }
 
+}  // namespace
+
 Json::Value findingValue(const Report& report, const Finding& finding) {
   Json::Value value = placeValue(report, finding.place);
   value["severity"] = nameOf(finding.severity);
@@ -35,7 +37,25 @@ Json::Value findingValue(const Report& report, const Finding& finding) {
   return value;
 }
 
-}  // namespace
+Json::Value unreadableValue(const Report& report) {
+  Json::Value all(Json::arrayValue);
+  for (const Unreadable& file : report.unreadable) {
+    Json::Value value;
+    value["file"] = asUtf8(file.file);
+    value["reason"] = asUtf8(file.reason);
+    all.append(value);
+  }
+  return all;
+}
+
+Json::Value summaryValue(const Report& report) {
+  Json::Value summary;
+  summary["files"] = static_cast<Json::UInt64>(report.sources.size());
+  summary["errors"] = static_cast<Json::UInt64>(countOf(report, Severity::Error));
+  summary["warnings"] = static_cast<Json::UInt64>(countOf(report, Severity::Warning));
+  summary["notes"] = static_cast<Json::UInt64>(countOf(report, Severity::Note));
+  return summary;
+}
 
 std::string jsonReport(const Report& report) {
   Json::Value root;
@@ -43,18 +63,8 @@ std::string jsonReport(const Report& report) {
   for (const Finding& finding : listed(report)) {
     root["findings"].append(findingValue(report, finding));
   }
-  root["unreadable"] = Json::arrayValue;
-  for (const Unreadable& file : report.unreadable) {
-    Json::Value value;
-    value["file"] = asUtf8(file.file);
-    value["reason"] = asUtf8(file.reason);
-    root["unreadable"].append(value);
-  }
-  Json::Value& summary = root["summary"];
-  summary["files"] = static_cast<Json::UInt64>(report.sources.size());
-  summary["errors"] = static_cast<Json::UInt64>(countOf(report, Severity::Error));
-  summary["warnings"] = static_cast<Json::UInt64>(countOf(report, Severity::Warning));
-  summary["notes"] = static_cast<Json::UInt64>(countOf(report, Severity::Note));
+  root["unreadable"] = unreadableValue(report);
+  root["summary"] = summaryValue(report);
   return jsonDocument(
       root, {"findings",     "unreadable", "summary", "file",   "line",     "column", "severity",
              "rule",         "message",    "key",     "value",  "element",  "lacks",  "carried",

@@ -1,6 +1,8 @@
 // The forms in which a check reports.
 #pragma once
 
+#include <json/value.h>
+
 #include <string>
 
 #include "desk/base/terminal.h"
@@ -28,6 +30,11 @@ Findings listed(const Report& report);
 
 /// One object: "findings", "unreadable", "summary".
 std::string jsonReport(const Report& report);
+
+/// The parts of it.
+Json::Value findingValue(const Report& report, const Finding& finding);
+Json::Value unreadableValue(const Report& report);
+Json::Value summaryValue(const Report& report);
 
 /// SARIF 2.1.0. Columns count characters.
 std::string sarifReport(const Report& report);

@@ -30,7 +30,8 @@ int run(const Arguments& arguments) {
   const diff::Files files{job::shownName(arguments.operands[0]),
                           job::shownName(arguments.operands[1])};
   const diff::JobDiff differences =
-      diff::compare({before.traced().job, before.format()}, {after.traced().job, after.format()});
+      diff::compare({before.session().job().job, before.session().format()},
+                    {after.session().job().job, after.session().format()});
   std::fputs(format.write(differences, files, arguments.has("all")).c_str(), stdout);
   return differences.isSame() ? kExitOk : kExitFindings;
 }

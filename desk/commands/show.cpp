@@ -15,30 +15,17 @@
 #include "desk/job/job_file.h"
 #include "desk/script/script_engine.h"
 #include "desk/show/cause.h"
-#include "desk/show/origins.h"
+#include "desk/show/job_rows.h"
 #include "desk/show/script_answers.h"
 
 namespace desk::commands {
 
 namespace {
 
+using show::kTables;
 using show::Question;
 using show::Subject;
-
-struct TableRow {
-  const char* name;
-  Subject subject;  ///< what the panel is asked
-  bool takesBar;
-  bool takesBarCode;
-  bool isPieces = false;  ///< it is not asked
-};
-constexpr TableRow kTables[] = {{"bars", Subject::Bars, true, true},
-                                {"pieces", Subject::Cuts, true, true, true},
-                                {"works", Subject::Works, true, true},
-                                {"cuts", Subject::Cuts, true, true},
-                                {"holes", Subject::Holes, false, false},
-                                {"labels", Subject::Labels, true, true},
-                                {"dimensions", Subject::Dimensions, false, true}};
+using show::TableRow;
 
 struct Format {
   const char* name;
@@ -131,11 +118,10 @@ void finish(TextTable& table, const Question& question, const std::string& file,
   if (isWhole && !where) return;
   check::CheckSession session(check::CheckSession::Readers::Fresh);
   session.check(file);
-  const model::JobFormat format = job::formatOf(file);
-  const job::TracedJob& job = session.job(format);
-  job::requireAny("show", job.job, {question.bar, question.barCode});
-  if (where) addOrigins(table, panelQuestion(question), job, format);
-  narrow(table, question, job.job);
+  const DATA_T& job = session.job().job;
+  job::requireAny("show", job, {question.bar, question.barCode});
+  if (where) addOrigins(table, panelQuestion(question), session);
+  narrow(table, question, job);
 }
 
 TextTable tableFor(const Arguments& arguments, const std::string& file, const Question& question,

@@ -1,14 +1,12 @@
 #include "desk/commands/show_job.h"
 
 #include <cstdio>
-#include <filesystem>
 
 #include "desk/base/enum_option.h"
 #include "desk/base/errors.h"
 #include "desk/base/numbers.h"
 #include "desk/base/terminal.h"
 #include "desk/base/text.h"
-#include "desk/check/reports.h"
 #include "desk/job/job_file.h"
 #include "desk/job/selection.h"
 #include "desk/show/cut_list.h"
@@ -19,7 +17,6 @@ namespace desk::commands {
 
 namespace {
 
-using check::Severity;
 using show::JobSummary;
 using Pieces = std::vector<show::PieceFact>;
 
@@ -50,31 +47,29 @@ double lengthOf(const std::string& text) {
 /// The bars and pieces that are asked for. Throws Error where the job has none of them.
 job::Selection selectionOf(const Arguments& arguments, const CheckedJob& job) {
   job::Selection selection{arguments.value("bar"), arguments.value("barcode")};
-  job::requireAny("show", job.traced().job, selection);
+  job::requireAny("show", job.session().job().job, selection);
   return selection;
 }
 
 }  // namespace
 
-CheckedJob::CheckedJob(const std::string& file) : format_(job::formatOf(file)) {
+CheckedJob::CheckedJob(const std::string& file) {
   Progress progress;
   progress.show("loading " + escapeControls(job::shownName(file)));
   session_.check(file);
-  if (!report().unreadable.empty()) throw Error(kExitIoError, report().unreadable.front().reason);
+  const check::Report& report = session_.report();
+  if (!report.unreadable.empty()) throw Error(kExitIoError, report.unreadable.front().reason);
   if (session_.loads()) return;
-  job::readJob(file);  // says why
-  throw job::cannotLoad(file);
+  throw job::cannotLoad(file, session_.whyNot());
 }
 
 int showSummary(const Arguments& arguments) {
   const auto& format =
       choice(arguments.value("format", "text"), "show: --format of a summary", kSummaryFormats);
-  JobSummary summary(lengthOf(arguments.value("keep-from", "500")));
+  JobSummary summary(arguments.has("keep-from") ? lengthOf(arguments.value("keep-from"))
+                                                : show::kKeepFrom);
   for (const std::string& file : arguments.operands) {
-    const CheckedJob job(file);
-    const auto count = [&](Severity severity) { return countOf(job.report(), severity); };
-    summary.add(job::shownName(file), job.traced().job,
-                {count(Severity::Error), count(Severity::Warning), count(Severity::Note)});
+    summary.add(CheckedJob(file).session());
   }
   std::fputs(format.write(summary).c_str(), stdout);
   return kExitOk;
@@ -84,19 +79,14 @@ int showPieces(const Arguments& arguments) {
   const auto& format =
       choice(arguments.value("format", "text"), "show: --format of pieces", kPiecesFormats);
   const CheckedJob job(arguments.operands.front());
-  std::fputs(format.write(show::piecesOf(job.traced(), selectionOf(arguments, job))).c_str(),
+  std::fputs(format.write(show::piecesOf(job.session().job(), selectionOf(arguments, job))).c_str(),
              stdout);
   return kExitOk;
 }
 
 int printCutList(const Arguments& arguments) {
-  const std::string& file = arguments.operands.front();
-  const CheckedJob job(file);
-  const std::string source = std::filesystem::path(job::shownName(file)).filename().string();
-  const std::string page =
-      show::cutListHtml(job.traced().job, job.format(), source, selectionOf(arguments, job),
-                        countOf(job.report(), Severity::Error));
-  std::fputs(page.c_str(), stdout);
+  const CheckedJob job(arguments.operands.front());
+  std::fputs(show::cutListHtml(job.session(), selectionOf(arguments, job)).c_str(), stdout);
   return kExitOk;
 }
 

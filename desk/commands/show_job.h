@@ -15,13 +15,10 @@ class CheckedJob {
   /// Throws Error when the file cannot be read or a panel would not load it.
   explicit CheckedJob(const std::string& file);
 
-  model::JobFormat format() const { return format_; }
-  const job::TracedJob& traced() const { return session_.job(format_); }
-  const check::Report& report() const { return session_.report(); }
+  const check::CheckSession& session() const { return session_; }
 
  private:
   check::CheckSession session_{check::CheckSession::Readers::Fresh};
-  model::JobFormat format_;
 };
 
 /// Sums up the files that are the operands. Returns the exit code, as all of these.

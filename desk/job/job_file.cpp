@@ -53,10 +53,10 @@ std::string reasonOf(const Load& load, const PresentedJob& job) {
   try {
     code = load(job);
   } catch (const std::exception& error) {
-    return std::string("loading raises \"") + error.what() + "\"";
+    return raisesText(error.what());
   }
   if (code == 0) return "";
-  return log.lines().empty() ? "the panel answers " + std::to_string(code) : log.lines().back();
+  return log.lines().empty() ? answersText(code) : log.lines().back();
 }
 
 template <class Reader, int (Reader::*read)(std::string)>
@@ -90,6 +90,14 @@ model::JobFormat formatOf(const std::string& file, std::string_view text) {
   return isXml ? model::JobFormat::Xml : model::JobFormat::Json;
 }
 
+std::string answersText(long long code) {
+  return "the panel answers " + std::to_string(code);
+}
+
+std::string raisesText(const std::string& what) {
+  return "loading raises \"" + what + "\"";
+}
+
 PresentedJob presentJob(const std::string& file) {
   PresentedJob job;
   job.format = formatOf(file, contentOf(file));
@@ -101,11 +109,10 @@ PresentedJob presentJob(const std::string& file) {
 
 Error cannotLoad(const std::string& file, const std::string& reason) {
   // The services say where in the file the fault is: "a.json:3:1: reason".
-  std::string whole = shownName(file);
-  if (startsWith(reason, file + ":")) {
-    whole += reason.substr(file.size());
-  } else if (!reason.empty()) {
-    whole += ": " + reason;
+  const std::string shown = shownName(file);
+  std::string whole = reason.empty() ? shown : shown + ": " + reason;
+  for (const std::string& name : {file, shown}) {
+    if (startsWith(reason, name + ":")) whole = shown + reason.substr(name.size());
   }
   return {kExitIoError, "cannot load " + whole + "; cusdesk check " + file + " tells why"};
 }

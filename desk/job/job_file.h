@@ -39,6 +39,10 @@ PresentedJob presentJob(const std::string& file);
 /// @param reason what the panel makes of it; empty when that is not known
 Error cannotLoad(const std::string& file, const std::string& reason = "");
 
+/// Why a job does not load, for cannotLoad: of the panel's code, and of what loading it raises.
+std::string answersText(long long code);
+std::string raisesText(const std::string& what);
+
 /// Loads a job and returns the panel's code for that: 0 for success.
 using Load = std::function<long long(const PresentedJob&)>;
 

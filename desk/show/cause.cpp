@@ -1,6 +1,7 @@
 #include "desk/show/cause.h"
 
 #include <algorithm>
+#include <functional>
 #include <string_view>
 #include <utility>
 
@@ -15,8 +16,8 @@ using check::Finding;
 using check::Findings;
 using check::Raises;
 
-constexpr std::pair<std::string_view, Raises> kCommands[] = {
-    {"get_cut", Raises::GetCut}, {"get_hole", Raises::GetHole}};
+constexpr std::pair<std::string_view, Raises> kCommands[] = {{"get_cut", Raises::GetCut},
+                                                             {"get_hole", Raises::GetHole}};
 
 Raises raisedBy(std::string_view command) {
   for (const auto& [name, raises] : kCommands) {
@@ -25,21 +26,33 @@ Raises raisedBy(std::string_view command) {
   return Raises::Nothing;
 }
 
-}  // namespace
+using Check = std::function<void(check::CheckSession&)>;
 
-std::string causeOf(const Raised& raised, const std::string& file) {
+std::string causeFound(const Raised& raised, const std::string& file, const Check& check) {
   const Raises raises = raisedBy(raised.command());
   if (raises == Raises::Nothing) return "";
   check::RuleSettings settings;
   settings.set(std::string(job::rules::kMissingKey) + "=off", "show");  // says less of it
   check::CheckSession session(check::CheckSession::Readers::Fresh, settings);
-  session.check(file);
+  check(session);
   const Findings& findings = session.report().findings;
-  const auto cause = std::find_if(findings.begin(), findings.end(),
-                                  [&](const Finding& finding) { return makesRaise(finding, raises); });
+  const auto cause = std::find_if(findings.begin(), findings.end(), [&](const Finding& finding) {
+    return makesRaise(finding, raises);
+  });
   return cause == findings.end() ? ""
                                  : "; " + escapeControls(file) + ":" +
                                        job::positionText(cause->place.at) + ": " + cause->message;
+}
+
+}  // namespace
+
+std::string causeOf(const Raised& raised, const std::string& file) {
+  return causeFound(raised, file, [&](check::CheckSession& session) { session.check(file); });
+}
+
+std::string causeOf(const Raised& raised, const std::string& file, const std::string& bytes) {
+  return causeFound(raised, file,
+                    [&](check::CheckSession& session) { session.check(file, bytes); });
 }
 
 }  // namespace desk::show

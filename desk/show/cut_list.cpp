@@ -3,11 +3,13 @@
 #include <tinyxml2.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 #include <vector>
 
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
+#include "desk/check/reports.h"
 #include "desk/draw/summary.h"
 #include "desk/job/yield.h"
 #include "desk/show/cut_list.css.h"
@@ -224,6 +226,14 @@ class CutList {
 std::string cutListHtml(const DATA_T& job, model::JobFormat format, const std::string& source,
                         const job::Selection& selection, std::size_t errors) {
   return CutList(job, format, source, selection, errors).write() + std::string("\n");
+}
+
+std::string cutListHtml(const check::CheckSession& checked, const job::Selection& selection) {
+  const check::Report& report = checked.report();
+  const std::string source =
+      std::filesystem::path(report.sources.back()->name()).filename().string();
+  return cutListHtml(checked.job().job, checked.format(), source, selection,
+                     countOf(report, check::Severity::Error));
 }
 
 }  // namespace desk::show

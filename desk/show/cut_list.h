@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "desk/check/check_session.h"
 #include "desk/job/selection.h"
 #include "model/job_format.h"
 #include "model/job_records.h"
@@ -14,5 +15,8 @@ namespace desk::show {
 /// @param errors how many a check found in it
 std::string cutListHtml(const DATA_T& job, model::JobFormat format, const std::string& source,
                         const job::Selection& selection, std::size_t errors);
+
+/// The same of a file that was checked.
+std::string cutListHtml(const check::CheckSession& checked, const job::Selection& selection);
 
 }  // namespace desk::show

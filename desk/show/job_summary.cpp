@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "desk/base/numbers.h"
+#include "desk/check/reports.h"
 
 namespace desk::show {
 
@@ -60,6 +61,14 @@ void JobSummary::add(const std::string& file, const DATA_T& job, const FindingCo
     }
   }
   jobs_.push_back({file, job.Name, counts});
+}
+
+void JobSummary::add(const check::CheckSession& checked) {
+  const check::Report& report = checked.report();
+  const auto count = [&](check::Severity severity) { return countOf(report, severity); };
+  add(report.sources.back()->name(), checked.job().job,
+      {count(check::Severity::Error), count(check::Severity::Warning),
+       count(check::Severity::Note)});
 }
 
 JobSummary::Counts JobSummary::countsOf(const job::BarPlace& bar) const {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "desk/base/table.h"
+#include "desk/check/check_session.h"
 #include "desk/job/yield.h"
 #include "model/job_records.h"
 
@@ -23,6 +24,9 @@ struct FindingCounts {
   std::size_t notes = 0;
 };
 
+/// How long a leftover has to be to be worth keeping, mm, unless somebody says otherwise.
+inline constexpr double kKeepFrom = 500.0;
+
 /// The column for how many bars count for no length and no yield.
 inline constexpr const char* kWithoutYield = "without yield";
 
@@ -30,10 +34,13 @@ inline constexpr const char* kWithoutYield = "without yield";
 class JobSummary {
  public:
   /// @param keepFrom how long a leftover has to be to be worth keeping
-  explicit JobSummary(double keepFrom) : keepFrom_(keepFrom) {}
+  explicit JobSummary(double keepFrom = kKeepFrom) : keepFrom_(keepFrom) {}
 
   /// @param file what messages call the job's file
   void add(const std::string& file, const DATA_T& job, const FindingCounts& findings);
+
+  /// Adds the last file that was checked, with all that was found.
+  void add(const check::CheckSession& checked);
 
   double keepFrom() const { return keepFrom_; }
 

@@ -1,18 +1,40 @@
-// Where the values of a script's rows come from.
+// Where the values of a job's rows come from.
 #pragma once
+
+#include <vector>
 
 #include "desk/base/table.h"
 #include "desk/job/traced_job.h"
-#include "desk/show/question.h"
-#include "model/job_format.h"
 
 namespace desk::show {
 
-/// Sets the origins of the cells of an answer: the rows are made again, and the value that a cell
-/// views is looked up by its address.
-/// @param job what the reader holds that answered, read from the same file
-/// Throws std::logic_error when the plug-in that answered makes other rows.
-void addOrigins(TextTable& table, const Question& question, const job::TracedJob& job,
-                model::JobFormat format);
+/// Finds a value of a job by its address. The job must outlive it and stay as it is.
+class Origins {
+ public:
+  explicit Origins(const job::TracedJob& job);
+
+  /// The element that holds the value; the header for what is no value of a bar, piece or work.
+  job::Element elementOf(const void* value) const;
+
+  /// Empty for what stands in no file.
+  Source of(const void* value) const;
+
+ private:
+  /// The records of a level that lie one behind the other.
+  struct Records {
+    const char* begin;
+    const char* end;
+    std::size_t size;  ///< of one
+    job::Level level;
+    job::Element parent;
+  };
+
+  template <class Record>
+  void add(const std::vector<Record>& records, job::Level level, const job::Element& parent);
+  job::OriginId idOf(const void* value, const job::Element& here) const;
+
+  const job::TracedJob& job_;
+  std::vector<Records> records_;  ///< by address
+};
 
 }  // namespace desk::show

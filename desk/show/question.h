@@ -10,6 +10,22 @@ namespace desk::show {
 
 enum class Subject { Bars, Works, Cuts, Holes, Labels, Dimensions };
 
+/// A table of a job.
+struct TableRow {
+  const char* name;
+  Subject subject;  ///< what the panel is asked
+  bool takesBar;
+  bool takesBarCode;
+  bool isPieces = false;  ///< it is not asked
+};
+inline constexpr TableRow kTables[] = {{"bars", Subject::Bars, true, true},
+                                       {"pieces", Subject::Cuts, true, true, true},
+                                       {"works", Subject::Works, true, true},
+                                       {"cuts", Subject::Cuts, true, true},
+                                       {"holes", Subject::Holes, false, false},
+                                       {"labels", Subject::Labels, true, true},
+                                       {"dimensions", Subject::Dimensions, false, true}};
+
 /// What is asked.
 struct Question {
   Subject subject;

@@ -1,26 +1,11 @@
 #include "desk/show/script_answers.h"
 
-#include <cstdlib>
-
 #include "desk/base/errors.h"
 #include "desk/base/numbers.h"
-#include "module/script_rows.h"
 
 namespace desk::show {
 
 namespace {
-
-template <class Row>
-std::vector<std::string> namesOf(std::size_t leftOut = 0) {
-  std::vector<std::string> names;
-  for (const auto& key : script_rows::KeysOf<Row>::keys) names.emplace_back(key.key);
-  names.erase(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(leftOut));
-  return names;
-}
-
-// What a bar's row takes from the first cut and the first label of the bar.
-const std::vector<std::string> kFromCut = {"BarNumber", "BarName", "Length", "CutNumBer"};
-const std::vector<std::string> kFromLabel = {"sProfileName", "sColor", "sLengthProduct"};
 
 /// Calls a module function with at most one text and leaves its result on the stack.
 void call(lua_State* L, const char* function, const std::string* argument) {
@@ -64,69 +49,27 @@ TextTable rowsOf(lua_State* L, const char* function, const std::string* argument
   return table;
 }
 
-const Cell& cellOf(const TextTable& table, std::size_t row, const std::string& key) {
-  std::size_t column = 0;
-  while (table.keys.at(column) != key) ++column;
-  return table.rows.at(row).at(column);
+/// What the command is given; null for nothing.
+const std::string* argumentOf(const Question& question) {
+  switch (question.subject) {
+    case Subject::Works:
+    case Subject::Dimensions:
+      return &question.barCode;
+    case Subject::Cuts:
+      return &question.bar;
+    default:
+      return nullptr;
+  }
 }
 
 }  // namespace
 
-std::vector<std::string> keysOf(const Question& question) {
-  using namespace script_rows;
-  std::vector<std::string> barKeys = kFromCut;
-  switch (question.subject) {
-    case Subject::Bars:
-      barKeys.insert(barKeys.end(), kFromLabel.begin(), kFromLabel.end());
-      return barKeys;
-    case Subject::Works:
-      return namesOf<Work>(question.barCode.empty() ? 0 : KeysOf<Work>::optional);
-    case Subject::Cuts:
-      return namesOf<Cut>();
-    case Subject::Holes:
-      return namesOf<Hole>();
-    case Subject::Labels:
-      return namesOf<Label>();
-    case Subject::Dimensions:
-      break;
-  }
-  return namesOf<Dimensions>();
-}
-
 TextTable ask(script::ScriptEngine& engine, const Question& question) {
-  const auto rows = [&](const char* function, const std::string* argument) {
-    return rowsOf(engine.state(), function, argument, keysOf(question));
-  };
-  switch (question.subject) {
-    case Subject::Bars:
-      return barsOf(ask(engine, {Subject::Cuts, "", ""}), ask(engine, {Subject::Labels, "", ""}));
-    case Subject::Works:
-      return rows("get_work", &question.barCode);
-    case Subject::Cuts:
-      return rows("get_cut", &question.bar);
-    case Subject::Holes:
-      return rows("get_hole", nullptr);
-    case Subject::Labels:
-      return rows("get_print", nullptr);
-    case Subject::Dimensions:
-      break;
+  if (question.subject == Subject::Bars) {
+    return barsOf(ask(engine, {Subject::Cuts, "", ""}), ask(engine, {Subject::Labels, "", ""}));
   }
-  return rows("get_Dimensions", &question.barCode);
-}
-
-TextTable barsOf(const TextTable& cuts, const TextTable& labels) {
-  TextTable table{keysOf({Subject::Bars, "", ""}), {}};
-  // Cuts and labels come in the same order, one of each per piece, and a cut says how many pieces
-  // its bar holds.
-  for (std::size_t i = 0; i < cuts.rows.size();) {
-    std::vector<Cell> row;
-    row.reserve(table.keys.size());
-    for (const std::string& key : kFromCut) row.push_back(cellOf(cuts, i, key));
-    for (const std::string& key : kFromLabel) row.push_back(cellOf(labels, i, key));
-    table.rows.push_back(row);
-    i += std::strtoul(cellOf(cuts, i, "CutNumBer").text.c_str(), nullptr, 10);
-  }
-  return table;
+  return rowsOf(engine.state(), commandFor(question.subject), argumentOf(question),
+                keysOf(question));
 }
 
 }  // namespace desk::show
