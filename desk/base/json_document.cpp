@@ -122,6 +122,7 @@ std::string compactJson(const Json::Value& root) {
   Json::StreamWriterBuilder builder;
   builder["indentation"] = "";
   builder["emitUTF8"] = true;
+  builder["precision"] = 15;
   return Json::writeString(builder, root);
 }
 

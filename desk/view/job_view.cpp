@@ -1,7 +1,6 @@
 #include "desk/view/job_view.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -9,13 +8,13 @@
 #include "desk/base/json_document.h"
 #include "desk/base/text.h"
 #include "desk/check/check_session.h"
-#include "desk/draw/job_picture.h"
 #include "desk/job/job_file.h"
 #include "desk/show/answers.h"
 #include "desk/show/cause.h"
 #include "desk/show/cut_list.h"
 #include "desk/show/job_summary.h"
 #include "desk/show/pieces.h"
+#include "desk/view/bars.h"
 #include "desk/view/findings.h"
 #include "desk/view/query.h"
 #include "desk/view/tables.h"
@@ -56,6 +55,10 @@ class JobView::Answers {
   };
 
   const job::TracedJob& job() const { return checked_.job(); }
+  Bars& bars() {
+    if (!bars_) bars_ = std::make_unique<Bars>(checked_);
+    return *bars_;
+  }
   const job::SourceText& source() const { return *checked_.report().sources.back(); }
 
   std::string summary(const Query&) {
@@ -66,13 +69,9 @@ class JobView::Answers {
 
   std::string cuts(const Query&) { return show::cutListHtml(checked_, {}); }
 
-  std::string drawing(const Query&) {
-    const DATA_T& records = job().job;
-    const std::string file = std::filesystem::path(source().name()).filename().string();
-    return draw::drawJob({records.Name, file, records.Unit},
-                         job::judgedBars(records, checked_.format()))
-        .svg;
-  }
+  std::string drawing(const Query&) { return bars().sheets(); }
+  std::string barList(const Query&) { return bars().list(); }
+  std::string bar(const Query& query) { return bars().one(query); }
 
   std::string table(const Query& query) {
     if (!tables_) tables_.emplace(checked_);
@@ -87,13 +86,16 @@ class JobView::Answers {
 
   std::string name_;
   check::CheckSession checked_{check::CheckSession::Readers::Fresh};
-  std::optional<Tables> tables_;
+  std::optional<Tables> tables_;  ///< once asked for
+  std::unique_ptr<Bars> bars_;    ///< once asked for
 };
 
 Answer JobView::Answers::answer(const std::string& what, const Query& query) {
   static constexpr Document kDocuments[] = {{"summary", kJson, true, &Answers::summary},
                                             {"cuts", kHtml, true, &Answers::cuts},
                                             {"drawing", kSvg, true, &Answers::drawing},
+                                            {"bars", kJson, true, &Answers::barList},
+                                            {"bar", kSvg, true, &Answers::bar},
                                             {"table", kJson, true, &Answers::table},
                                             {"findings", kJson, false, &Answers::findings},
                                             {"source", kJson, false, &Answers::sourceLines},
@@ -147,12 +149,14 @@ std::string JobView::Answers::piece(const Query& query) {
   Json::Value value = show::pieceValue(fact);
   value["id"] = idOf(element);
   value["lastLine"] = lastLineOf(job(), bars[at(element.bar)].pieces[at(element.piece)], element);
+  value["group"] = Json::UInt64{this->bars().groupOf(element.bar)};
   value["findings"] = Json::UInt64{countAbout(checked_.report(), element)};
   return jsonDocument(value, show::pieceOrder());
 }
 
 std::string JobView::Answers::raisedDocument(const show::Raised& raised) {
   Json::Value value;
+  value["all"] = value["rows"] = 0;
   value["raises"] = asUtf8(raised.what() + show::causeOf(raised, name_, source().bytes()));
   return compactJson(value);
 }

@@ -41,6 +41,8 @@ class JobView {
   ///   summary             as cusdesk show FILE --format json
   ///   cuts                as cusdesk show FILE cuts --format html
   ///   drawing             as cusdesk draw FILE -o -
+  ///   bars                the bars as drawn, equal ones once, and the signs of the works
+  ///   bar                 SVG of one of these: group
   ///   table               rows of a table: name, from, count (500 at most)
   ///   findings            what cusdesk check tells: severity, id, from, count
   ///   source              lines of the job: line, count
