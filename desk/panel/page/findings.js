@@ -1,5 +1,140 @@
-// The Findings view.
+// The Findings view: what a check tells of the job, the severe ones first.
+import { ask } from "/engine.js";
+import * as finding from "/finding.js";
+import { create as createList } from "/long_list.js";
+import { kSeverities, label } from "/severities.js";
+import { change, isWithin, state } from "/state.js";
+
+const kWindow = 100;      // findings that are asked for at a time
+const kMostWindows = 12;  // that are kept
 
 export function create(root, text) {
-  return { update(changed) {} };
+  const scroller = root.querySelector(".scroller");
+  const list = root.querySelector("ol");
+  const only = root.querySelector("#only-selected");
+  let sections = [];         // {severity, rows}: of the severities that are shown
+  let windows = new Map();   // by "severity/number": {findings, rules}, or null while it is on its way
+  let rules = {};
+  let asked = 0;             // counts what was asked for: answers to something older do not count
+
+  /** Where an index of the list is: in which section, and the how manieth there. */
+  function locate(index) {
+    let rest = index;
+    for (const section of sections) {
+      if (rest < section.rows) return { section, row: rest };
+      rest -= section.rows;
+    }
+    return null;
+  }
+
+  const keyOf = (severity, row) => `${severity}/${Math.floor(row / kWindow)}`;
+
+  function at(index) {
+    const { section, row } = locate(index);
+    return windows.get(keyOf(section.severity, row))?.[row % kWindow];
+  }
+
+  const isMarked = (one) => (one.ids ?? []).some((id) => isWithin(id, state.selection));
+
+  function render(index) {
+    const { section, row } = locate(index);
+    const item = document.createElement("li");
+    item.dataset.severity = section.severity;
+    item.setAttribute("aria-posinset", index + 1);
+    item.setAttribute("aria-setsize", sections.reduce((sum, one) => sum + one.rows, 0));
+    if (row === 0) {
+      const head = document.createElement("h2");
+      head.textContent = text(`findings.${section.severity}`);
+      item.append(head);
+    }
+    const one = at(index);
+    if (one === undefined) return item;
+    item.append(finding.create(one, rules, text));
+    item.classList.toggle("selected", isMarked(one));
+    return item;
+  }
+
+  function question(severity, from) {
+    const query = { severity, from, count: kWindow };
+    if (state.onlySelected && state.selection !== "") query.id = state.selection;
+    return ask(state.job, "findings", query);
+  }
+
+  function keep(key, answer) {
+    windows.set(key, answer.findings);
+    Object.assign(rules, answer.rules);
+    for (const old of windows.keys()) {
+      if (windows.size <= kMostWindows) break;
+      windows.delete(old);
+    }
+  }
+
+  /** Asks for the windows that the items in the page need. */
+  async function need(from, to) {
+    const number = asked;
+    for (let index = from; index < to; ++index) {
+      const { section, row } = locate(index);
+      const key = keyOf(section.severity, row);
+      if (windows.has(key)) continue;
+      windows.set(key, null);
+      try {
+        const answer = await question(section.severity, row - (row % kWindow));
+        if (number !== asked) return;
+        keep(key, answer);
+        longList.refresh();
+      } catch {
+        if (number === asked) windows.delete(key);
+        return;
+      }
+    }
+  }
+
+  const longList = createList(scroller, list, { render, shown: need, estimate: 150 });
+
+  function showTools(summary) {
+    for (const button of root.querySelectorAll("[data-severity][aria-pressed]")) {
+      const severity = button.dataset.severity;
+      button.setAttribute("aria-pressed", severity === state.severity);
+      if (severity !== "") label(button, severity, summary[`${severity}s`], text);
+    }
+  }
+
+  /** Asks for the first window of each severity, which tells how many there are. */
+  async function start(stays) {
+    const number = ++asked;
+    const wanted = kSeverities.filter((one) => state.severity === "" || state.severity === one);
+    let answers;
+    try {
+      answers = await Promise.all(wanted.map((severity) => question(severity, 0)));
+    } catch {
+      return;  // an event will tell of another version, or of another connection
+    }
+    if (number !== asked) return;
+    sections = wanted.map((severity, index) => ({ severity, rows: answers[index].rows }));
+    windows = new Map();
+    rules = {};
+    answers.forEach((answer, index) => keep(keyOf(wanted[index], 0), answer));
+    showTools(answers[0].summary);
+    const count = sections.reduce((sum, one) => sum + one.rows, 0);
+    root.querySelector(".none").hidden = count > 0;
+    longList.reset(count, stays);
+  }
+
+  for (const button of root.querySelectorAll("[aria-pressed]")) {
+    button.addEventListener("click", () => change({ severity: button.dataset.severity }));
+  }
+  only.addEventListener("change", () => change({ onlySelected: only.checked }));
+
+  return {
+    update(changed) {
+      const has = (...names) => names.some((name) => changed.has(name));
+      only.disabled = state.selection === "";
+      only.checked = state.onlySelected && state.selection !== "";
+      if (!(state.job?.version > 0)) return;
+      const isOther = has("severity", "onlySelected") || (has("selection") && state.onlySelected);
+      if (isOther || has("job")) start(!isOther);
+      else if (has("selection")) longList.refresh();
+      else longList.draw();
+    },
+  };
 }

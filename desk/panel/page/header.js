@@ -1,8 +1,7 @@
 // What stands above the views: which job, its numbers, its findings and how it is followed.
 import { ask } from "/engine.js";
+import { kSeverities, label } from "/severities.js";
 import { change, state } from "/state.js";
-
-const kSeverities = ["error", "warning", "note"];
 
 export function create(document, text) {
   const $ = (id) => document.getElementById(id);
@@ -19,14 +18,13 @@ export function create(document, text) {
     const job = summary ?? {};
     $("facts").replaceChildren(...[
       ["header.bars", job.bars], ["header.pieces", job.pieces], ["header.yield", job.yield],
-    ].filter(([, value]) => value !== undefined).map(([key, value]) => listItem(text(key, value))));
+    ].filter(([, value]) => typeof value === "number").map(([key, value]) => listItem(text(key, value))));
     $("severities").replaceChildren(...kSeverities.filter(() => summary !== null).map((severity) => {
       const button = document.createElement("button");
       button.type = "button";
-      button.dataset.severity = severity;
-      button.dataset.count = job[`${severity}s`];
-      button.textContent = text(`header.${severity}`, job[`${severity}s`]);
-      button.addEventListener("click", () => change({ view: "findings", severity }));
+      label(button, severity, job[`${severity}s`], text);
+      button.addEventListener("click", () =>
+        change({ view: "findings", severity, onlySelected: false }));
       return listItem(button);
     }));
   }
@@ -56,7 +54,6 @@ export function create(document, text) {
   function showReason() {
     const isBroken = state.job !== null && !state.job.loads;
     $("reason").hidden = !isBroken;
-    $("reason").lang = "en";
     $("reason").textContent = isBroken ? state.job.reason : "";
     $("views").classList.toggle("outdated", isBroken && state.view !== "panel");
     $("details").classList.toggle("outdated", isBroken);

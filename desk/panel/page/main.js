@@ -92,20 +92,33 @@ async function open(file) {
 }
 
 function startDrop() {
+  const mark = (isOver) => document.body.classList.toggle("dropping", isOver);
   $("file").addEventListener("change", (event) => {
     for (const file of event.target.files) open(file);
     event.target.value = "";
   });
-  document.addEventListener("dragover", (event) => event.preventDefault());
+  document.addEventListener("dragover", (event) => {
+    event.preventDefault();
+    mark(true);
+  });
+  document.addEventListener("dragleave", (event) => mark(event.relatedTarget !== null));
   document.addEventListener("drop", (event) => {
     event.preventDefault();
+    mark(false);
     for (const file of event.dataTransfer.files) open(file);
+  });
+}
+
+function startKeys() {
+  document.addEventListener("keydown", (event) => {
+    if (event.key === "Escape" && !event.defaultPrevented) change({ selection: "" });
   });
 }
 
 state.view = goal.view ?? state.view;
 startTabs();
 startDrop();
+startKeys();
 showViews(["view"]);
 window.addEventListener("hashchange", () => goTo(wanted(location.hash)));
 follow((news) => {

@@ -3,9 +3,10 @@
 export const kViews = ["bars", "tables", "findings", "panel"];
 
 /** job: one of jobs, or null. selection: "" or the id of a bar "B", a piece "B.P" or a work "B.P.W".
- * severity: which findings are shown, "" for all. */
+ * Of the findings those of a severity ("" for all) and only those of the selection are shown. */
 export const state = {
   jobs: [], job: null, view: "bars", selection: "", table: "cuts", severity: "",
+  onlySelected: false,
 };
 
 const listeners = [];

@@ -12,18 +12,18 @@ const kTexts = {
   "header.error": ["{0} error|{0} errors", "{0} 个错误"],
   "header.warning": ["{0} warning|{0} warnings", "{0} 个警告"],
   "header.note": ["{0} note|{0} notes", "{0} 条提示"],
-  "header.open": ["Open a file", "打开文件"],
+  "header.open": ["Open file", "打开文件"],
   "header.openHint": ["Shows a job file from memory; you can also drop it on the page",
     "在内存中显示任务文件，也可将文件拖到页面上"],
   "header.noJob": ["No job", "无任务"],
 
   "state.connecting": ["Connecting", "正在连接"],
-  "state.following": ["Following the file", "正在跟随文件"],
+  "state.following": ["Following", "正在跟随"],
   "state.dropped": ["From memory", "来自内存"],
   "state.broken": ["Not loading", "无法加载"],
   "state.scriptFailed": ["The script failed", "脚本出错"],
-  "state.lost": ["Connection lost, trying again", "连接中断，正在重试"],
-  "state.gone": ["Not connected: reload the page", "未连接：请重新加载页面"],
+  "state.lost": ["Connection lost", "连接中断"],
+  "state.gone": ["Reload the page", "请重新加载页面"],
   "state.live": ["Live", "运行中"],
 
   "bars.title": ["Bars", "型材"],
@@ -49,6 +49,20 @@ const kTexts = {
   "tables.title": ["Tables", "表格"],
 
   "findings.title": ["Findings", "检查"],
+  "findings.severity": ["Severity", "级别"],
+  "findings.error": ["Errors", "错误"],
+  "findings.warning": ["Warnings", "警告"],
+  "findings.note": ["Notes", "提示"],
+  "findings.all": ["All", "全部"],
+  "findings.onlySelected": ["Only the selection", "仅所选"],
+  "findings.list": ["List of findings", "检查结果列表"],
+  "findings.none": ["No findings", "没有检查结果"],
+  "findings.line": ["line {0}", "第 {0} 行"],
+  "findings.cure": ["Cure:", "解决办法："],
+  "findings.machine": ["What the machine does", "机器如何处理"],
+  "findings.lacks": ["Missing keys:", "缺少的键："],
+  "findings.carried": ["{0}: {1}, from line {2}", "{0}：{1}，来自第 {2} 行"],
+  "findings.consequences": ["Comes of it", "由此引起"],
 
   "panel.title": ["Panel", "面板"],
   "panel.picture": ["The table as the panel shows it", "面板上显示的表格"],
@@ -66,7 +80,31 @@ const kTexts = {
   "panel.clear": ["Clear", "清空"],
   "panel.lines": ["Lines of output", "输出行"],
 
-  "details.title": ["Selected", "所选"],
+  "details.title": ["Selection", "所选"],
+  "details.barPlace": ["Bar {0}", "第 {0} 根型材"],
+  "details.piecePlace": ["Piece {0} on bar {1}", "第 {1} 根型材的第 {0} 个工件"],
+  "details.copy": ["Copy link", "复制链接"],
+  "details.copied": ["Copied", "已复制"],
+  "details.close": ["End the selection", "取消选择"],
+  "details.bar": ["Bar number", "型材编号"],
+  "details.piece": ["Piece number", "工件编号"],
+  "details.place": ["Place on the bar", "在型材上的位置"],
+  "details.from": ["Starts at", "起点"],
+  "details.length": ["Length", "长度"],
+  "details.left": ["Left angle", "左角"],
+  "details.right": ["Right angle", "右角"],
+  "details.barcode": ["Barcode", "条码"],
+  "details.line": ["Line", "行"],
+  "details.Name": ["Work", "加工"],
+  "details.ProfiLav": ["Side", "面"],
+  "details.PositionX": ["X", "X"],
+  "details.PositionY": ["Y", "Y"],
+  "details.PositionZ": ["Z", "Z"],
+  "details.works": ["Works", "加工"],
+  "details.label": ["Label", "标签"],
+  "details.findings": ["Findings", "检查结果"],
+  "details.allFindings": ["{0} finding in full|{0} findings in full", "查看全部 {0} 条"],
+  "details.source": ["Source", "源文件"],
 };
 
 const language = (navigator.languages ?? []).map((one) => one.toLowerCase().split("-")[0])
@@ -80,6 +118,8 @@ export function text(key, ...values) {
   const form = forms.length > 1 && Number(values[0]) !== 1 ? forms[1] : forms[0];
   return form.replace(/\{(\d)\}/g, (_, index) => values[index]);
 }
+
+text.has = (key) => key in kTexts;
 
 /** Fills in the texts that the document itself names. */
 export function fillIn(document) {

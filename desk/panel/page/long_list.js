@@ -1,0 +1,96 @@
+// A list of which only the items in sight are in the page. Items have heights of their own, which
+// are known once they were shown.
+
+const kMore = 3;  ///< items above and below those in sight
+
+/** `scroller` scrolls and holds `list`. `render(index)` makes an item, `shown(from, to)` is told which
+ * are in the page; `estimate` is the height of an item in pixels that was not shown yet. */
+export function create(scroller, list, { render, shown, estimate }) {
+  let heights = new Float32Array(0);  // 0: not known
+  let items = new Map();              // by index: those in the page
+
+  const heightOf = (index) => heights[index] || estimate;
+
+  function offsetOf(index) {
+    let offset = 0;
+    for (let i = 0; i < index; ++i) offset += heightOf(i);
+    return offset;
+  }
+
+  function indexAt(offset) {
+    let index = 0;
+    for (let end = 0; index < heights.length; ++index) {
+      end += heightOf(index);
+      if (end > offset) break;
+    }
+    return Math.min(index, Math.max(heights.length - 1, 0));
+  }
+
+  function place(from, to) {
+    const old = items;
+    items = new Map();
+    for (let i = from; i < to; ++i) items.set(i, old.get(i) ?? render(i));
+    const isFocusLost = list.contains(document.activeElement) &&
+      ![...items.values()].some((item) => item.contains(document.activeElement));
+    list.style.paddingTop = `${offsetOf(from)}px`;
+    list.style.paddingBottom = `${offsetOf(heights.length) - offsetOf(to)}px`;
+    const isSame = list.childElementCount === items.size &&
+      [...items.values()].every((item, index) => item === list.children[index]);
+    if (!isSame) list.replaceChildren(...items.values());
+    if (isFocusLost) scroller.focus();
+  }
+
+  /** Notes the heights of what is in the page. @return whether one was another than thought */
+  function measure() {
+    let isNew = false;
+    for (const [index, item] of items) {
+      const height = item.getBoundingClientRect().height;
+      if (Math.abs(heightOf(index) - height) > 0.5) isNew = true;
+      heights[index] = height;
+    }
+    return isNew;
+  }
+
+  function draw() {
+    if (scroller.clientHeight === 0) return;
+    for (let turn = 0; turn < 4; ++turn) {  // heights that are measured move what is in sight
+      const top = Math.max(scroller.scrollTop - list.offsetTop, 0);
+      const first = indexAt(top);
+      const within = top - offsetOf(first);
+      const to = Math.min(indexAt(top + scroller.clientHeight) + 1 + kMore, heights.length);
+      place(Math.max(first - kMore, 0), to);
+      if (!measure()) break;
+      place(Math.max(first - kMore, 0), to);
+      const moved = offsetOf(first) + within - top;
+      if (Math.abs(moved) > 0.5) scroller.scrollTop += moved;
+    }
+    const indexes = [...items.keys()];
+    if (indexes.length > 0) shown(indexes[0], indexes.at(-1) + 1);
+  }
+
+  scroller.addEventListener("scroll", draw, { passive: true });
+  new ResizeObserver(draw).observe(scroller);
+  list.addEventListener("toggle", draw, true);  // what was opened has another height
+
+  return {
+    draw,
+    /** Starts over with so many items, at the top unless it is to stay where it is. */
+    reset(count, stays) {
+      const old = heights;
+      heights = new Float32Array(count);
+      if (stays) heights.set(old.subarray(0, count));
+      items = new Map();
+      if (!stays) scroller.scrollTop = 0;
+      draw();
+    },
+    /** Makes the items anew. */
+    refresh() {
+      items = new Map();
+      draw();
+    },
+    scrollTo(index) {
+      scroller.scrollTop = offsetOf(index) + list.offsetTop;
+      draw();
+    },
+  };
+}
