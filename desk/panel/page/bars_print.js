@@ -1,5 +1,5 @@
 // Printing the Bars view: the drawing as a file has it, in its own sheets.
-import { drawingAddress } from "/engine.js";
+import { documentAddress } from "/engine.js";
 import { state } from "/state.js";
 
 const kSheet = { width: 297, height: 210 };  // of the drawing, which is in sheets of A4 across
@@ -31,7 +31,7 @@ export function createPrinting(root, text, refused) {
   let loaded = "";
 
   async function load() {
-    const address = drawingAddress(state.job);
+    const address = documentAddress(state.job, "drawing");
     if (loaded === address) return;
     picture.src = address;
     picture.alt = "";

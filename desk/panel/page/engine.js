@@ -22,8 +22,8 @@ export async function ask(job, what, query = {}) {
   return isJson ? response.json() : response.text();
 }
 
-/** Where the drawing of a job is, as `draw` makes it. */
-export const drawingAddress = (job) => `/job/${job.id}/drawing?version=${job.version}`;
+/** Where a browser can show a document of a job by itself. */
+export const documentAddress = (job, what) => `/job/${job.id}/${what}?version=${job.version}`;
 
 /** Follows the jobs and the panel: `news` gets each event, `lost` whether there will be a new try
  * after the connection broke. */

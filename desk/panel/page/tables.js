@@ -1,5 +1,223 @@
-// The Tables view.
+// The view Tables: the rows that scripts get of the job, to sort and to filter.
+import { ask, documentAddress } from "/engine.js";
+import { element, Grid } from "/grid.js";
+import { kWindow, RowWindows } from "/row_windows.js";
+import { change, isWithin, state } from "/state.js";
 
-export function create(root, text) {
-  return { update(changed) {} };
+const kTables = ["bars", "pieces", "cuts", "works", "labels", "holes"];
+
+/** Whether one is the other, lies in it or holds it: "1.2" and "1.2.3". */
+const belong = (id, other) => id !== "" && (isWithin(id, other) || isWithin(other, id));
+
+const button = (words, title, onclick) =>
+  element("button", { type: "button", textContent: words, title, onclick });
+
+function labelled(made, role, label) {
+  if (role !== "") made.setAttribute("role", role);
+  made.setAttribute("aria-label", label);
+  return made;
+}
+
+class Tables {
+  constructor(root, text, refused) {
+    this.text = text;
+    this.refused = refused;
+    this.sorting = {};      // table -> {sort, order}
+    this.due = null;        // the question to ask next
+    this.isAsking = false;
+    this.build(root);
+    document.addEventListener("keydown", (event) => {
+      const isPrint = (event.ctrlKey || event.metaKey) && event.key === "p" && !event.shiftKey;
+      if (isPrint && state.view === "tables") this.printList(event);
+    });
+  }
+
+  build(root) {
+    const { text } = this;
+    this.choices = kTables.map((table) =>
+      button(text(`tables.${table}`), "", () => change({ table })));
+    this.filter = labelled(element("input", {
+      type: "search", placeholder: text("tables.filter"), autocomplete: "off", spellcheck: false,
+      maxLength: 100, oninput: () => this.ask({}),
+    }), "", text("tables.filter"));
+    this.count = element("p", { id: "row-count" });
+    this.count.setAttribute("role", "status");
+    this.print = button(text("tables.print"), text("tables.printHint"),
+      (event) => this.printList(event));
+    this.raised = element("p", { id: "raised", hidden: true, lang: "en" });
+    this.place = element("div", { id: "grid" });
+    this.note = element("p", { id: "cell-note" });
+    this.legend = element("p", { id: "carried-legend", textContent: text("tables.legend") });
+    this.hint = element("p", { id: "print-hint", textContent: text("tables.printHint") });
+    root.append(
+      element("div", { id: "table-tools" },
+        labelled(element("div", { id: "table-choice" }, ...this.choices), "group",
+          text("tables.choice")), this.filter, this.count, this.print),
+      this.hint, this.raised, this.place, element("footer", {}, this.note, this.legend));
+    this.grid = new Grid(this.place, {
+      onSort: (column) => this.sort(column),
+      onSelect: (record) => record.id !== "" && this.select(record.id),
+      onMove: () => this.showNote(),
+      isSelected: (id) => belong(id, state.selection),
+      titleOf: (record, column) => this.titleOf(record, column),
+    });
+  }
+
+  update(changed) {
+    if (changed.has("job") || changed.has("table") || changed.has("view") && !this.rows) {
+      const isOther = changed.has("table") || this.job?.id !== state.job?.id;
+      this.ask({ isOther, keepsPlace: !isOther, reveals: isOther });
+    } else if (changed.has("selection") && state.selection !== this.ownSelection) {
+      this.find();
+    }
+    this.ownSelection = null;
+    this.grid.render();
+  }
+
+  // What is asked
+
+  /** Asks the engine; while it answers only the latest question waits.
+   * @param how isOther: of another table; keepsPlace: as it is scrolled now; reveals: scrolls to the
+   *            selection */
+  async ask(how) {
+    const { due } = this;
+    this.due = {
+      isOther: Boolean(due?.isOther || how.isOther),
+      keepsPlace: Boolean(how.keepsPlace && (due?.keepsPlace ?? true)),
+      reveals: Boolean(due?.reveals || how.reveals),
+    };
+    if (this.isAsking) return;
+    this.isAsking = true;
+    while (this.due !== null) {
+      const next = this.due;
+      this.due = null;
+      await this.askOne(next);
+    }
+    this.isAsking = false;
+  }
+
+  question() {
+    return { name: state.table, filter: this.filter.value, ...this.sorting[state.table] };
+  }
+
+  async askOne(how) {
+    const { job } = state;
+    const question = this.question();
+    this.choices.forEach((one, i) =>
+      one.setAttribute("aria-pressed", String(kTables[i] === state.table)));
+    this.job = job;
+    if (!(job?.version > 0)) return this.show(null, question, how);
+    const place = how.keepsPlace ? this.grid.firstInSight : 0;
+    const fetchRows = (from, count, more = {}) =>
+      ask(job, "table", { ...question, ...more, from, count });
+    try {
+      const answer = await fetchRows(place - (place % kWindow), kWindow,
+        how.reveals && state.selection !== "" ? { find: state.selection } : {});
+      if (this.due !== null) return;  // that is out of date
+      this.show(new RowWindows(answer, fetchRows, () => this.rowsCame()), question, how);
+      this.showAnswer(answer, how);
+    } catch (error) {
+      this.failed(error);
+    }
+  }
+
+  /** A version that is no longer there or a lost connection: an event will tell. */
+  failed(error) {
+    if (error.status !== undefined && error.status !== 409) this.refused(error);
+  }
+
+  async find() {
+    const { job, selection } = state;
+    const { rows } = this;
+    if (selection === "" || !rows) return;
+    try {
+      const answer = await ask(job, "table",
+        { ...this.question(), from: 0, count: 1, find: selection });
+      if (rows !== this.rows || selection !== state.selection) return;
+      this.reveal(answer.found);
+    } catch (error) {
+      this.failed(error);
+    }
+  }
+
+  // What is shown
+
+  show(rows, question, how) {
+    this.rows = rows;
+    this.raised.hidden = true;
+    this.place.hidden = rows === null;
+    this.count.textContent = "";
+    if (rows === null) return;
+    if (!how.keepsPlace) this.grid.toStart();
+    this.grid.show(rows, this.text(`tables.${question.name}`), how.isOther);
+    this.grid.showOrder(question.sort, question.order);
+    this.showNote();
+  }
+
+  showAnswer(answer, how) {
+    const isAll = answer.rows === answer.all;
+    this.count.textContent = isAll ? this.text("tables.rows", answer.all)
+      : this.text("tables.someRows", answer.all, answer.rows);
+    this.raised.hidden = !answer.raises;
+    this.raised.textContent = answer.raises ?? "";
+    if (how.reveals) this.reveal(answer.found);
+  }
+
+  rowsCame() {
+    this.grid.render();
+    this.showNote();
+  }
+
+  reveal(index) {
+    if (index === null || index === undefined) return;
+    this.grid.activate(index);
+    this.showNote();
+  }
+
+  titleOf(record, column) {
+    const value = record.cells[column];
+    const origin = record.origins[column];
+    if (!origin) return value;
+    const words = origin.carried
+      ? this.text("tables.carried", origin.line, origin.element)
+      : this.text("tables.line", origin.line);
+    return `${value} (${words})`;
+  }
+
+  showNote() {
+    const { row, column } = this.grid.active;
+    const heading = this.rows?.columns[column];
+    const record = row < 0 ? null : this.rows?.row(row);
+    const words = record ? this.titleOf(record, column) : row < 0 ? heading?.about : "";
+    this.note.textContent = heading && words ? `${heading.name}: ${words}` : "";
+  }
+
+  // What the user does
+
+  /** Up, down, and then the job's order again. */
+  sort(column) {
+    const { sort, order } = this.sorting[state.table] ?? {};
+    const next = sort !== column ? "up" : order === "up" ? "down" : null;
+    this.sorting[state.table] = next === null ? {} : { sort: column, order: next };
+    this.ask({});
+  }
+
+  select(id) {
+    this.ownSelection = id;
+    change({ selection: id });
+    this.grid.render();
+  }
+
+  /** The cut list in a window of its own, which then asks for the printer. */
+  printList(event) {
+    if (!(state.job?.version > 0)) return;
+    event.preventDefault();
+    const list = window.open(documentAddress(state.job, "cuts"), "_blank");
+    list?.addEventListener("load", () => list.print());
+  }
+}
+
+export function create(root, text, refused) {
+  const tables = new Tables(root, text, refused);
+  return { update: (changed) => tables.update(changed) };
 }
