@@ -55,7 +55,7 @@ def main():
     slowest = 0
     for kind, first in KINDS.items():
         panel = subprocess.Popen([sys.argv[1], "panel", "--no-open"], stdout=subprocess.PIPE, text=True)
-        port = int(panel.stdout.readline().strip().rstrip("/").rpartition(":")[2])
+        port = int(panel.stdout.readline().strip().partition("#")[0].rstrip("/").rpartition(":")[2])
         others, ends = [], threading.Event()
         text = first.format(host=f"Host: 127.0.0.1:{port}\r\n").encode()
         flood = threading.Thread(target=connect, args=(port, text, others, ends))

@@ -60,25 +60,13 @@ struct Order {
   TextOptions text;
 };
 
-/// The files that operands name, with the jobs of folders; a folder without any by its own name.
-std::vector<std::string> filesOf(const std::vector<std::string>& operands) {
-  std::vector<std::string> files;
-  for (const std::string& operand : operands) {
-    const std::vector<std::string> inside =
-        job::isFolder(operand) ? job::jobFilesBelow(operand) : std::vector<std::string>{};
-    files.insert(files.end(), inside.begin(), inside.end());
-    if (inside.empty()) files.push_back(operand);
-  }
-  return files;
-}
-
 void checkFiles(CheckSession& session, const std::vector<std::string>& files) {
   Progress progress;
   for (std::size_t i = 0; i < files.size(); ++i) {
     progress.show("checking " + std::to_string(i + 1) + " of " + std::to_string(files.size()) +
                   ": " + escapeControls(files[i]));
     if (job::isFolder(files[i])) {
-      session.refuse(files[i], "no *.json and no *.xml in this folder");
+      session.refuse(files[i], job::kNoJobs);
     } else {
       session.check(files[i]);
     }
@@ -121,7 +109,7 @@ int checkWhileSaved(const Order& order, const std::vector<std::string>& operands
     std::printf("%s, waiting for the next save; Ctrl-C ends\n", timeOfDay().c_str());
     std::fflush(stdout);
   };
-  watchFiles([&] { return filesOf(operands); }, look);
+  watchFiles([&] { return job::jobFilesOf(operands); }, look);
   return kExitOk;
 }
 
@@ -152,7 +140,7 @@ int run(const Arguments& arguments) {
   // Never freed, as the program ends with it.
   static CheckSession& session = *new CheckSession(order.readers, order.rules);
   session.keepDocument();
-  return checkOnce(session, order, filesOf(arguments.operands));
+  return checkOnce(session, order, job::jobFilesOf(arguments.operands));
 }
 
 std::vector<std::string> settableRules() {

@@ -13,8 +13,8 @@ namespace desk::commands {
 // The commands, in the order in which the help lists them. The command NAME is what `NAMECommand()`
 // in NAME.cpp returns.
 #define CUSDESK_COMMANDS(command)                                                     \
-  command(run) command(repl) command(check) command(show) command(diff) command(draw) \
-      command(panel) command(doctor) command(export)
+  command(run) command(repl) command(check) command(show) command(view) command(diff) \
+      command(draw) command(panel) command(doctor) command(export)
 
 const std::vector<Option>& globalOptions() {
   static const std::vector<Option> kOptions = {

@@ -61,4 +61,10 @@ bool isFolder(const std::string& path);
 /// folders that cannot be read are passed over.
 std::vector<std::string> jobFilesBelow(const std::string& folder);
 
+/// The files that operands name, with the jobs of folders; a folder without any by its own name.
+std::vector<std::string> jobFilesOf(const std::vector<std::string>& operands);
+
+/// Why such a folder cannot be read.
+inline constexpr char kNoJobs[] = "no *.json and no *.xml in this folder";
+
 }  // namespace desk::job

@@ -31,4 +31,15 @@ std::vector<std::string> jobFilesBelow(const std::string& folder) {
   return files;
 }
 
+std::vector<std::string> jobFilesOf(const std::vector<std::string>& operands) {
+  std::vector<std::string> files;
+  for (const std::string& operand : operands) {
+    const std::vector<std::string> inside =
+        isFolder(operand) ? jobFilesBelow(operand) : std::vector<std::string>{};
+    files.insert(files.end(), inside.begin(), inside.end());
+    if (inside.empty()) files.push_back(operand);
+  }
+  return files;
+}
+
 }  // namespace desk::job

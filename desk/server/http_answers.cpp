@@ -1,4 +1,5 @@
 // The requests to the server and what they are answered with.
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -8,7 +9,7 @@ namespace desk::server {
 
 namespace {
 
-constexpr std::size_t kMostBody = 1024;
+constexpr std::size_t kMostForm = 1024;
 constexpr std::size_t kBlock = 4096;  ///< of a stream
 
 MHD_Result addField(void* form, MHD_ValueKind, const char* key, const char*, const char*,
@@ -58,23 +59,34 @@ void HttpServer::Callbacks::endStream(void* stream) {
 }
 
 int HttpServer::receiveHead(Exchange& exchange) {
-  const HttpRequest& request = exchange.request;
-  if (const auto refusal = handlers_.refuse(request)) return send(request.connection_, *refusal);
-  const std::string length = request.header("Content-Length");
-  if (std::strtoull(length.c_str(), nullptr, 10) > kMostBody) {
+  HttpRequest& request = exchange.request;
+  auto admitted = handlers_.admit(request);
+  if (auto* refusal = std::get_if<HttpAnswer>(&admitted)) {
+    return send(request.connection_, std::move(*refusal));
+  }
+  request.bounds_ = std::get<BodyBounds>(std::move(admitted));
+  const std::size_t length = std::strtoull(request.header("Content-Length").c_str(), nullptr, 10);
+  if (length > request.bounds_.bytes) {
     return send(request.connection_, {MHD_HTTP_CONTENT_TOO_LARGE, {}, {}});
   }
+  grantTime(request.connection_, request.bounds_.time);
   if (request.header("Content-Type").rfind(MHD_HTTP_POST_ENCODING_FORM_URLENCODED, 0) == 0) {
-    exchange.form = MHD_create_post_processor(request.connection_, kMostBody, &addField,
-                                              &exchange.request.form_);
+    exchange.form =
+        MHD_create_post_processor(request.connection_, kMostForm, &addField, &request.form_);
+  } else {
+    request.body_.reserve(length);
   }
   return MHD_YES;
 }
 
 int HttpServer::receiveBody(Exchange& exchange, const char* bytes, std::size_t size) {
   exchange.received += size;
-  if (exchange.received > kMostBytes) return MHD_NO;
-  if (exchange.form != nullptr) MHD_post_process(exchange.form, bytes, size);
+  if (exchange.received > std::max(exchange.request.bounds_.bytes, kMostBytes)) return MHD_NO;
+  if (exchange.form != nullptr) {
+    MHD_post_process(exchange.form, bytes, size);
+  } else if (exchange.received <= exchange.request.bounds_.bytes) {
+    exchange.request.body_.append(bytes, size);
+  }
   return MHD_YES;
 }
 
@@ -86,12 +98,12 @@ int HttpServer::reply(Exchange& exchange) {
     const std::lock_guard<std::mutex> lock(mutex_);
     peerOf(connection).hasAsked = true;
   }
-  if (exchange.received > kMostBody) {
+  if (exchange.received > exchange.request.bounds_.bytes) {
     return send(connection, {MHD_HTTP_CONTENT_TOO_LARGE, {}, {}});
   }
   if (exchange.form != nullptr) MHD_destroy_post_processor(std::exchange(exchange.form, nullptr));
   HttpReply reply = handlers_.answer(exchange.request);
-  if (auto* answer = std::get_if<HttpAnswer>(&reply)) return send(connection, *answer);
+  if (auto* answer = std::get_if<HttpAnswer>(&reply)) return send(connection, std::move(*answer));
   if (auto* stream = std::get_if<AnswerStream>(&reply)) return send(connection, std::move(*stream));
   exchange.later = std::get<LaterAnswer>(std::move(reply));
   return replyLater(exchange);
@@ -106,7 +118,7 @@ int HttpServer::replyLater(Exchange& exchange) {
     answer = exchange.later();
     if (!answer) suspend(connection);
   }
-  return answer ? send(connection, *answer) : MHD_YES;
+  return answer ? send(connection, std::move(*answer)) : MHD_YES;
 }
 
 std::ptrdiff_t HttpServer::read(Stream& stream, char* bytes, std::size_t size) {
@@ -126,11 +138,13 @@ std::ptrdiff_t HttpServer::read(Stream& stream, char* bytes, std::size_t size) {
   return static_cast<std::ptrdiff_t>(count);
 }
 
-int HttpServer::send(MHD_Connection* connection, const HttpAnswer& answer) {
-  return send(
-      connection, answer.status, answer.type,
-      MHD_create_response_from_buffer(answer.body.size(), const_cast<char*>(answer.body.data()),
-                                      MHD_RESPMEM_MUST_COPY));
+int HttpServer::send(MHD_Connection* connection, HttpAnswer answer) {
+  noteAnswer(connection, answer.body.size());
+  auto* const body = new std::string(std::move(answer.body));
+  return send(connection, answer.status, answer.type,
+              MHD_create_response_from_buffer_with_free_callback_cls(
+                  body->size(), body->data(),
+                  [](void* sent) { delete static_cast<std::string*>(sent); }, body));
 }
 
 int HttpServer::send(MHD_Connection* connection, AnswerStream stream) {

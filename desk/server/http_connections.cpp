@@ -12,8 +12,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::seconds kRequestTime{5};
 constexpr std::ptrdiff_t kMostPeers = 64;
+constexpr std::size_t kMostAnswerBytes = std::size_t{256} << 20;
 
 }  // namespace
 
@@ -30,7 +30,7 @@ void HttpServer::Callbacks::connection(void* self, MHD_Connection* connection, v
 
 HttpServer::Peer& HttpServer::addPeer(int socket) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  peers_.push_back({socket, Clock::now()});
+  peers_.push_back({socket, Clock::now(), BodyBounds{}.time});
   const auto counts = [](const Peer& peer) { return !peer.waits && !peer.isLeaving; };
   if (std::count_if(peers_.begin(), peers_.end(), counts) > kMostPeers) {
     disconnect(*std::find_if(peers_.begin(), peers_.end(), counts));
@@ -54,14 +54,34 @@ HttpServer::Peer& HttpServer::peerOf(MHD_Connection* connection) {
       MHD_get_connection_info(connection, MHD_CONNECTION_INFO_SOCKET_CONTEXT)->socket_context);
 }
 
+void HttpServer::grantTime(MHD_Connection* connection, std::chrono::seconds time) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  peerOf(connection).time = time;
+}
+
+/// Takes note of an answer, and closes the oldest ones that it leaves no room for.
+void HttpServer::noteAnswer(MHD_Connection* connection, std::size_t bytes) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  Peer& reader = peerOf(connection);
+  reader.answerBytes = bytes;
+  std::size_t all = 0;
+  for (const Peer& peer : peers_) all += peer.isLeaving ? 0 : peer.answerBytes;
+  for (Peer& peer : peers_) {
+    if (all <= kMostAnswerBytes) break;
+    if (peer.isLeaving || peer.answerBytes == 0 || &peer == &reader) continue;
+    all -= peer.answerBytes;
+    disconnect(peer);
+  }
+}
+
 void HttpServer::poll() {
   const std::lock_guard<std::mutex> lock(mutex_);
   for (MHD_Connection* connection : std::exchange(suspended_, {})) {
     MHD_resume_connection(connection);
   }
-  const auto latest = Clock::now() - kRequestTime;
+  const auto now = Clock::now();
   for (Peer& peer : peers_) {
-    if (peer.hasAsked || peer.since >= latest) continue;
+    if (peer.hasAsked || now - peer.since <= peer.time) continue;
     // One that goes on sending is read on as long as there is something to read.
     if (peer.isLeaving) shutdown(peer.socket, SHUT_RDWR);
     disconnect(peer);

@@ -10,7 +10,8 @@
 
 namespace desk::server {
 
-constexpr std::size_t kMostBytes = std::size_t{16} << 10;  ///< of a head, and of a body to be read
+/// Of a head, and of a body that is read although it is too long, for an answer that says so.
+constexpr std::size_t kMostBytes = std::size_t{16} << 10;
 
 /// One request and what has become of it.
 struct HttpServer::Exchange {

@@ -28,6 +28,19 @@ int HttpRequest::headerCount(const char* name) const {
   return counted.second;
 }
 
+std::map<std::string, std::string> HttpRequest::query() const {
+  std::map<std::string, std::string> fields;
+  MHD_get_connection_values(
+      connection_, MHD_GET_ARGUMENT_KIND,
+      [](void* data, MHD_ValueKind, const char* key, const char* value) {
+        auto& all = *static_cast<std::map<std::string, std::string>*>(data);
+        all[key] = value != nullptr ? value : "";
+        return MHD_YES;
+      },
+      &fields);
+  return fields;
+}
+
 std::string HttpRequest::field(const char* name) const {
   const char* value = MHD_lookup_connection_value(connection_, MHD_GET_ARGUMENT_KIND, name);
   if (value != nullptr) return value;

@@ -1,15 +1,26 @@
 // What a small HTTP server is asked and what it answers.
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 
 struct MHD_Connection;
 
 namespace desk::server {
+
+/// What a request may send, and how long it may take for that.
+struct BodyBounds {
+  std::size_t bytes = 1024;
+  std::chrono::seconds time{5};
+  std::shared_ptr<void> held{};  ///< for as long as the server has the request
+};
 
 /// A request. Its form fields are there once its body has been read.
 class HttpRequest {
@@ -23,8 +34,17 @@ class HttpRequest {
   std::string header(const char* name) const;
   int headerCount(const char* name) const;
 
+  /// The fields of the query; of several with one name the last.
+  std::map<std::string, std::string> query() const;
+
   /// The value of a field of the query or else of the form in the body; "" without one.
   std::string field(const char* name) const;
+
+  /// Takes what was sent, unless that was a form.
+  std::string takeBody() { return std::move(body_); }
+
+  /// What `BodyBounds` held for it.
+  const std::shared_ptr<void>& held() const { return bounds_.held; }
 
  private:
   friend class HttpServer;
@@ -32,6 +52,8 @@ class HttpRequest {
   const std::string method_;
   const std::string path_;
   std::map<std::string, std::string> form_;
+  BodyBounds bounds_;
+  std::string body_;
 };
 
 struct HttpAnswer {
@@ -56,8 +78,8 @@ using HttpReply = std::variant<HttpAnswer, LaterAnswer, AnswerStream>;
 /// exception is answered with status 500.
 struct HttpHandlers {
   /// Called when the head has come; an answer refuses the request before its body is read.
-  std::function<std::optional<HttpAnswer>(const HttpRequest&)> refuse;
-  std::function<HttpReply(const HttpRequest&)> answer;
+  std::function<std::variant<BodyBounds, HttpAnswer>(const HttpRequest&)> admit;
+  std::function<HttpReply(HttpRequest&)> answer;
 };
 
 }  // namespace desk::server

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <list>
 #include <mutex>
 #include <string>
@@ -15,9 +16,9 @@ struct MHD_Response;
 
 namespace desk::server {
 
-/// Serves one request per connection, all on one thread. A request may take 16 KiB and five
-/// seconds, its body 1024 bytes. Beyond 64 connections that ask or read, the oldest is closed;
-/// answers that come later, and streams, do not count there.
+/// Serves one request per connection, all on one thread. The head of a request may take 16 KiB and
+/// five seconds. Beyond 64 connections that ask or read, the oldest is closed; answers that come
+/// later, and streams, do not count there. So is the oldest that reads, beyond 256 MiB of answers.
 class HttpServer {
  public:
   using Headers = std::vector<std::pair<const char*, const char*>>;
@@ -48,21 +49,25 @@ class HttpServer {
   struct Peer {
     int socket;
     std::chrono::steady_clock::time_point since;
-    bool hasAsked = false;   ///< its request is complete
-    bool waits = false;      ///< for an answer that comes later, or in a stream
-    bool isLeaving = false;  ///< shut down, not yet closed
+    std::chrono::seconds time;    ///< that its request may take
+    std::size_t answerBytes = 0;  ///< kept for it until it is closed
+    bool hasAsked = false;        ///< its request is complete
+    bool waits = false;           ///< for an answer that comes later, or in a stream
+    bool isLeaving = false;       ///< shut down, not yet closed
   };
 
   Peer& addPeer(int socket);
   void removePeer(Peer& peer);
   static void disconnect(Peer& peer);
   static Peer& peerOf(MHD_Connection* connection);
+  void grantTime(MHD_Connection* connection, std::chrono::seconds time);
+  void noteAnswer(MHD_Connection* connection, std::size_t bytes);
 
   int receiveHead(Exchange& exchange);
   int receiveBody(Exchange& exchange, const char* bytes, std::size_t size);
   int reply(Exchange& exchange);
   int replyLater(Exchange& exchange);
-  int send(MHD_Connection* connection, const HttpAnswer& answer);
+  int send(MHD_Connection* connection, HttpAnswer answer);
   int send(MHD_Connection* connection, AnswerStream stream);
   int send(MHD_Connection* connection, unsigned status, const std::string& type,
            MHD_Response* response);

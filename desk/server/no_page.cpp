@@ -4,8 +4,8 @@
 
 namespace desk::server {
 
-int servePanel(const panel::PanelSetup&, int, bool) {
-  throw Error(kExitIoError, "built without the page; --svg and --png draw the panel");
+int serve(const PageSetup&) {
+  throw Error(kExitIoError, "built without the page; cusdesk panel --svg and --png draw the panel");
 }
 
 }  // namespace desk::server

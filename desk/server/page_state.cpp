@@ -49,6 +49,23 @@ Json::Value toJson(const panel::PanelFacts& facts, const panel::View& view) {
   return json;
 }
 
+Json::Value toJson(const std::vector<JobFacts>& jobs) {
+  Json::Value list = Json::arrayValue;
+  for (const JobFacts& job : jobs) {
+    Json::Value json;
+    json["id"] = job.id;
+    json["name"] = job.name;
+    json["version"] = job.version;
+    json["loads"] = job.loads;
+    json["dropped"] = job.isDropped;
+    json["reason"] = job.reason;
+    json["line"] = job.place.line;
+    json["column"] = job.place.column;
+    list.append(std::move(json));
+  }
+  return list;
+}
+
 }  // namespace
 
 void PageState::publish(const panel::View& view) {
@@ -67,6 +84,13 @@ void PageState::addLine(panel::OutputSource source, const std::string& line) {
     ++firstLine_;
   }
   ++version_;
+  noteChange();
+}
+
+void PageState::setJobs(const std::vector<JobFacts>& jobs) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  jobs_ = jobs;
+  jobsVersion_ = ++version_;
   noteChange();
 }
 
@@ -95,7 +119,8 @@ std::string PageState::changesSince(Cursor& cursor) {
     pair.append(line->second);
     json["lines"].append(pair);
   }
-  cursor = {version_, firstLine_ + lines_.size()};
+  if (cursor.jobs != jobsVersion_) json["jobs"] = toJson(jobs_);
+  cursor = {version_, firstLine_ + lines_.size(), jobsVersion_};
   Json::StreamWriterBuilder writer;
   writer["indentation"] = "";
   writer["emitUTF8"] = true;

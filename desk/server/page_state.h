@@ -1,4 +1,4 @@
-// What the page shows: written by the panel's thread, read by the server's.
+// What open pages are told of: written by the threads of panel and jobs, read by the server's.
 #pragma once
 
 #include <chrono>
@@ -8,12 +8,15 @@
 #include <mutex>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "desk/panel/panel.h"
+#include "desk/server/jobs.h"
 
 namespace desk::server {
 
-/// The view and the latest lines of output. Safe to use from several threads.
+/// What the panel shows, the latest lines of output, and which jobs there are. Safe to use from
+/// several threads.
 class PageState {
  public:
   explicit PageState(const panel::PanelFacts& facts) : facts_(facts) {}
@@ -22,10 +25,12 @@ class PageState {
   struct Cursor {
     std::uint64_t version = 0;
     std::uint64_t line = 0;
+    std::uint64_t jobs = 0;
   };
 
   void publish(const panel::View& view);
   void addLine(panel::OutputSource source, const std::string& line);
+  void setJobs(const std::vector<JobFacts>& jobs);
 
   /// Tells those who wait that something else than the view may have changed.
   void notify();
@@ -52,7 +57,9 @@ class PageState {
   panel::View view_;
   std::deque<std::pair<panel::OutputSource, std::string>> lines_;
   std::uint64_t firstLine_ = 0;  ///< number of the oldest line kept
-  std::uint64_t version_ = 1;
+  std::vector<JobFacts> jobs_;
+  std::uint64_t jobsVersion_ = 1;
+  std::uint64_t version_ = 1;  ///< of everything
   std::uint64_t changes_ = 1;  ///< of the version and of anything else
   bool closed_ = false;
 };

@@ -9,6 +9,8 @@ namespace desk::server {
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 constexpr std::size_t kMostWaiting = 32;
 
 }  // namespace
@@ -37,11 +39,14 @@ bool Worker::post(Job job) {
 }
 
 void Worker::work() {
+  auto next = Clock::now() + period_;  // the time for `idle`
   std::unique_lock<std::mutex> lock(mutex_);
   while (!stopping_) {
     Job job = idle_;
-    if (wake_.wait_for(lock, period_, [this] { return stopping_ || !jobs_.empty(); })) {
-      if (stopping_) break;
+    wake_.wait_until(lock, next, [this] { return stopping_ || !jobs_.empty(); });
+    if (stopping_) break;
+    const bool isIdle = jobs_.empty() || Clock::now() >= next;
+    if (!isIdle) {
       job = std::move(jobs_.front());
       jobs_.pop_front();
     }
@@ -52,6 +57,7 @@ void Worker::work() {
       log(error.what());
     }
     job = {};
+    if (isIdle) next = Clock::now() + period_;
     lock.lock();
   }
 }

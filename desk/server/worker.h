@@ -10,8 +10,8 @@
 
 namespace desk::server {
 
-/// Runs jobs one after the other, in the order in which they came. While there is none it runs
-/// `idle`, once in each `period`. Jobs that wait when the worker is destroyed are dropped.
+/// Runs jobs one after the other, in the order in which they came, and between them `idle`, once in
+/// each `period`. Jobs that wait when the worker is destroyed are dropped.
 class Worker {
  public:
   using Job = std::function<void()>;

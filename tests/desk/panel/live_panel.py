@@ -18,7 +18,7 @@ class LivePanel:
     def __enter__(self):
         self.process = subprocess.Popen(self._words, stdout=subprocess.PIPE,
                                         stderr=subprocess.PIPE, text=True)
-        self.address = self.process.stdout.readline().strip()
+        self.address = self.process.stdout.readline().strip().partition("#")[0]
         if not self.address:
             raise RuntimeError(self.process.communicate(timeout=20)[1])
         self.port = int(self.address.rstrip("/").rpartition(":")[2])
@@ -85,6 +85,7 @@ class Events:
         self._connection = http.client.HTTPConnection("127.0.0.1", port, timeout=20)
         self._connection.request("GET", "/events")
         self.answer = self._connection.getresponse()
+        self._jobs = None
 
     def __enter__(self):
         return self
@@ -102,6 +103,7 @@ class Events:
             if line.startswith(b"data: "):
                 view = json.loads(line[6:])
                 del view["isFirst"]
+                self._jobs = view.setdefault("jobs", self._jobs)  # told when they change only
                 return view
         raise TimeoutError
 
