@@ -1,5 +1,6 @@
 // The Bars view: the drawing of each bar, to scale.
 import { Canvas } from "/bars_canvas.js";
+import { legendItems } from "/bars_drawing.js";
 import { startGestures } from "/bars_gestures.js";
 import { stepOf } from "/bars_keys.js";
 import { createPrinting } from "/bars_print.js";
@@ -11,8 +12,11 @@ import { change, state } from "/state.js";
 const kStep = 1.25;         // of a zoom by button or key
 const kMarked = ["error", "warning"];
 const kMostMarks = 20;      // requests of 500 findings
+const kOpening = 1000;      // ms in which what a selection opens makes the window smaller
 const kItem = "[data-work], [data-piece], [data-bar]";
 
+const barOf = (id) => id.split(".")[0];
+const placeOf = (id) => id.slice(barOf(id).length);  // on the bar: ".2" of "1.2"
 const idOf = (item) => item.dataset.work ?? item.dataset.piece ?? item.dataset.bar;
 
 export function create(root, text, refused) {
@@ -22,15 +26,16 @@ export function create(root, text, refused) {
   let marks = new Map();       // how many findings of each severity there are at an id
   let current = null;          // the item that the tabulator key leads to
   let awaited = null;          // {index, pick}: goes to an item of a group once that is drawn
+  let selectedAt = -Infinity;  // ms
   let ownSelection = "";       // what was selected here: nothing is scrolled for it
 
   const tools = createTools(root, text, {
     zoom: (isIn) => canvas.zoom(isIn ? kStep : 1 / kStep, tools.isAlongOnly()),
     fit: () => canvas.fit(),
     print: () => printing.print(),
-    choose: (bar) => select(`${bar}${state.selection.replace(/^\d+/, "")}`),
+    choose: (bar) => select(`${bar}${placeOf(state.selection)}`),
   });
-  scroller.className = "scroller";
+  scroller.className = "bar-scroller";
   scroller.tabIndex = 0;
   root.append(scroller);
   const tip = createTip(root);
@@ -38,40 +43,54 @@ export function create(root, text, refused) {
   const canvas = new Canvas(scroller, {
     load: (group) => ask(state.job, "bar", { group: group.group }),
     describe, shown: takeDrawing,
+    resized: () => { if (performance.now() - selectedAt < kOpening) revealSelection(); },
     failed: (error) => { if (error.status !== 409) refused(error); },
   });
   canvas.content.setAttribute("role", "tree");
   canvas.content.setAttribute("aria-label", text("bars.title"));
 
   /** The id of an element of the bar that is drawn, for an element of one drawn with it. */
-  const drawnId = (id, group) => id.replace(/^\d+/, group.bars[0]);
-  const selectedIndex = () => groupOf.get(state.selection.split(".")[0]);
+  const drawnId = (id, group) => `${group.bars[0]}${placeOf(id)}`;
+  const selectedIndex = () => groupOf.get(barOf(state.selection));
 
+  /** Puts what there is to say about a group above its drawing. */
   function describe(group, section) {
     const isChosen = selectedIndex() === section.index;
-    const words = [group.title];
-    if (isChosen && group.count > 1) words.push(text("bars.meant", state.selection.split(".")[0]));
-    section.caption.textContent = words.join(" · ");
-    section.element.setAttribute("aria-label", group.title);
+    const counts = countsOf("", group);
+    const parts = [["", group.title]];
+    for (const severity of kMarked.filter((one) => counts[one] > 0)) {
+      parts.push([severity, text(`bars.${severity}`, counts[severity])]);
+    }
+    if (isChosen && group.count > 1) parts.push(["meant", text("bars.meant", barOf(state.selection))]);
+    if (section.drawing !== null) parts.push(["sum", section.drawing.sum]);
+    section.caption.replaceChildren(...parts.map(([kind, words]) => {
+      const part = document.createElement("span");
+      part.className = kind;
+      part.textContent = words;
+      return part;
+    }));
+    section.element.setAttribute("aria-label", section.drawing?.bar.values ?? group.title);
     section.element.classList.toggle("chosen", isChosen);
   }
 
-  /** How many findings there are at a piece and its works, on all bars that it is drawn for. */
-  function markOf(piece, group) {
+  /** How many findings there are at a piece (".2") or at the bar itself (""), on all bars of a group. */
+  function countsOf(place, group) {
     const counts = { error: 0, warning: 0 };
     for (const bar of group.bars) {
-      const found = marks.get(piece.dataset.piece.replace(/^\d+/, bar));
+      const found = marks.get(`${bar}${place}`);
       for (const severity of kMarked) counts[severity] += found?.[severity] ?? 0;
     }
     return counts;
   }
 
-  function showMarks({ index, drawing }) {
-    for (const piece of drawing.pieces) {
-      const counts = markOf(piece, canvas.layout.groups[index]);
+  function showMarks(section) {
+    const group = canvas.layout.groups[section.index];
+    describe(group, section);
+    for (const piece of section.drawing?.pieces ?? []) {
+      const counts = countsOf(placeOf(piece.dataset.piece), group);
       const words = kMarked.filter((one) => counts[one] > 0)
         .map((one) => text(`bars.${one}`, counts[one]));
-      drawing.flag(piece, kMarked.find((one) => counts[one] > 0) ?? "", words.join(", "));
+      section.drawing.flag(piece, kMarked.find((one) => counts[one] > 0) ?? "", words.join(", "));
     }
   }
 
@@ -135,18 +154,19 @@ export function create(root, text, refused) {
   function selectItem(item) {
     const { index } = sectionOf(item);
     const group = canvas.layout.groups[index];
-    const bar = selectedIndex() === index ? state.selection.split(".")[0] : group.bars[0];
+    const bar = selectedIndex() === index ? barOf(state.selection) : group.bars[0];
     makeCurrent(item.closest("[data-piece]") ?? current);
-    select(idOf(item).replace(/^\d+/, bar));
+    select(`${bar}${placeOf(idOf(item))}`);
   }
 
   function updateSelection() {
+    selectedAt = performance.now();
     for (const section of canvas.sections.values()) {
       describe(canvas.layout.groups[section.index], section);
       if (section.drawing !== null) showSelection(section);
     }
     const group = canvas.layout.groups[selectedIndex()];
-    tools.offer(group !== undefined && group.count > 1 ? group.bars : [], state.selection.split(".")[0]);
+    tools.offer(group !== undefined && group.count > 1 ? group.bars : [], barOf(state.selection));
     if (state.selection !== ownSelection) revealSelection();
     ownSelection = "";
   }
@@ -166,19 +186,20 @@ export function create(root, text, refused) {
       }
     }
     marks = found;
-    for (const section of canvas.sections.values()) if (section.drawing !== null) showMarks(section);
+    for (const section of canvas.sections.values()) showMarks(section);
   }
 
   async function askBars() {
     const job = state.job;
     tip.hide();
     try {
-      const { groups } = job?.version > 0 ? await ask(job, "bars") : { groups: [] };
+      const { groups, legend } = job?.version > 0 ? await ask(job, "bars") : { groups: [], legend: "" };
       if (job !== state.job) return;
       if (job?.id !== shown?.id) Object.assign(scroller, { scrollTop: 0, scrollLeft: 0 });
       shown = job;
       marks = new Map();
       groupOf = new Map(groups.flatMap((group, index) => group.bars.map((bar) => [`${bar}`, index])));
+      tools.explain(legendItems(legend));
       canvas.show(groups);
       updateSelection();
       if (groups.length === 0) return;
@@ -199,10 +220,10 @@ export function create(root, text, refused) {
     const item = event.target.closest(kItem);
     if (item === null) return;
     selectItem(item);
-    if (item.matches(":not([data-bar])")) tip.show(item);
+    tip.show(item);
   });
   canvas.content.addEventListener("pointerover", (event) => {
-    const item = event.target.closest("[data-work], [data-piece]");
+    const item = event.target.closest(kItem);
     if (item === null || event.pointerType === "touch") tip.hideSoon();
     else tip.show(item);
   });

@@ -15,9 +15,9 @@ const kAround = 24;     // px kept free around what is scrolled to
 export class Canvas {
   /** @param load(group) promises the SVG of a drawn bar
    *  @param describe(group, section) fills a section's caption, `shown(section)` is told of each new
-   *  drawing */
-  constructor(scroller, { load, describe, shown, failed }) {
-    Object.assign(this, { scroller, load, describe, shown, failed });
+   *  drawing, resized() after the window was */
+  constructor(scroller, { load, describe, shown, resized, failed }) {
+    Object.assign(this, { scroller, load, describe, shown, resized, failed });
     this.content = document.createElement("div");
     this.content.className = "bars";
     scroller.append(this.content);
@@ -81,6 +81,7 @@ export class Canvas {
       this.place(this.layout.along, this.layout.across);
       this.refresh();
     }
+    this.resized();
   }
 
   place(along, across) {
@@ -90,6 +91,7 @@ export class Canvas {
     content.classList.toggle("narrow", isNarrow);
     content.style.width = `${layout.width}px`;
     content.style.height = `${layout.height}px`;
+    content.style.setProperty("--window", `${this.scroller.clientWidth}px`);
     content.style.setProperty("--along", along);
     content.style.setProperty("--across", across);
     content.classList.toggle("tiny", across < kTiny);

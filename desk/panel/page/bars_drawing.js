@@ -9,6 +9,7 @@ const kAttributes = new Set(["xmlns", "class", "width", "height", "viewBox", "x"
   "stroke-width", "stroke-dasharray", "text-anchor", "font-family", "font-size", "font-weight", "font-style",
   "data-bar", "data-piece", "data-work"]);
 const kGap = 1.2;  // between texts of a line, in the drawing's units
+const kNarrowest = 0.75;  // how far a text beside the pieces may be narrowed
 const kSigns = {   // in px around a point
   error: ["M-3.3-8h6.6l4.7 4.7v6.6l-4.7 4.7h-6.6l-4.7-4.7v-6.6z", "M-3-3l6 6m0-6l-6 6"],
   warning: ["M0-8l9 16h-18z", "M0-2.5v4.5m0 2v2"],
@@ -34,12 +35,16 @@ export function imported(markup) {
   return document.importNode(root, true);
 }
 
-/** Makes a piece or a work an item that can be pointed at and read out. Its title becomes its label:
- * a viewer would show that late and where it likes. */
-function prepare(item) {
-  const title = item.querySelector(":scope > title");
-  item.values = title?.textContent ?? "";
+/** Takes an element's title: a viewer would show it late and where it likes. */
+function takeValues(element) {
+  const title = element.querySelector(":scope > title");
+  element.values = title?.textContent ?? "";
   title?.remove();
+}
+
+/** Makes a piece or a work an item that can be pointed at and read out. */
+function prepare(item) {
+  takeValues(item);
   item.setAttribute("aria-label", item.values);
   item.setAttribute("role", "treeitem");
   item.setAttribute("tabindex", "-1");
@@ -51,13 +56,38 @@ const shapeOf = (item) => (item.dataset.work ? item : item.querySelector("polygo
 /** The texts of a piece, line by line, with what they take; `room` is the piece's length. */
 function linesOf(piece, room) {
   const lines = new Map();
-  for (const text of piece.querySelectorAll("text")) {
+  for (const text of piece.texts) {
     const y = text.getAttribute("y");
     lines.set(y, [...(lines.get(y) ?? []), { text, length: text.getComputedTextLength() }]);
   }
   return [...lines.values()].map((texts) => ({
-    texts, room, length: texts.reduce((sum, one) => sum + one.length + kGap, -kGap),
+    texts, room, length: texts.reduce((sum, one) => sum + one.length + kGap, -kGap), least: 1,
   }));
+}
+
+/** The same of a text beside the pieces; `left` and `right` end the room that all have. */
+function lineOf(text, left, right) {
+  const x = Number(text.getAttribute("x"));
+  const room = { end: x - left, middle: 2 * (right - x) }[getComputedStyle(text).textAnchor] ?? right - x;
+  const length = text.getComputedTextLength();
+  return { texts: [{ text, length }], room, length, least: kNarrowest };
+}
+
+/** The signs of a legend with their names, as items of a list: it is as wide as the page has room. */
+export function legendItems(markup) {
+  if (markup === "") return [];
+  return [...imported(markup).querySelectorAll("text")].map((text) => {
+    const item = document.createElement("li");
+    const sign = text.previousElementSibling;
+    if (sign?.localName === "path") {
+      const [x, y] = sign.getAttribute("d").match(/-?[\d.]+/g).map(Number);
+      const picture = svg("svg", { viewBox: `${x - 1} ${y - 1} 2 2`, "aria-hidden": "true" });
+      picture.append(sign);
+      item.append(picture);
+    }
+    item.append(text.textContent);
+    return item;
+  });
 }
 
 /** One drawing in the page. */
@@ -68,56 +98,63 @@ export class Drawing {
     this.root.setAttribute("preserveAspectRatio", "none");
     this.root.setAttribute("role", "presentation");
     this.pieces = [...this.root.querySelectorAll("[data-piece]")];
+    this.texts = svg("g", { "aria-hidden": "true" });  // at the pieces: their labels say the same
     for (const piece of this.pieces) {
+      piece.texts = [...piece.querySelectorAll("text")];
       const works = svg("g", { role: "group" });
       works.append(...piece.querySelectorAll("[data-work]"));
       if (works.firstChild !== null) piece.append(works);
     }
     this.items = [...this.root.querySelectorAll("[data-piece], [data-work]")];
     for (const item of this.items) prepare(item);
-    for (const title of this.root.querySelectorAll("title")) title.remove();  // the caption's words
-    this.lines = [];
+    this.bar = this.root.querySelector("[data-bar]");
+    for (const one of [this.root, this.bar]) takeValues(one);
+    this.flags = svg("g", { class: "flags" });
+    this.root.append(this.texts, this.flags);
+    this.lines = [];   // texts with the room that they have
     this.chosen = [];  // elements that show the selection
   }
 
   /** Measures it, once it is in the page. */
   measure() {
+    const { x, width } = this.root.querySelector(".bar, .open").getBBox();
+    const free = [...this.root.querySelectorAll("text")].filter((one) => !one.closest("[data-piece]"));
+    for (const text of free) {
+      const right = text.matches(".rest") ? x + width : this.root.viewBox.baseVal.width - x;
+      this.lines.push(lineOf(text, x, right));
+    }
+    for (const piece of this.pieces) this.measurePiece(piece);
     for (const text of this.root.querySelectorAll("text")) {
       text.style.transformOrigin = `${text.getAttribute("x")}px 0`;
     }
-    this.measureRest();
-    for (const piece of this.pieces) {
-      const box = shapeOf(piece).getBBox();
-      const all = piece.getBBox();
-      this.lines.push(...linesOf(piece, box.width));
-      piece.prepend(svg("rect", { class: "target", x: box.x, y: box.y, width: box.width,
-        height: all.y + all.height - box.y }));
-    }
   }
 
-  /** What is left over is written in the middle of it. */
-  measureRest() {
-    const text = this.root.querySelector(".rest");
-    const bar = this.root.querySelector(".bar");
-    if (text === null || bar === null) return;
-    const { x, width } = bar.getBBox();
-    const length = text.getComputedTextLength();
-    const room = 2 * (x + width - text.getAttribute("x"));
-    this.lines.push({ texts: [{ text, length }], room, length });
+  /** All of a piece's place, texts included, can be pointed at. */
+  measurePiece(piece) {
+    const box = shapeOf(piece).getBBox();
+    const all = piece.getBBox();
+    this.lines.push(...linesOf(piece, box.width));
+    this.texts.append(...piece.texts);
+    piece.prepend(svg("rect", { class: "target", x: box.x, y: box.y, width: box.width,
+      height: all.y + all.height - box.y }));
   }
+
+  /** How much of the bar is used. */
+  get sum() { return this.root.querySelector(".sum")?.textContent ?? ""; }
 
   find(id) {
     return this.items.find((item) => (item.dataset.work ?? item.dataset.piece) === id) ?? null;
   }
 
-  /** Leaves out the texts that have no room where a unit is `squeeze` times as long across as along;
-   * the number of a piece goes last. */
+  /** Narrows or leaves out the texts that have no room where a unit is `squeeze` times as long across
+   * as along; the number of a piece goes last. */
   fit(squeeze) {
-    for (const { texts, room, length } of this.lines) {
-      const isWhole = squeeze <= 1 || length * squeeze <= room;
+    for (const { texts, room, length, least } of this.lines) {
+      const fits = squeeze <= 1 ? 1 : Math.min(room / (length * squeeze), 1);
       for (const { text, length: own } of texts) {
-        const stays = isWhole || (text.matches(".number") && own * squeeze <= room);
+        const stays = fits >= least || (text.matches(".number") && own * squeeze <= room);
         text.classList.toggle("left-out", !stays);
+        text.style.setProperty("--narrowed", least < 1 ? fits : 1);
       }
     }
   }
@@ -139,20 +176,20 @@ export class Drawing {
         outline.setAttribute("class", `${kind}${one.dataset.work ? " work" : ""}`);
         return outline;
       }));
-    this.root.append(...this.chosen);
+    this.flags.before(...this.chosen);
   }
 
   /** Marks a piece for findings of that severity; "": for none. `words` are added to what it is
    * called. */
   flag(piece, severity, words) {
-    piece.querySelector(".flag")?.remove();
+    piece.flag?.remove();
     piece.setAttribute("aria-label", [piece.values, words].filter((one) => one !== "").join("\n"));
     if (severity === "") return;
     const box = shapeOf(piece).getBBox();
-    const flag = svg("g", { class: `flag ${severity}` });
-    flag.append(...kSigns[severity].map((d) => svg("path", { d })));
-    flag.style.transform = `translate(${box.x + box.width / 2}px, ${box.y}px) ` +
+    piece.flag = svg("g", { class: `flag ${severity}` });
+    piece.flag.append(...kSigns[severity].map((d) => svg("path", { d })));
+    piece.flag.style.transform = `translate(${box.x + box.width / 2}px, ${box.y}px) ` +
       "scale(calc(1 / var(--along)), calc(1 / var(--across)))";
-    piece.append(flag);
+    this.flags.append(piece.flag);
   }
 }

@@ -21,7 +21,7 @@ function sheetsOf(picture) {
  * cheap; fetches and prints it */
 export function createPrinting(root, text, refused) {
   const sheets = document.createElement("div");
-  sheets.className = "sheets";
+  sheets.className = "bar-sheets";
   const picture = document.createElement("img");
   const excuse = document.createElement("p");
   excuse.textContent = text("bars.notYet");

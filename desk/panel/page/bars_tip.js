@@ -6,7 +6,7 @@ const kLinger = 200;  // ms that it stays, so that a pointer can go into it
 /** @param root positioned; the tip stays inside it */
 export function createTip(root) {
   const tip = document.createElement("div");
-  tip.className = "tip";
+  tip.className = "bar-tip";
   tip.setAttribute("role", "tooltip");
   tip.lang = "en";
   tip.hidden = true;
@@ -32,7 +32,7 @@ export function createTip(root) {
   return {
     show(item) {
       clearTimeout(end);
-      tip.textContent = item.getAttribute("aria-label");
+      tip.textContent = item.getAttribute("aria-label") ?? item.values;
       tip.hidden = tip.textContent === "";
       if (!tip.hidden) place(item);
     },

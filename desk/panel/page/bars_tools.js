@@ -5,8 +5,11 @@ const kIcons = {
   zoomOut: "M4 12h16",
   along: "M3 12h18M7 7l-5 5 5 5M17 7l5 5-5 5",
   fit: "M3 4v16M21 4v16M7 12h10M10 9l-3 3 3 3M14 9l3 3-3 3",
+  signs: "M4 6h3M4 12h3M4 18h3M10 6h10M10 12h10M10 18h10",
   print: "M7 9V3h10v6M7 17H3V9h18v8h-4M7 14h10v7H7z",
 };
+
+const kRoomForSigns = 600;  // px of the window from which the legend is shown at the start
 
 function icon(path) {
   const kSvg = "http://www.w3.org/2000/svg";
@@ -21,7 +24,7 @@ function icon(path) {
 /** @param actions zoom(isIn), fit(), print(), choose(bar) */
 export function createTools(root, text, actions) {
   const bar = document.createElement("div");
-  bar.className = "tools";
+  bar.className = "bar-tools";
   bar.setAttribute("role", "toolbar");
   bar.setAttribute("aria-label", text("bars.tools"));
 
@@ -46,16 +49,33 @@ export function createTools(root, text, actions) {
   button("fit", actions.fit);
   button("print", actions.print);
 
+  const signs = document.createElement("ul");
+  signs.className = "bar-signs";
+  signs.lang = "en";
+  const signsButton = button("signs", () => showSigns(signs.hidden));
+  function showSigns(isShown) {
+    signs.hidden = !isShown;
+    signsButton.setAttribute("aria-expanded", isShown);
+  }
+  showSigns(window.innerHeight >= kRoomForSigns);
+
   const choice = document.createElement("label");
   const bars = document.createElement("select");
-  choice.append(text("bars.which"), bars);
+  const words = document.createElement("span");
+  words.textContent = text("bars.which");
+  choice.append(words, bars);
   choice.hidden = true;
   bars.addEventListener("change", () => actions.choose(bars.value));
   bar.append(choice);
-  root.append(bar);
+  root.append(bar, signs);
 
   return {
     isAlongOnly: () => along.getAttribute("aria-pressed") === "true",
+    /** Shows the items of the legend; there may be none. */
+    explain(items) {
+      signs.replaceChildren(...items);
+      signsButton.hidden = items.length === 0;
+    },
     /** Which of the bars that are drawn as one is meant; none: nothing to choose. */
     offer(numbers, chosen) {
       choice.hidden = numbers.length === 0;

@@ -36,6 +36,8 @@ const kTexts = {
   "bars.alongHint": ["Zoom along the bars only", "仅沿型材方向缩放"],
   "bars.fit": ["Fit the width", "适合宽度"],
   "bars.fitHint": ["Whole bars in the window (0)", "显示整根型材（0）"],
+  "bars.signs": ["Signs", "图例"],
+  "bars.signsHint": ["What the signs in the drawings stand for", "图纸中各符号的含义"],
   "bars.print": ["Print", "打印"],
   "bars.printHint": ["Print the drawing (Ctrl+P)", "打印图纸（Ctrl+P）"],
   "bars.which": ["Bar", "型材"],
