@@ -36,6 +36,10 @@ class Tables {
     const { text } = this;
     this.choices = kTables.map((table) =>
       button(text(`tables.${table}`), "", () => change({ table })));
+    this.narrowChoice = labelled(element("select", {
+      id: "table-list", onchange: (event) => change({ table: event.target.value }),
+    }, ...kTables.map((table) => new Option(text(`tables.${table}`), table))), "",
+    text("tables.choice"));
     this.filter = labelled(element("input", {
       type: "search", placeholder: text("tables.filter"), autocomplete: "off", spellcheck: false,
       maxLength: 100, oninput: () => this.ask({}),
@@ -52,7 +56,7 @@ class Tables {
     root.append(
       element("div", { id: "table-tools" },
         labelled(element("div", { id: "table-choice" }, ...this.choices), "group",
-          text("tables.choice")), this.filter, this.count, this.print),
+          text("tables.choice")), this.narrowChoice, this.filter, this.count, this.print),
       this.hint, this.raised, this.place, element("footer", {}, this.note, this.legend));
     this.grid = new Grid(this.place, {
       onSort: (column) => this.sort(column),
@@ -103,8 +107,7 @@ class Tables {
   async askOne(how) {
     const { job } = state;
     const question = this.question();
-    this.choices.forEach((one, i) =>
-      one.setAttribute("aria-pressed", String(kTables[i] === state.table)));
+    this.showChoice();
     this.job = job;
     if (!(job?.version > 0)) return this.show(null, question, how);
     const place = how.keepsPlace ? this.grid.firstInSight : 0;
@@ -114,7 +117,9 @@ class Tables {
       const answer = await fetchRows(place - (place % kWindow), kWindow,
         how.reveals && state.selection !== "" ? { find: state.selection } : {});
       if (this.due !== null) return;  // that is out of date
-      this.show(new RowWindows(answer, fetchRows, () => this.rowsCame()), question, how);
+      const rows = answer.raises ? null
+        : new RowWindows(answer, fetchRows, () => this.rowsCame());
+      this.show(rows, question, how);
       this.showAnswer(answer, how);
     } catch (error) {
       this.failed(error);
@@ -154,12 +159,19 @@ class Tables {
     this.showNote();
   }
 
+  showChoice() {
+    this.narrowChoice.value = state.table;
+    this.choices.forEach((one, i) =>
+      one.setAttribute("aria-pressed", String(kTables[i] === state.table)));
+  }
+
   showAnswer(answer, how) {
+    this.raised.hidden = !answer.raises;
+    this.raised.textContent = answer.raises ?? "";
+    if (answer.raises) return;
     const isAll = answer.rows === answer.all;
     this.count.textContent = isAll ? this.text("tables.rows", answer.all)
       : this.text("tables.someRows", answer.all, answer.rows);
-    this.raised.hidden = !answer.raises;
-    this.raised.textContent = answer.raises ?? "";
     if (how.reveals) this.reveal(answer.found);
   }
 
