@@ -157,7 +157,7 @@ int HttpServer::send(MHD_Connection* connection, AnswerStream stream) {
 
 int HttpServer::send(MHD_Connection* connection, unsigned status, const std::string& type,
                      MHD_Response* response) {
-  for (const auto& [name, value] : headers_) MHD_add_response_header(response, name, value);
+  for (const auto& [name, value] : headers_) MHD_add_response_header(response, name, value.c_str());
   MHD_add_response_header(response, MHD_HTTP_HEADER_CONNECTION, "close");
   if (!type.empty()) {
     MHD_add_response_header(response, MHD_HTTP_HEADER_CONTENT_TYPE, type.c_str());

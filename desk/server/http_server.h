@@ -21,7 +21,7 @@ namespace desk::server {
 /// later, and streams, do not count there. So is the oldest that reads, beyond 256 MiB of answers.
 class HttpServer {
  public:
-  using Headers = std::vector<std::pair<const char*, const char*>>;
+  using Headers = std::vector<std::pair<const char*, std::string>>;
 
   /// Takes the port, 0 for a free one. Throws Error when it is taken. Nothing is answered before
   /// `start`.

@@ -8,6 +8,7 @@
 #include "desk/base/text.h"
 #include "desk/host/settings.h"
 #include "desk/server/page_files.h"
+#include "desk/show/cut_list.h"
 
 namespace desk::server {
 
@@ -37,8 +38,9 @@ constexpr Patience kWithJobs = {seconds(120), "too much is asked at once: try ag
 
 const HttpServer::Headers kHeaders = {
     {"Content-Security-Policy",
-     "default-src 'none'; img-src 'self'; style-src 'self'; script-src 'self'; connect-src 'self'; "
-     "base-uri 'none'; form-action 'none'; frame-ancestors 'none'"},
+     "default-src 'none'; img-src 'self'; style-src 'self' " + show::cutListStyle() +
+         "; script-src 'self'; connect-src 'self'; base-uri 'none'; form-action 'none'; "
+         "frame-ancestors 'none'"},
     {"Cross-Origin-Opener-Policy", "same-origin"},
     {"Cross-Origin-Resource-Policy", "same-origin"},
     {"X-Content-Type-Options", "nosniff"},

@@ -236,4 +236,8 @@ std::string cutListHtml(const check::CheckSession& checked, const job::Selection
                      countOf(report, check::Severity::Error));
 }
 
+std::string cutListStyle() {
+  return std::string("'sha256-") + cut_list_css_sha256 + "'";
+}
+
 }  // namespace desk::show

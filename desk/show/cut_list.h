@@ -19,4 +19,7 @@ std::string cutListHtml(const DATA_T& job, model::JobFormat format, const std::s
 /// The same of a file that was checked.
 std::string cutListHtml(const check::CheckSession& checked, const job::Selection& selection);
 
+/// The style that it brings along, as a content policy allows it by name.
+std::string cutListStyle();
+
 }  // namespace desk::show
