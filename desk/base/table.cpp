@@ -43,22 +43,17 @@ std::string shown(const Cell& cell, bool where, std::size_t columns) {
 /// How the columns of a table are laid out.
 struct Layout {
   std::vector<std::size_t> widths;
-  std::vector<bool> toRight;  ///< columns of numbers
+  NumberColumns numbers;  ///< stand to the right
 };
 
 Layout layoutOf(const TextTable& table, bool where) {
-  Layout layout{{}, std::vector<bool>(table.keys.size(), false)};
-  std::vector<bool> hasText(table.keys.size(), false);
+  Layout layout{{}, NumberColumns(table.keys.size())};
   for (const std::string& key : table.keys) layout.widths.push_back(displayWidth(key));
   for (const auto& row : table.rows) {
     for (std::size_t i = 0; i < row.size(); ++i) {
       layout.widths[i] = std::max(layout.widths[i], displayWidth(shown(row[i], where)));
-      if (row[i].text.empty()) continue;
-      (looksLikeNumber(row[i].text) ? layout.toRight : hasText)[i] = true;
     }
-  }
-  for (std::size_t i = 0; i < hasText.size(); ++i) {
-    if (hasText[i]) layout.toRight[i] = false;
+    layout.numbers.add(row);
   }
   return layout;
 }
@@ -80,7 +75,7 @@ std::string line(const Layout& layout, TextOf textOf) {
   std::string text;
   for (std::size_t i = 0; i < layout.widths.size(); ++i) {
     const std::size_t width = layout.widths[i];
-    text += padded(truncatedToColumns(textOf(i), width), width, layout.toRight[i]) +
+    text += padded(truncatedToColumns(textOf(i), width), width, layout.numbers.has(i)) +
             std::string(kGap, ' ');
   }
   text.erase(text.find_last_not_of(' ') + 1);
@@ -135,6 +130,13 @@ Json::Value numberValue(const Cell& cell) {
 }
 
 }  // namespace
+
+void NumberColumns::add(const std::vector<Cell>& row) {
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    if (row[i].text.empty()) continue;
+    (looksLikeNumber(row[i].text) ? hasNumber_ : hasText_)[i] = true;
+  }
+}
 
 Cell numberCell(double number) {
   const std::string text = hundredthsText(number);

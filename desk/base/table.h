@@ -42,6 +42,20 @@ enum class TooWide {
   Folded  ///< each value has a line of its own, folded at blanks
 };
 
+/// Which columns hold numbers: those with nothing but texts that are numbers, and at least one.
+class NumberColumns {
+ public:
+  /// @param count of the columns
+  explicit NumberColumns(std::size_t count) : hasNumber_(count), hasText_(count) {}
+
+  void add(const std::vector<Cell>& row);
+  bool has(std::size_t column) const { return hasNumber_[column] && !hasText_[column]; }
+
+ private:
+  std::vector<bool> hasNumber_;
+  std::vector<bool> hasText_;
+};
+
 /// Aligned columns under a heading.
 /// @param where adds to each value the line that it was read from, with a "*" for a carried one
 std::string tableText(const TextTable& table, bool where, const Terminal& terminal,

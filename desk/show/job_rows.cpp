@@ -26,8 +26,8 @@ bool haveSameTexts(const std::vector<Cell>& a, const std::vector<Cell>& b) {
 /// Counts the rows of a query and hands over those that are wanted.
 class JobRows::Sink {
  public:
-  Sink(const Origins& origins, const Wants& wants, const Take& take)
-      : origins_(origins), wants_(wants), take_(take) {}
+  Sink(const Origins& origins, bool where, const Wants& wants, const Take& take)
+      : origins_(origins), where_(where), wants_(wants), take_(take) {}
 
   template <class Row>
   void operator()(const Row& row) {
@@ -36,8 +36,9 @@ class JobRows::Sink {
     JobRow made;
     script_rows::forEachValue(row, [&](const char*, const row_keys::Value& value) {
       const bool isNumber = value.text == nullptr;
-      made.cells.push_back({isNumber ? shortestText(value.number) : value.text, isNumber,
-                            value.number, origins_.of(value.source)});
+      made.cells.push_back(
+          {isNumber ? shortestText(value.number) : value.text, isNumber, value.number});
+      if (where_) made.cells.back().origin = origins_.of(value.source);
       // The first of the innermost elements: a row also has values of others, as of its bar.
       const job::Element element = origins_.elementOf(value.source);
       if (depthOf(element) > depthOf(made.element)) made.element = element;
@@ -51,14 +52,16 @@ class JobRows::Sink {
 
  private:
   const Origins& origins_;
+  bool where_;
   const Wants& wants_;
   const Take& take_;
   std::size_t count_ = 0;
 };
 
-std::size_t JobRows::forEach(const Question& question, const Wants& wants, const Take& take) {
-  if (question.subject == Subject::Bars) return forEachBar(wants, take);
-  Sink sink(origins_, wants, take);
+std::size_t JobRows::forEach(const Question& question, bool where, const Wants& wants,
+                             const Take& take) {
+  if (question.subject == Subject::Bars) return forEachBar(where, wants, take);
+  Sink sink(origins_, where, wants, take);
   try {
     make(question, sink);
   } catch (const std::logic_error& error) {
@@ -87,20 +90,23 @@ void JobRows::make(const Question& question, Sink& sink) {
   }
 }
 
-std::size_t JobRows::forEachBar(const Wants& wants, const Take& take) {
+std::size_t JobRows::forEachBar(bool where, const Wants& wants, const Take& take) {
   std::map<std::size_t, JobRow> cuts;  // the first one of each bar, by its number
   std::size_t next = 0;
   const auto isFirst = [&](std::size_t row) { return row == next; };
-  forEach({Subject::Cuts, "", ""}, isFirst, [&](std::size_t row, JobRow cut) {
+  forEach({Subject::Cuts, "", ""}, where, isFirst, [&](std::size_t row, JobRow cut) {
     next += piecesOn(cut.cells);
     cuts.emplace(row, std::move(cut));
   });
-  auto cut = cuts.begin();
+  auto cut = cuts.cbegin();
   std::size_t bar = 0;
   const auto isWanted = [&](std::size_t row) {
-    return cut != cuts.end() && cut->first == row && (wants(bar++) || (++cut, false));
+    if (cut == cuts.cend() || cut->first != row) return false;
+    if (wants(bar++)) return true;
+    ++cut;
+    return false;
   };
-  forEach({Subject::Labels, "", ""}, isWanted, [&](std::size_t, JobRow label) {
+  forEach({Subject::Labels, "", ""}, where, isWanted, [&](std::size_t, const JobRow& label) {
     take(bar - 1, {barRow(cut->second.cells, label.cells), {cut->second.element.bar}});
     ++cut;
   });
@@ -110,7 +116,7 @@ std::size_t JobRows::forEachBar(const Wants& wants, const Take& take) {
 void addOrigins(TextTable& table, const Question& question, check::CheckSession& checked) {
   std::vector<std::vector<Cell>> rows;
   const auto all = [](std::size_t) { return true; };
-  rows.resize(JobRows(checked).forEach(question, all, [&](std::size_t row, JobRow made) {
+  rows.resize(JobRows(checked).forEach(question, true, all, [&](std::size_t row, JobRow made) {
     rows.resize(row);
     rows.push_back(std::move(made.cells));
   }));

@@ -27,15 +27,16 @@ class JobRows {
   using Take = std::function<void(std::size_t row, JobRow made)>;
 
   /// Hands over the rows that are wanted of the answer to a question of the panel, in their order.
+  /// @param where whether their cells get their origins
   /// @return how many rows the answer has: those handed over from that number on are not in it
   /// Throws Raised where the script command raises.
-  std::size_t forEach(const Question& question, const Wants& wants, const Take& take);
+  std::size_t forEach(const Question& question, bool where, const Wants& wants, const Take& take);
 
  private:
   class Sink;
 
   void make(const Question& question, Sink& sink);
-  std::size_t forEachBar(const Wants& wants, const Take& take);
+  std::size_t forEachBar(bool where, const Wants& wants, const Take& take);
 
   const job::TracedJob& job_;
   JsonAnalysis& reader_;

@@ -1,7 +1,6 @@
 #include "desk/show/job_summary.h"
 
-#include <cstring>
-
+#include "desk/base/letters.h"
 #include "desk/base/numbers.h"
 #include "desk/check/reports.h"
 
@@ -20,9 +19,7 @@ Cell yieldCell(const job::Yield& yield) {
 }  // namespace
 
 bool JobSummary::Name::operator<(const Name& other) const {
-  // It ends at a zero byte, behind which texts may differ.
-  const int order = strverscmp(text.c_str(), other.text.c_str());
-  return order != 0 ? order < 0 : text < other.text;
+  return comparedByPeople(text, other.text) < 0;
 }
 
 void JobSummary::Counts::add(const Counts& other) {

@@ -77,7 +77,7 @@ class JobSummary {
     std::string name;
     Counts counts;
   };
-  /// Sorts as people do: "P65-9" stands before "P65-11".
+  /// Sorts as people do.
   struct Name {
     std::string text;
     bool operator<(const Name& other) const;

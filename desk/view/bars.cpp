@@ -46,7 +46,7 @@ std::string Bars::list() const {
 }
 
 std::string Bars::one(const Query& query) const {
-  const std::size_t group = numberOf(query, "group", 0);
+  const std::size_t group = wholeNumber(query, "group", 0);
   if (group < drawing_.groups().size()) return drawing_.group(group);
   throw Refusal(404, "the job has no such group of bars");
 }

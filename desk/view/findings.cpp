@@ -63,12 +63,6 @@ void link(Json::Value& value, const Report& report, const Finding& finding) {
   }
 }
 
-/// Whether an element is `whole` or part of it.
-bool isIn(const Element& element, const Element& whole) {
-  return element.bar == whole.bar && (whole.piece == 0 || element.piece == whole.piece) &&
-         (whole.work == 0 || element.work == whole.work);
-}
-
 bool isAbout(const Finding& finding, const Element& element) {
   const auto& all = finding.consequences;
   return isIn(finding.element, element) ||
@@ -127,7 +121,7 @@ std::size_t countAbout(const Report& report, const Element& element) {
 
 std::string sourceDocument(const job::SourceText& source, const Query& query) {
   const auto all = static_cast<std::size_t>(source.lineCount());
-  const std::size_t from = std::max<std::size_t>(numberOf(query, "line", 1), 1);
+  const std::size_t from = std::max<std::size_t>(wholeNumber(query, "line", 1), 1);
   const std::size_t count = windowOf(query).count;
   Json::Value document;
   document["all"] = Json::UInt64{all};

@@ -43,7 +43,7 @@ class JobView {
   ///   drawing             as cusdesk draw FILE -o -
   ///   bars                the bars as drawn, equal ones once, and the signs of the works
   ///   bar                 SVG of one of these: group
-  ///   table               rows of a table: name, from, count (500 at most)
+  ///   table               rows of a table: name, sort, order, filter, find, from, count
   ///   findings            what cusdesk check tells: severity, id, from, count
   ///   source              lines of the job: line, count
   ///   piece               a piece as cusdesk show FILE pieces --format json tells it: id

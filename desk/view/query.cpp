@@ -25,7 +25,7 @@ std::string valueOf(const Query& query, const std::string& name) {
   return found == query.end() ? "" : found->second;
 }
 
-std::size_t numberOf(const Query& query, const std::string& name, std::size_t otherwise) {
+std::size_t wholeNumber(const Query& query, const std::string& name, std::size_t otherwise) {
   const std::string text = valueOf(query, name);
   std::size_t number = otherwise;
   if (text.empty() || readNumber(text, number)) return number;
@@ -33,7 +33,7 @@ std::size_t numberOf(const Query& query, const std::string& name, std::size_t ot
 }
 
 Window windowOf(const Query& query) {
-  return {numberOf(query, "from", 0), std::min(numberOf(query, "count", kMostRows), kMostRows)};
+  return {wholeNumber(query, "from", 0), std::min(wholeNumber(query, "count", kMostRows), kMostRows)};
 }
 
 std::string idOf(const job::Element& element) {
@@ -42,6 +42,11 @@ std::string idOf(const job::Element& element) {
     if (number > 0) id += (id.empty() ? "" : ".") + std::to_string(number);
   }
   return id;
+}
+
+bool isIn(const job::Element& element, const job::Element& whole) {
+  return element.bar == whole.bar && (whole.piece == 0 || element.piece == whole.piece) &&
+         (whole.work == 0 || element.work == whole.work);
 }
 
 job::Element elementOf(const std::string& id) {

@@ -20,7 +20,7 @@ struct Refusal : std::runtime_error {
 std::string valueOf(const Query& query, const std::string& name);
 
 /// A whole number of at most nine digits. Throws Refusal for anything else.
-std::size_t numberOf(const Query& query, const std::string& name, std::size_t otherwise);
+std::size_t wholeNumber(const Query& query, const std::string& name, std::size_t otherwise);
 
 /// Some rows of many.
 struct Window {
@@ -38,6 +38,9 @@ Window windowOf(const Query& query);
 
 /// "1.2.3" for a work, "1.2" for a piece, "1" for a bar; empty for the header.
 std::string idOf(const job::Element& element);
+
+/// Whether an element is `whole` or part of it.
+bool isIn(const job::Element& element, const job::Element& whole);
 
 /// The element of an id. Throws Refusal for what is none.
 job::Element elementOf(const std::string& id);
