@@ -1,5 +1,6 @@
 #include "desk/draw/bar_groups.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <unordered_map>
 
@@ -48,17 +49,20 @@ class Key {
   std::string text_;
 };
 
-/// Whether one of two texts is the number behind the other one's: "8" behind "7".
-bool follows(const std::string& text, const std::string& before) {
+}  // namespace
+
+bool isNextNumber(const std::string& text, const std::string& before) {
   constexpr std::size_t kMostDigits = 9;
   const bool isNumber = !before.empty() && before.size() <= kMostDigits &&
                         before.find_first_not_of("0123456789") == std::string::npos;
   return isNumber && text == std::to_string(std::strtol(before.c_str(), nullptr, 10) + 1);
 }
 
-}  // namespace
-
 std::string BarGroup::name() const {
+  return joined(numbers(), ", ");
+}
+
+std::vector<std::string> BarGroup::numbers() const {
   std::vector<std::string> runs;
   bool isOne = true;
   for (std::size_t from = 0, to = 0; from < bars.size(); from = to) {
@@ -66,7 +70,7 @@ std::string BarGroup::name() const {
       return bars[at]->bar->BarNumber;
     };
     to = from + 1;
-    while (to < bars.size() && follows(numberAt(to), numberAt(to - 1))) ++to;
+    while (to < bars.size() && isNextNumber(numberAt(to), numberAt(to - 1))) ++to;
     if (to - from == 2) --to;  // "1, 2" is no longer than "1-2"
     const std::string first = numberAt(from).empty() ? "?" : numberAt(from);
     if (to - from > 1) {
@@ -76,16 +80,24 @@ std::string BarGroup::name() const {
       runs.push_back(first);
     }
   }
-  const std::string count = bars.size() == 1 ? "" : std::to_string(bars.size()) + " x  ";
-  return count + (isOne && runs.size() == 1 ? "Bar " : "Bars ") + joined(runs, ", ");
+  runs.front().insert(0, isOne && runs.size() == 1 ? "Bar " : "Bars ");
+  return runs;
+}
+
+std::string BarGroup::count() const {
+  return bars.size() == 1 ? "" : std::to_string(bars.size()) + " x  ";
+}
+
+bool BarGroup::barCodesDifferAt(std::size_t piece) const {
+  const auto codeOf = [&](const BarPlace& bar) -> const std::string& {
+    return bar.pieces[piece].piece->BarCode;
+  };
+  return std::any_of(bars.begin(), bars.end(),
+                     [&](const BarPlace* bar) { return codeOf(*bar) != codeOf(first()); });
 }
 
 std::string BarGroup::barCodeAt(std::size_t piece) const {
-  const std::string& code = first().pieces[piece].piece->BarCode;
-  for (const BarPlace* bar : bars) {
-    if (bar->pieces[piece].piece->BarCode != code) return "";
-  }
-  return code;
+  return barCodesDifferAt(piece) ? "" : first().pieces[piece].piece->BarCode;
 }
 
 std::vector<BarGroup> groupsOf(const std::vector<BarPlace>& bars, EqualBars equal) {

@@ -10,6 +10,9 @@ namespace desk::draw {
 
 using namespace job;
 
+/// Whether a text is the whole number behind that of another: "8" behind "7".
+bool isNextNumber(const std::string& text, const std::string& before);
+
 /// Bars whose drawings are the same but for the bars' numbers and the pieces' barcodes.
 struct BarGroup {
   std::vector<const BarPlace*> bars;  ///< at least one, in the order of the job
@@ -17,9 +20,14 @@ struct BarGroup {
   /// The one that is drawn.
   const BarPlace& first() const { return *bars.front(); }
 
-  /// "Bar 7", "3 x  Bars 1, 2, 5"; runs of numbers as "1-3".
+  /// "3 x  "; empty for one bar.
+  std::string count() const;
+  /// "Bar 7", "Bars 1-3, 5"
   std::string name() const;
+  /// "Bars 1-3", "5"
+  std::vector<std::string> numbers() const;
 
+  bool barCodesDifferAt(std::size_t piece) const;
   /// The barcode of all their pieces at this place from 0; empty where they differ.
   std::string barCodeAt(std::size_t piece) const;
 };

@@ -11,15 +11,19 @@ namespace desk::draw {
 
 namespace {
 
-constexpr double kRoom = kPageWidth - 2.0 * kMargin;
-constexpr double kTitleHeight = 6.0;  ///< above the band
-constexpr double kLine = 3.7;         ///< each line below the labels
+constexpr double kTitleHeight = 6.5;  ///< above the band
+constexpr double kFirstRow = 3.5;     ///< baseline below the band
+constexpr double kRow = 3.5;          ///< from one row of texts to the next
+constexpr double kLine = 3.9;         ///< each line below the texts
 constexpr double kGap = 5.0;          ///< to the next bar
 constexpr double kBesideTitle = 3.0;  ///< between title and sum
+constexpr double kAround = 0.7;       ///< from the pieces to the frame of a bar of unknown length
 constexpr std::size_t kMostListLines = 12;
+constexpr std::size_t kMostInTip = 20;  ///< works that are told with their piece
 
-std::string titleOf(const BarGroup& group) {
-  std::string title = group.name();
+/// "3 x  Bars 1, 2, 5  ·  outer frame  ·  P65"
+std::string titleOf(const BarGroup& group, const std::string& name) {
+  std::string title = group.count() + name;
   const BAR_T& bar = *group.first().bar;
   for (const std::string* text : {&bar.BarName, &bar.DXF_Name, &bar.BarColor}) {
     if (!text->empty()) title += "  ·  " + *text;
@@ -36,73 +40,119 @@ std::string valuesOf(const WORK_T& work) {
 }  // namespace
 
 BarPicture::BarPicture(const BarGroup& group, const Scale& scale, const WorkMarks& marks)
-    : group_(group), bar_(group.first()), scale_(scale), marks_(marks) {
+    : group_(group),
+      bar_(group.first()),
+      marks_(marks),
+      drawn_(drawnOnPaper(bar_, scale)),
+      lanes_(bar_),
+      signs_(placeSigns(bar_, lanes_, drawn_.scale.along, drawn_.scale.across)),
+      texts_(group, drawn_.scale.along, kBarRoom) {
+  if (drawn_.scale.along != scale.along) {
+    list_.push_back("This bar alone is drawn " + scaleText(drawn_.scale) + ".");
+  }
   const double room = kRoom - widthInMm(sum(), kSum) - kBesideTitle;
-  title_ = truncatedToMm(titleOf(group), room, kTitle);
-  std::vector<std::string> entries;
-  for (std::size_t i = 0; i < bar_.pieces.size(); ++i) {
-    const PiecePlace& piece = bar_.pieces[i];
-    const std::string barCode = group.barCodeAt(i);
-    labels_.push_back(labelOf(piece, nameOf(i), barCode, length(piece.length)));
-    if (!labels_.back().isWhole) entries.push_back(lineOf(piece, nameOf(i), barCode));
+  const std::string name = xmlText(group.name());
+  const bool isShort = widthInMm(name, kTitle) <= room / 2.0;
+  title_ = truncatedToMm(titleOf(group, isShort ? name : "Bars"), room, kTitle);
+  if (!isShort) {
+    for (const std::string& line : linesOf(group.numbers(), kRoom)) list_.push_back(line);
   }
-  for (const PieceLabel& label : labels_) {
-    const bool isHigh = !label.length.empty() || !label.barCode.empty();
-    labelHeight_ = std::max(labelHeight_, isHigh ? 10.4 : label.number.empty() ? 1.0 : 4.0);
-  }
-  list_ = linesOf(entries, kRoom);
-  const std::vector<std::string> codes = barCodeLines();
-  list_.insert(list_.end(), codes.begin(), codes.end());
-  if (list_.size() > kMostListLines) {
-    list_.resize(kMostListLines);
-    list_.back() = "and more; \"cusdesk show\" lists them all";
-  }
+  listWhatIsMissing();
   for (const std::string& text : remarkTexts(bar_)) {
     remarks_.push_back(truncatedToMm(xmlText(text), kRoom, kRemark));
   }
 }
 
+void BarPicture::listWhatIsMissing() {
+  const auto add = [&](const std::vector<std::string>& lines) {
+    list_.insert(list_.end(), lines.begin(), lines.end());
+  };
+  if (drawn_.isBroken) list_.emplace_back("The bar is drawn broken: what is left over is longer.");
+  add(linesOf(texts_.entries(), kRoom));
+  add(linesOf(signsWithoutRoom(), kRoom));
+  add(barCodeLines());
+  if (list_.size() <= kMostListLines) return;
+  list_.resize(kMostListLines);
+  list_.back() = "and more; \"cusdesk show\" lists them all";
+}
+
+/// How many works of which pieces have no sign, as it would cover others.
+std::vector<std::string> BarPicture::signsWithoutRoom() const {
+  std::vector<std::size_t> counts(bar_.pieces.size());
+  for (std::size_t i = 0; i < counts.size(); ++i) {
+    const std::vector<WorkPlace>& works = bar_.pieces[i].works;
+    counts[i] = static_cast<std::size_t>(
+        std::count_if(works.begin(), works.end(), [](const auto& work) { return work.isDrawn(); }));
+  }
+  for (const Sign& sign : signs_) --counts[sign.piece];
+  std::vector<std::string> entries;
+  for (std::size_t i = 0; i < counts.size(); ++i) {
+    if (counts[i] == 0) continue;
+    entries.push_back(xmlText(nameOf(i)) + ": " + countText(counts[i], "work") +
+                      " without room for a sign");
+  }
+  return entries;
+}
+
 /// The barcodes that differ from bar to bar, behind the numbers of their pieces.
 std::vector<std::string> BarPicture::barCodeLines() const {
   std::vector<std::string> lines;
+  std::vector<std::size_t> pieces;
+  for (std::size_t i = 0; i < bar_.pieces.size(); ++i) {
+    if (group_.barCodesDifferAt(i)) pieces.push_back(i);
+  }
   for (const BarPlace* bar : group_.bars) {
-    if (group_.bars.size() == 1 || lines.size() > kMostListLines) break;
+    if (pieces.empty() || lines.size() > kMostListLines) break;
     std::vector<std::string> codes;
-    for (std::size_t i = 0; i < bar->pieces.size(); ++i) {
+    for (const std::size_t i : pieces) {
       const std::string code = xmlText(bar->pieces[i].piece->BarCode);
-      if (!code.empty() && group_.barCodeAt(i).empty()) {
-        codes.push_back(xmlText(nameOf(i)) + ": " + code);
-      }
+      codes.push_back(xmlText(nameOf(i)) + ": " + (code.empty() ? "none" : code));
     }
-    if (codes.empty()) continue;
-    codes.front().insert(0, "Bar " + xmlText(bar->bar->BarNumber) + ": ");
+    codes.front().insert(0, "Bar " + xmlText(bar->bar->BarNumber) + ":  ");
     const std::vector<std::string> more = linesOf(codes, kRoom);
     lines.insert(lines.end(), more.begin(), more.end());
   }
   return lines;
 }
 
+double BarPicture::band() const {
+  const auto lanes = static_cast<double>(lanes_.count());
+  return lanes * lane() + (lanes - 1.0) * kBetweenLanes;
+}
+
+double BarPicture::laneBottom(std::size_t lane, double top) const {
+  return top + static_cast<double>(lane) * (this->lane() + kBetweenLanes) + this->lane();
+}
+
 double BarPicture::height() const {
+  const auto rows = static_cast<double>(texts_.rows());
   const auto lines = static_cast<double>(list_.size() + remarks_.size());
-  return kTitleHeight + band() + labelHeight_ + lines * kLine + kGap;
+  return kTitleHeight + band() + 1.0 + rows * kRow + lines * kLine + kGap;
 }
 
 void BarPicture::draw(SvgCanvas& canvas, double top) const {
-  const double bottom = top + kTitleHeight + band();
-  canvas.beginGroup({"data-bar", std::to_string(bar_.number), titleOf(group_) + "; " + sum()});
+  canvas.beginGroup({"data-bar", std::to_string(bar_.number), title_ + "; " + sum()});
   drawTitle(canvas, top);
-  drawStock(canvas, bottom);
-  for (std::size_t i = 0; i < bar_.pieces.size(); ++i) {
-    canvas.beginGroup(subjectOf(i));
-    drawPiece(canvas, i, bottom);
-    drawLabel(canvas, i, bottom);
-    canvas.endGroup();
+  const double band = top + kTitleHeight;
+  drawStock(canvas, band);
+  for (const bool isLine : {false, true}) {  // lines are not to be covered
+    for (std::size_t i = 0; i < bar_.pieces.size(); ++i) {
+      if (bar_.pieces[i].outline.empty() == isLine) draw(canvas, band, i);
+    }
   }
   if (bar_.length > 0.0 && bar_.leftOver() < 0.0) {
-    const double end = kMargin + length(bar_.length);
-    canvas.line({end, bottom - band() - 1.5}, {end, bottom + 1.5}, "end");
+    const double end = kBarLeft + length(bar_.length);
+    canvas.line({end, band - 2.0}, {end, band + this->band() + 0.4}, "end");
   }
-  drawLines(canvas, bottom + labelHeight_);
+  drawLines(canvas, band + this->band() + 1.0 + static_cast<double>(texts_.rows()) * kRow);
+  canvas.endGroup();
+}
+
+void BarPicture::draw(SvgCanvas& canvas, double top, std::size_t piece) const {
+  canvas.beginGroup(subjectOf(piece));
+  drawOutline(canvas, top, bar_.pieces[piece]);
+  drawSigns(canvas, top, piece);
+  drawTexts(canvas, top + band(), piece);
   canvas.endGroup();
 }
 
@@ -113,51 +163,87 @@ void BarPicture::drawTitle(SvgCanvas& canvas, double top) const {
 }
 
 std::string BarPicture::sum() const {
-  return (group_.bars.size() > 1 ? "each: " : "") + summaryText(bar_);
+  const std::string text = (group_.bars.size() > 1 ? "each: " : "") + summaryText(bar_);
+  return truncatedToMm(xmlText(text), 0.7 * kRoom, kSum);
 }
 
-void BarPicture::drawStock(SvgCanvas& canvas, double bottom) const {
-  const bool known = bar_.length > 0.0;
-  canvas.rectangle(kMargin, bottom - band(), length(known ? bar_.length : bar_.used), band(),
-                   known ? "bar" : "open");
-  if (!bar_.isKnown() || bar_.leftOver() <= 0.0) return;
-  const std::string rest = hundredthsText(bar_.leftOver());
-  if (widthInMm(rest, kLabel) > length(bar_.leftOver())) return;
-  const double middle = kMargin + length(bar_.used + bar_.leftOver() / 2.0);
-  canvas.text({middle, bottom - band() / 2.0 + 0.36 * kLabel.size}, rest, "rest");
+/// How long the bar is on paper.
+double BarPicture::stockLength() const {
+  return drawn_.isBroken ? kBarRoom : length(bar_.length > 0.0 ? bar_.length : bar_.used);
 }
 
-void BarPicture::drawPiece(SvgCanvas& canvas, std::size_t index, double bottom) const {
-  const PiecePlace& piece = bar_.pieces[index];
+void BarPicture::drawStock(SvgCanvas& canvas, double top) const {
+  if (bar_.length == 0.0) {
+    canvas.rectangle(kBarLeft - kAround, top - kAround, stockLength() + 5.0 * kAround,
+                     band() + 2.0 * kAround, "open");
+  }
+  const double restFrom = kBarLeft + length(bar_.used);
+  const double restTo = kBarLeft + stockLength();
+  for (std::size_t i = 0; i < lanes_.count(); ++i) {
+    const double bottom = laneBottom(i, top);
+    const double textLine = bottom - lane() / 2.0 + 0.36 * kLabel.size;
+    const std::string side = lanes_.nameOf(i);
+    if (!side.empty()) canvas.text({kBarLeft - 1.8, textLine}, side, "side");
+    if (bar_.length == 0.0) continue;
+    canvas.rectangle(kBarLeft, bottom - lane(), stockLength(), lane(), "bar");
+    if (drawn_.isBroken) drawBreak(canvas, restTo - 4.0, bottom);
+    const std::string rest = hundredthsText(bar_.leftOver());
+    const bool hasRest = i == 0 && bar_.isKnown() && bar_.leftOver() > 0.0;
+    const double room = restTo - (drawn_.isBroken ? 5.0 : 0.0) - restFrom;
+    if (!hasRest || widthInMm(rest, kLabel) > room || lane() < kLabel.size) continue;
+    canvas.text({restFrom + room / 2.0, textLine}, rest, "rest");
+  }
+}
+
+/// The gap in a bar that is drawn shorter than it is.
+void BarPicture::drawBreak(SvgCanvas& canvas, double x, double bottom) const {
+  const double top = bottom - lane();
+  canvas.polygon({{x - 0.8, bottom + 0.3},
+                  {x + 0.8, top - 0.3},
+                  {x + 2.0, top - 0.3},
+                  {x + 0.4, bottom + 0.3}},
+                 "break");
+}
+
+void BarPicture::drawOutline(SvgCanvas& canvas, double top, const PiecePlace& piece) const {
   if (piece.outline.empty()) {
-    const double x = kMargin + length(piece.start);
-    return canvas.line({x, bottom - band() - 1.0}, {x, bottom + 1.0}, "end");
+    const double x = kBarLeft + length(piece.start);
+    return canvas.line({x, top - 1.0}, {x, top + band() + 0.4}, "end");
   }
-  std::vector<Point> corners;
-  for (const Point& corner : piece.outline) corners.push_back(onPaper(corner, bottom));
-  canvas.polygon(corners, piece.fits ? "piece" : "over");
-  for (std::size_t i = 0; i < piece.works.size(); ++i) {
-    const WorkPlace& work = piece.works[i];
-    if (!work.isDrawn()) continue;
-    marks_.draw(canvas, onPaper(work.at, bottom), work.work->Name, subjectOf(index, i));
+  for (std::size_t i = 0; i < lanes_.count(); ++i) {
+    std::vector<Point> corners;
+    for (const Point& corner : piece.outline) {
+      corners.push_back(
+          {kBarLeft + length(corner.x), laneBottom(i, top) - corner.y / drawn_.scale.across});
+    }
+    canvas.polygon(corners, piece.fits ? "piece" : "over");
   }
 }
 
-void BarPicture::drawLabel(SvgCanvas& canvas, std::size_t index, double bottom) const {
-  const PiecePlace& piece = bar_.pieces[index];
-  const PieceLabel& label = labels_[index];
-  const double left = kMargin + length(piece.start);
-  const double right = left + length(piece.length);
-  const double middle = (left + right) / 2.0;
-  const double first = bottom + 3.3;
-  const auto write = [&](double x, double y, const std::string& text, const char* kind) {
-    if (!text.empty()) canvas.text({x, y}, text, kind);
-  };
-  write(left + kBetweenLabels / 2.0, first, label.leftAngle, "left");
-  write(middle, first, label.number, "number");
-  write(right - kBetweenLabels / 2.0, first, label.rightAngle, "right");
-  write(middle, first + 3.2, label.length, "middle");
-  write(middle, first + 6.3, label.barCode, "middle");
+void BarPicture::drawSigns(SvgCanvas& canvas, double top, std::size_t piece) const {
+  auto sign =
+      std::lower_bound(signs_.begin(), signs_.end(), piece,
+                       [](const Sign& one, std::size_t wanted) { return one.piece < wanted; });
+  for (; sign != signs_.end() && sign->piece == piece; ++sign) {
+    const WORK_T& work = *bar_.pieces[piece].works[sign->work].work;
+    const Point at{kBarLeft + sign->at.x, laneBottom(sign->lane, top) - sign->at.y};
+    marks_.draw(canvas, at, work.Name, subjectOf(piece, sign->work));
+  }
+}
+
+void BarPicture::drawTexts(SvgCanvas& canvas, double bottom, std::size_t piece) const {
+  const std::vector<PlacedText>& texts = texts_.placed();
+  auto text = std::lower_bound(
+      texts.begin(), texts.end(), piece,
+      [](const PlacedText& one, std::size_t wanted) { return one.piece < wanted; });
+  for (; text != texts.end() && text->piece == piece; ++text) {
+    const double x = kBarLeft + text->x;
+    const double baseline = bottom + kFirstRow + static_cast<double>(text->row) * kRow;
+    if (text->isLed) {
+      canvas.line({x, bottom + 0.4}, {x, baseline - 0.85 * kNumber.size}, "leader");
+    }
+    canvas.text({x, baseline}, text->text, text->kind);
+  }
 }
 
 void BarPicture::drawLines(SvgCanvas& canvas, double top) const {
@@ -170,10 +256,6 @@ void BarPicture::drawLines(SvgCanvas& canvas, double top) const {
   }
 }
 
-Point BarPicture::onPaper(const Point& point, double bottom) const {
-  return {kMargin + point.x / scale_.along, bottom - point.y / scale_.across};
-}
-
 std::string BarPicture::nameOf(std::size_t index) const {
   return pieceName(*bar_.bar, static_cast<int>(index) + 1);
 }
@@ -181,14 +263,19 @@ std::string BarPicture::nameOf(std::size_t index) const {
 Subject BarPicture::subjectOf(std::size_t piece) const {
   const PiecePlace& place = bar_.pieces[piece];
   std::string values = lineOf(place, nameOf(piece), group_.barCodeAt(piece));
+  std::size_t others = 0;
   for (const WorkPlace& work : place.works) {
-    if (!work.isDrawn()) values += "; not drawn: " + valuesOf(*work.work);
+    if (work.isDrawn()) continue;
+    if (others++ < kMostInTip) values += "; not drawn: " + valuesOf(*work.work);
   }
+  if (others > kMostInTip) values += " and " + std::to_string(others - kMostInTip) + " more";
   return {"data-piece", std::to_string(bar_.number) + "." + std::to_string(piece + 1), values};
 }
 
 Subject BarPicture::subjectOf(std::size_t piece, std::size_t work) const {
-  return {"data-work", subjectOf(piece).id + "." + std::to_string(work + 1),
+  return {"data-work",
+          std::to_string(bar_.number) + "." + std::to_string(piece + 1) + "." +
+              std::to_string(work + 1),
           valuesOf(*bar_.pieces[piece].works[work].work)};
 }
 

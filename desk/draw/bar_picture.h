@@ -5,7 +5,8 @@
 #include <vector>
 
 #include "desk/draw/bar_groups.h"
-#include "desk/draw/piece_label.h"
+#include "desk/draw/bar_texts.h"
+#include "desk/draw/lanes.h"
 #include "desk/draw/sheet.h"
 #include "desk/draw/svg_canvas.h"
 #include "desk/draw/work_marks.h"
@@ -21,36 +22,43 @@ class BarPicture {
   /// "3 x  Bars 1, 2, 5  ·  outer frame  ·  P65", as far as there is room for it.
   const std::string& title() const { return title_; }
 
-  /// With the gap to the next bar, mm. Always less than half a page.
+  /// With the gap to the next bar, mm. Always less than a page has below its heading.
   double height() const;
 
   /// Draws the bar from `top` down, mm. What is drawn goes by the numbers of the group's first bar.
   void draw(SvgCanvas& canvas, double top) const;
 
  private:
+  void listWhatIsMissing();
+  void draw(SvgCanvas& canvas, double top, std::size_t piece) const;
   void drawTitle(SvgCanvas& canvas, double top) const;
-  void drawStock(SvgCanvas& canvas, double bottom) const;
-  void drawPiece(SvgCanvas& canvas, std::size_t index, double bottom) const;
-  void drawLabel(SvgCanvas& canvas, std::size_t index, double bottom) const;
+  void drawStock(SvgCanvas& canvas, double top) const;
+  void drawBreak(SvgCanvas& canvas, double x, double bottom) const;
+  void drawOutline(SvgCanvas& canvas, double top, const PiecePlace& piece) const;
+  void drawSigns(SvgCanvas& canvas, double top, std::size_t piece) const;
+  void drawTexts(SvgCanvas& canvas, double bottom, std::size_t piece) const;
   void drawLines(SvgCanvas& canvas, double top) const;
 
-  double band() const { return bar_.width / scale_.across; }
-  double length(double onBar) const { return onBar / scale_.along; }
-  /// Where a point of the bar lies on paper, whose band ends at `bottom`.
-  Point onPaper(const Point& point, double bottom) const;
+  double lane() const { return bar_.width / drawn_.scale.across; }
+  double band() const;
+  double laneBottom(std::size_t lane, double top) const;
+  double length(double onBar) const { return onBar / drawn_.scale.along; }
+  double stockLength() const;
   std::string sum() const;
   std::string nameOf(std::size_t index) const;
   Subject subjectOf(std::size_t piece) const;
   Subject subjectOf(std::size_t piece, std::size_t work) const;
   std::vector<std::string> barCodeLines() const;
+  std::vector<std::string> signsWithoutRoom() const;
 
   const BarGroup& group_;
   const BarPlace& bar_;
-  std::string title_;
-  Scale scale_;
   const WorkMarks& marks_;
-  std::vector<PieceLabel> labels_;
-  double labelHeight_ = 1.0;          ///< what they take below the band
+  LongBar drawn_;
+  Lanes lanes_;
+  std::vector<Sign> signs_;  ///< by pieces
+  BarTexts texts_;
+  std::string title_;
   std::vector<std::string> list_;     ///< what had no room at the pieces
   std::vector<std::string> remarks_;  ///< what is odd
 };

@@ -69,9 +69,8 @@ class JobDrawing {
 
  private:
   std::string title() const;
-  std::string shortTitle() const;
-  void drawHeading(SvgCanvas& canvas) const;
-  void drawPageNumbers(SvgCanvas& canvas, int count) const;
+  std::string facts() const;
+  void drawHeading(SvgCanvas& canvas, int page, int count) const;
 
   JobHeading heading_;
   const std::vector<BarPlace>& bars_;

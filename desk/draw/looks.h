@@ -7,32 +7,48 @@
 
 namespace desk::draw {
 
+/// How a text is set.
+struct Lettering {
+  double size;  ///< height of the em square, mm: the smallest has capitals of 2 mm
+  bool bold;
+};
+
+constexpr Lettering kName{5.0, true};  ///< of the job
+constexpr Lettering kTitle{3.4, true};
+constexpr Lettering kSum{3.0, false};
+constexpr Lettering kNumber{3.2, true};
+constexpr Lettering kLabel{2.8, false};
+constexpr Lettering kRemark{2.8, true};
+
 /// Properties as a style sheet writes them, which are presentation attributes too: a page whose
 /// content policy knows no inline styles takes those, and its own style sheet goes before them.
 struct Look {
   const char* kind;        ///< class of the element
   const char* properties;  ///< "fill:#fff;stroke:#777"
+  const Lettering* lettering = nullptr;
 };
 
 /// Of all texts; the other classes add to it.
-constexpr Look kTextLook{"", "font-family:sans-serif;font-size:2.6px;fill:#1a1a1a"};
+constexpr Look kTextLook{"", "font-family:sans-serif;fill:#1a1a1a", &kLabel};
 
 constexpr Look kLooks[] = {
     {"paper", "fill:#fff"},
-    {"name", "font-size:5px;font-weight:bold"},
+    {"name", "", &kName},
     {"page", "text-anchor:end;fill:#555"},
-    {"continued", "fill:#555"},
-    {"title", "font-size:3.2px;font-weight:bold"},
-    {"sum", "font-size:3px;text-anchor:end"},
-    {"remark", "font-size:2.8px;font-weight:bold;fill:#b00020"},
-    {"number", "font-size:3.2px;font-weight:bold;text-anchor:middle"},
+    {"title", "", &kTitle},
+    {"sum", "text-anchor:end", &kSum},
+    {"remark", "fill:#b00020", &kRemark},
+    {"number", "text-anchor:middle", &kNumber},
     {"middle", "text-anchor:middle"},
     {"right", "text-anchor:end"},
+    {"side", "text-anchor:end;fill:#555"},
     {"rest", "text-anchor:middle;font-style:italic;fill:#555"},
     {"bar", "fill:#eee;stroke:#777;stroke-width:.2"},
-    {"open", "fill:none;stroke:#777;stroke-width:.2;stroke-dasharray:1 .8"},
+    {"open", "fill:none;stroke:#777;stroke-width:.3;stroke-dasharray:1 .8"},
+    {"break", "fill:#fff;stroke:#777;stroke-width:.2"},
     {"piece", "fill:#cfe0f0;stroke:#22394f;stroke-width:.25"},
     {"over", "fill:#f6c6c6;stroke:#b00020;stroke-width:.25"},
+    {"leader", "stroke:#777;stroke-width:.15"},
     {"end", "stroke:#b00020;stroke-width:.7"},
     {"w", "stroke:#fff;stroke-width:.12"},
     {"w0", "fill:#b3401f"},
@@ -42,6 +58,9 @@ constexpr Look kLooks[] = {
     {"w4", "fill:#111"},
     {"other", "fill:#888"},
 };
+
+/// All properties of a look: "text-anchor:end;font-size:3px".
+std::string propertiesOf(const Look& look);
 
 /// All of them as a style sheet, for a document of its own.
 std::string styleSheet();

@@ -25,8 +25,8 @@ PieceLabel labelOf(const PiecePlace& piece, const std::string& name, const std::
   PieceLabel label;
   const std::string number = xmlText(name);
   const std::string wholeCode = xmlText(barCode);
-  const std::string left = angleText(piece.leftAngle);
-  const std::string right = angleText(piece.rightAngle);
+  const std::string left = angleText(piece.leftCut);
+  const std::string right = angleText(piece.rightCut);
   const std::string wholeLength = xmlText(lengthText(piece));
   const double room = length - kBetweenLabels;
   const double numberRoom = widthInMm(number, kNumber);
@@ -48,12 +48,15 @@ PieceLabel labelOf(const PiecePlace& piece, const std::string& name, const std::
   return label;
 }
 
+std::string anglesText(const PiecePlace& piece) {
+  if (piece.leftCut == 90.0 && piece.rightCut == 90.0) return "";
+  return ", " + hundredthsText(piece.leftCut) + "°/" + hundredthsText(piece.rightCut) + "°";
+}
+
 std::string lineOf(const PiecePlace& piece, const std::string& name, const std::string& barCode) {
   std::string line = xmlText(name) + ": ";
   line += piece.length > 0.0 ? xmlText(lengthText(piece)) : "no length";
-  if (piece.leftAngle != 90.0 || piece.rightAngle != 90.0) {
-    line += ", " + hundredthsText(piece.leftAngle) + "°/" + hundredthsText(piece.rightAngle) + "°";
-  }
+  line += anglesText(piece);
   return barCode.empty() ? line : line + ", " + xmlText(barCode);
 }
 

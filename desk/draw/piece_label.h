@@ -29,6 +29,9 @@ struct PieceLabel {
 PieceLabel labelOf(const PiecePlace& piece, const std::string& name, const std::string& barCode,
                    double length);
 
+/// ", 45°/90°"; empty for two square ends.
+std::string anglesText(const PiecePlace& piece);
+
 /// All of it in one line, for where there is more room: "12: 385.5, 45°/90°, DEMO-0612".
 std::string lineOf(const PiecePlace& piece, const std::string& name, const std::string& barCode);
 

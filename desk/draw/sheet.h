@@ -14,6 +14,12 @@ namespace desk::draw {
 constexpr double kPageWidth = 297.0;
 constexpr double kPageHeight = 210.0;
 constexpr double kMargin = 10.0;
+constexpr double kRoom = kPageWidth - 2.0 * kMargin;  ///< for texts, mm
+
+/// Where bars begin, right of the names of their sides, and how long they may be, mm on paper.
+constexpr double kBarLeft = kMargin + 10.0;
+constexpr double kBarRoom = kPageWidth - kMargin - kBarLeft;
+constexpr double kBetweenLanes = 0.8;
 
 /// Where blocks come to lie.
 struct Pages {
@@ -24,9 +30,8 @@ struct Pages {
 
 /// Places blocks of these heights, none higher than a page, one below the other so that none is cut
 /// by the end of a page.
-/// @param first where the first page has room, from its top
-/// @param others the same of all other pages
-Pages paginate(const std::vector<double>& heights, double first, double others);
+/// @param room where each page has room, from its top
+Pages paginate(const std::vector<double>& heights, double room);
 
 /// Two scales, as profiles are some hundred times longer than wide: "1:25 along, 1:8 across". Both
 /// are those of all bars of a job.
@@ -35,22 +40,20 @@ struct Scale {
   double across = 1.0;  ///< the same across the profile; never more than `along`
 };
 
-/// The largest usual scale at which the longest bar is no longer than `paperLength` mm on paper and
-/// the widest profile gets a band that texts and works have room in.
-Scale scaleFor(const std::vector<BarPlace>& bars, double paperLength);
+/// The largest usual scale at which the longest bar that is in trade is no longer than `kBarRoom`
+/// on paper, and the widest profile gets lanes that works have room in.
+Scale scaleFor(const std::vector<BarPlace>& bars);
 
-/// How a text is set.
-struct Lettering {
-  double size;  ///< height of the em square, mm
-  bool bold;
+/// "1:25 along, 1:8 across"
+std::string scaleText(const Scale& scale);
+
+/// How a bar is drawn that may be too long for the scale of the job.
+struct LongBar {
+  Scale scale;            ///< of its own where its pieces alone are too long
+  bool isBroken = false;  ///< whether what is left over is drawn shorter, with a gap
 };
 
-constexpr Lettering kName{5.0, true};  ///< of the job
-constexpr Lettering kTitle{3.2, true};
-constexpr Lettering kSum{3.0, false};
-constexpr Lettering kNumber{3.2, true};
-constexpr Lettering kLabel{2.6, false};
-constexpr Lettering kRemark{2.8, true};
+LongBar drawnOnPaper(const BarPlace& bar, const Scale& ofJob);
 
 /// How wide `text` is at most, mm. Viewers choose the face, so this is on the wide side.
 /// @param text UTF-8 that XML can hold

@@ -22,6 +22,8 @@ const char* wordsOf(Drawn drawn) {
       return "; left out";
     case Drawn::Square:
       return "; drawn square";
+    case Drawn::CutOff:
+      return "; drawn cut off";
     case Drawn::OfUsualWidth:
       return "; drawn with a usual one";
     case Drawn::WithoutEnds:

@@ -23,11 +23,18 @@ bool hasWord(const std::string& text, const std::string& word) {
 
 }  // namespace
 
+std::string propertiesOf(const Look& look) {
+  std::string properties = look.properties;
+  if (look.lettering == nullptr) return properties;
+  properties += std::string(properties.empty() ? "" : ";") +
+                "font-size:" + number(look.lettering->size) + "px";
+  return properties + (look.lettering->bold ? ";font-weight:bold" : "");
+}
+
 std::string styleSheet() {
-  std::string sheet =
-      "@page{size:297mm 210mm;margin:0}text{" + std::string(kTextLook.properties) + "}";
+  std::string sheet = "@page{size:297mm 210mm;margin:0}text{" + propertiesOf(kTextLook) + "}";
   for (const Look& look : kLooks) {
-    sheet += "." + std::string(look.kind) + "{" + look.properties + "}";
+    sheet += "." + std::string(look.kind) + "{" + propertiesOf(look) + "}";
   }
   return sheet;
 }
@@ -114,7 +121,7 @@ void SvgCanvas::open(const char* name, const std::string& kind) {
 }
 
 void SvgCanvas::pushLook(const Look& look) {
-  eachProperty(look.properties, [&](const std::string& name, const std::string& value) {
+  eachProperty(propertiesOf(look), [&](const std::string& name, const std::string& value) {
     printer_.PushAttribute(name.c_str(), value.c_str());
   });
 }

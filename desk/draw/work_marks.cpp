@@ -6,15 +6,16 @@ namespace desk::draw {
 
 namespace {
 
-/// Shapes about 1.3 mm across, as path data that starts at their middle.
+/// Shapes that fill a square of kSign, as path data that starts at their middle.
 constexpr const char* kShapes[] = {
-    "m-.6 0a.6.6 0 1 0 1.2 0a.6.6 0 1 0 -1.2 0z",       // disc
-    "m-.55 -.55h1.1v1.1h-1.1z",                         // square
-    "m0 -.7l.7 1.2h-1.4z",                              // triangle
-    "m0 -.8l.7 .8l-.7 .8l-.7 -.8z",                     // diamond
-    "m0 .7l.7 -1.2h-1.4z",                              // triangle upside down
-    "m-.2 -.7h.4v.5h.5v.4h-.5v.5h-.4v-.5h-.5v-.4h.5z",  // cross
+    "m-.75 0a.75.75 0 1 0 1.5 0a.75.75 0 1 0 -1.5 0z",              // disc
+    "m-.65 -.65h1.3v1.3h-1.3z",                                     // square
+    "m0 -.8l.8 1.45h-1.6z",                                         // triangle
+    "m0 -.82l.7 .82l-.7 .82l-.7 -.82z",                             // diamond
+    "m0 .8l.8 -1.45h-1.6z",                                         // triangle upside down
+    "m-.27 -.8h.54v.53h.53v.54h-.53v.53h-.54v-.53h-.53v-.54h.53z",  // cross
 };
+constexpr char kOther[] = "w other";
 constexpr std::size_t kColours = 5;  ///< classes w0 to w4 of the style sheet
 constexpr std::size_t kSigns = std::size(kShapes) * kColours;
 
@@ -37,6 +38,10 @@ WorkMarks::WorkMarks(const std::vector<BarGroup>& groups) {
   }
 }
 
+void WorkMarks::drawOther(SvgCanvas& canvas, const Point& at) const {
+  canvas.path(at, kShapes[0], kOther);
+}
+
 void WorkMarks::draw(SvgCanvas& canvas, const Point& at, const std::string& name) const {
   draw(canvas, at, name, nullptr);
 }
@@ -50,7 +55,7 @@ void WorkMarks::draw(SvgCanvas& canvas, const Point& at, const std::string& name
                      const Subject* work) const {
   const auto found = signs_.find(name);
   const std::size_t sign = found == signs_.end() ? kSigns : found->second;
-  if (sign >= kSigns) return canvas.path(at, kShapes[0], "w other", work);
+  if (sign >= kSigns) return canvas.path(at, kShapes[0], kOther, work);
   // 6 and 5 are coprime, so each pair of shape and colour occurs once.
   canvas.path(at, kShapes[sign % std::size(kShapes)], "w w" + std::to_string(sign % kColours),
               work);

@@ -25,6 +25,9 @@ class WorkMarks {
   void draw(SvgCanvas& canvas, const Point& at, const std::string& name) const;
   void draw(SvgCanvas& canvas, const Point& at, const std::string& name, const Subject& work) const;
 
+  /// The sign that the other names share.
+  void drawOther(SvgCanvas& canvas, const Point& at) const;
+
  private:
   void draw(SvgCanvas& canvas, const Point& at, const std::string& name, const Subject* work) const;
 

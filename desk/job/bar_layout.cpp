@@ -38,11 +38,33 @@ double missingLength(const PiecePlace& place, double width) {
   return missing > kTolerance ? missing : 0.0;
 }
 
+/// What two cuts leave of a piece that meet before they have crossed the profile: a triangle; empty
+/// when they leave nothing.
+std::vector<Point> tipOf(const PiecePlace& place, double width) {
+  const auto leftAt = [&](double y) { return place.start + inwardsAt(y, width, place.leftCut); };
+  const auto lengthAt = [&](double y) {
+    return place.start + place.length - inwardsAt(y, width, place.rightCut) - leftAt(y);
+  };
+  const double lower = lengthAt(0.0);
+  const double upper = lengthAt(width);
+  if (lower * upper >= 0.0) return {};
+  const double meet = width * lower / (lower - upper);
+  const Point tip{leftAt(meet), meet};
+  if (lower > 0.0) return {{leftAt(0.0), 0.0}, {leftAt(0.0) + lower, 0.0}, tip};
+  return {tip, {leftAt(width) + upper, width}, {leftAt(width), width}};
+}
+
 void shape(PiecePlace& place, double width) {
   place.leftAngle = angleOf(place.piece->sxB);
   place.rightAngle = angleOf(place.piece->dxB);
+  place.leftCut = place.leftAngle;
+  place.rightCut = place.rightAngle;
   place.tooShortBy = missingLength(place, width);
-  if (place.tooShortBy > 0.0) place.leftAngle = place.rightAngle = kSquare;
+  if (place.tooShortBy > 0.0) {
+    place.outline = tipOf(place, width);
+    place.leftAngle = place.rightAngle = kSquare;
+  }
+  if (!place.outline.empty()) return;
   place.outline = outlineOf(place.start, place.length, width, place.leftAngle, place.rightAngle);
 }
 

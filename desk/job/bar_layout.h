@@ -18,6 +18,9 @@ namespace desk::job {
 /// What planning systems round by, mm. A work that lies so far off its piece lies on it.
 constexpr double kRounding = 0.1;
 
+/// Of the bars that are in trade, mm.
+constexpr double kLongestBar = 20000.0;
+
 /// What sums and tangents are rounded by, mm.
 constexpr double kTolerance = 1e-6;
 
@@ -50,12 +53,15 @@ struct PiecePlace {
   double length = 0.0;                ///< from tip to tip, as drawn; 0: the job tells none
   bool isStartKnown = true;           ///< whether the lengths of all pieces before it are known
   bool isLengthKnown = false;         ///< whether it is a plain number
-  double leftAngle = 90.0;            ///< as drawn, see outlineOf
+  double leftAngle = 90.0;            ///< see outlineOf; square where it is too short for both
   double rightAngle = 90.0;
-  /// Its corners: lower left, lower right, upper right, upper left. Empty without a length.
+  double leftCut = 90.0;  ///< as the job says, also where it is too short
+  double rightCut = 90.0;
+  /// Its corners: lower left, lower right, upper right, upper left; three where its cuts meet
+  /// before they have crossed the profile. Empty without a length.
   std::vector<Point> outline{};
   std::vector<WorkPlace> works{};  ///< as in the job; none without a length
-  double tooShortBy = 0.0;         ///< for its angles; then it is drawn square
+  double tooShortBy = 0.0;         ///< for its angles
   bool fits = true;                ///< whether it ends on the bar
 };
 

@@ -308,7 +308,7 @@ class Judge {
               hundredthsText(piece.length + piece.tooShortBy) + " at a width of " +
               shortestText(bar_.width),
           {kPieceLength, kLeftAngle, kRightAngle, kWidth})
-          .drawn = Drawn::Square;
+          .drawn = piece.outline.size() == 3 ? Drawn::CutOff : Drawn::Square;
     }
   }
 
@@ -383,7 +383,6 @@ class Judge {
         {kPieceLength, isLeft ? kLeftAngle : kRightAngle, kWidth, kY});
   }
 
-  static constexpr double kLongestBar = 20000.0;     ///< of those that are in trade, mm
   static constexpr double kLargestProfile = 1000.0;  ///< of those that are in trade, mm
   static constexpr double kLeftOverRounding = 1.0;   ///< mm
   static constexpr double kRightAngle135 = 135.0;

@@ -16,7 +16,7 @@ namespace desk::job {
 struct BarPlace;
 
 /// What a drawing makes of an oddity.
-enum class Drawn { AsItIs, LeftOut, Square, OfUsualWidth, WithoutEnds };
+enum class Drawn { AsItIs, LeftOut, Square, CutOff, OfUsualWidth, WithoutEnds };
 
 /// Where a value of a job is.
 struct JobValue {

@@ -34,7 +34,9 @@ DATA_T equalBars() {
 std::vector<std::string> namesIn(const DATA_T& job) {
   std::vector<std::string> names;
   const std::vector<BarPlace> bars = judgedBars(job, model::JobFormat::Json);
-  for (const BarGroup& group : groupsOf(bars, EqualBars::Once)) names.push_back(group.name());
+  for (const BarGroup& group : groupsOf(bars, EqualBars::Once)) {
+    names.push_back(group.count() + group.name());
+  }
   return names;
 }
 

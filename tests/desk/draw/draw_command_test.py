@@ -19,8 +19,8 @@ SVG = "{http://www.w3.org/2000/svg}"
 def piece(number, length, left="90", right="90", works=(), **more):
     return {"PieceNumber": number, "BarCode": f"A-{number}", **more,
             "cut": {"Length": length, "sxB": left, "dxB": right},
-            "work": [{"Name": name, "ProfiLav": 1, "PositionX": x, "PositionY": y, "PositionZ": 5.0}
-                     for name, x, y in works]}
+            "work": [{"Name": name, "ProfiLav": side[0] if side else 1, "PositionX": x,
+                      "PositionY": y, "PositionZ": 5.0} for name, x, y, *side in works]}
 
 
 def bar(number, length, *pieces, **more):
@@ -32,6 +32,14 @@ MITRES = [bar(1, 6500,
               piece(1, "1200", "45", "135", [("销孔", 28.0, 32.5), ("槽", 600.0, 10.0)]),
               piece(2, "1300.5", "135", "45", [("槽", 650.0, 10.0)]),
               piece(3, "900", "90", "60"), piece(4, "800", "30", "150"))]
+LOCK = [("锁", 600.0, 32.5, 3), ("螺", 590.0, 32.5, 3), ("螺", 610.0, 32.5, 3), ("槽", 0.0, 0.0, 1),
+        ("怪", 30.0, 9.0, 99), ("?", 31.0, 9.0, 1.5)]
+KINDS = MITRES + [
+    bar(2, 6500, piece(1, "1200", works=LOCK)), bar(3, 6500, piece(1, "1200", works=LOCK, BarCode="B")),
+    bar(4, 1000000, *[piece(n, "12") for n in range(1, 5)], piece(5, "40"), piece(6, "65", "45", "45"),
+        piece(7, "60", "30", "150"), BarLeftLength=""),
+    bar(5, 0, piece(1, ""), piece(2, "900")),
+    bar(6, 1000000, piece(1, "990000"), piece(2, "500"))]
 ODD = [
     bar(1, 6500),
     bar(2, 2000, piece(1, "900"), piece(2, "900"), piece(3, "300")),
@@ -52,7 +60,7 @@ error: bar 2: its 3 pieces are 2100 long together, the bar 2000 [does-not-fit]
 error: bar 3, piece 1: "Length" is "abc", no number; left out [not-a-number]
 warning: bar 3, piece 2: "Length" is "900mm"; some read 900, tonumber gives nil [not-a-number]
 error: bar 3, piece 2: "sxB" is "left", no number; drawn square [not-a-number]
-error: bar 3, piece 3: "Length" is 100, but its angles take 130 at a width of 65; drawn square [angle]
+error: bar 3, piece 3: "Length" is 100, but its angles take 130 at a width of 65; drawn cut off [angle]
 error: bar 3, piece 4, work 1 ("远"): "PositionX" is 900, the piece 500 long; left out [work-beside-piece]
 4 bars, 107 pieces, yield 30.8 %
 """
@@ -72,9 +80,10 @@ class Draw(Folder):
         self.assertEqual((answer.returncode, answer.stderr), (0, ""))
         return answer.stdout
 
-    def test_mitres_both_ways_are_the_picture_that_was_looked_at(self):
-        svg = self.draw(self.job(MITRES))
-        expected = EXPECTED / "mitres.svg"
+    def test_bars_of_all_kinds_are_the_picture_that_was_looked_at(self):
+        self.run_draw(self.job(KINDS), "-q", "-o", "kinds.svg")
+        svg = (self.folder / "kinds.svg").read_text(encoding="utf-8")
+        expected = EXPECTED / "kinds.svg"
         if os.environ.get("UPDATE_EXPECTED"):
             expected.write_text(svg, encoding="utf-8")
         self.assertEqual(svg, expected.read_text(encoding="utf-8"))

@@ -14,13 +14,14 @@ TEST(Scale, IsAUsualOneThatTheLongestAndTheWidestBarFitIn) {
     double length, width;  ///< of the largest bar
     double along, across;
   } kCases[] = {
-      {6500, 65, 25, 8},    // 6500 / 277 = 23.5, 65 / 9 = 7.2
-      {7000, 100, 30, 15},  // 25.3, 11.1
-      {277, 9, 1, 1},       // true to size
+      {6500, 65, 25, 8},    // 6500 / 267 = 24.3, 65 / 9 = 7.2
+      {7000, 100, 30, 12},  // 26.2, 11.1
+      {267, 9, 1, 1},       // true to size
       {300, 60, 2, 2},      // no longer needed: as wide as it is
-      {100, 90, 3, 3},      // 90 / 30: the band would be too high
+      {100, 90, 3, 3},      // 90 / 30: the lane would be too high
       {10, 1, 1, 1},        // never larger than it is
-      {1e9, 65, 4e6, 8},
+      {20000, 65, 80, 8},   // 74.9
+      {20001, 9, 1, 1},     // in no trade: the others count
   };
   for (const auto& row : kCases) {
     BarPlace small{nullptr};
@@ -28,23 +29,23 @@ TEST(Scale, IsAUsualOneThatTheLongestAndTheWidestBarFitIn) {
     BarPlace large{nullptr};
     large.length = row.length;
     large.width = row.width;
-    const Scale scale = scaleFor({small, large, small}, 277.0);
+    const Scale scale = scaleFor({small, large, small});
     EXPECT_DOUBLE_EQ(scale.along, row.along) << row.length;
     EXPECT_DOUBLE_EQ(scale.across, row.across) << row.length;
   }
 }
 
 TEST(Pages, CutNoBlock) {
-  const Pages pages = paginate({80, 70, 60, 100, 20, 184}, 30, 16);
-  // 180 of 200 are taken, so 60 go to 210 + 16; 406 of 410, so 184 go to 420 + 16 and fill it
-  EXPECT_THAT(pages.tops, ElementsAre(30, 110, 226, 286, 386, 436));
+  const Pages pages = paginate({80, 70, 60, 100, 20, 184}, 16);
+  // 166 of 200 are taken, so 60 go to 210 + 16; 406 of 410, so 184 go to 420 + 16 and fill it
+  EXPECT_THAT(pages.tops, ElementsAre(16, 96, 226, 286, 386, 436));
   EXPECT_EQ(pages.count, 3);
   EXPECT_DOUBLE_EQ(pages.height, 630);
 }
 
 TEST(Pages, OneAloneIsAsHighAsNeeded) {
-  EXPECT_DOUBLE_EQ(paginate({80.5}, 30, 16).height, 121);
-  EXPECT_DOUBLE_EQ(paginate({}, 30, 16).height, 40);
+  EXPECT_DOUBLE_EQ(paginate({80.5}, 30).height, 121);
+  EXPECT_DOUBLE_EQ(paginate({}, 30).height, 40);
 }
 
 TEST(PieceLabel, LeavesOutWhatHasNoRoomAndSaysSo) {
@@ -52,18 +53,18 @@ TEST(PieceLabel, LeavesOutWhatHasNoRoomAndSaysSo) {
   PiecePlace place{&piece};
   place.length = 385.5;
   place.isLengthKnown = true;
-  place.leftAngle = 45.0;
+  place.leftCut = 45.0;
   const struct {
     double length;  ///< on paper
     const char* barCode;
     const char* texts;
   } kCases[] = {
-      {18.5, "条码-000123", "45° 12  385.5 条码-000123 whole"},
-      {17.4, "条码-000123", " 12  385.5 条码-0001… cut"},
-      {14, "条码-000123", " 12  385.5 条码-00… cut"},
-      {14, "WMQ-0123", " 12  385.5 WMQ-… cut"},
-      {14, "lift-0123", " 12  385.5 lift-0123 cut"},
-      {10, "条码-000123", " 12  385.5 条码… cut"},
+      {20, "条码-000123", "45° 12  385.5 条码-000123 whole"},
+      {18.7, "条码-000123", " 12  385.5 条码-0001… cut"},
+      {15, "条码-000123", " 12  385.5 条码-00… cut"},
+      {15, "WMQ-0123", " 12  385.5 WMQ-… cut"},
+      {15, "lift-0123", " 12  385.5 lift-0123 cut"},
+      {10.6, "条码-000123", " 12  385.5 条码… cut"},
       {8, "条码-000123", " 12    cut"},
       {4, "条码-000123", "     cut"},
   };
