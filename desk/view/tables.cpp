@@ -97,7 +97,7 @@ void Tables::addRows(Json::Value& document, const Window& window) {
   forEach(*last_->table, true, isShown, [&](std::size_t row, const JobRow& made) {
     const Json::ArrayIndex place = places.at(row);
     for (const Cell& cell : made.cells) {
-      document["cells"][place].append(asUtf8(cell.text));
+      document["cells"][place].append(escapeControls(cell.text));
       document["origins"][place].append(originValue(cell.origin));
     }
     document["ids"][place] = idOf(made.element);

@@ -66,7 +66,7 @@ export class Grid {
     this.table.setAttribute("aria-rowcount", String(rows.size + 1));
     this.table.setAttribute("aria-colcount", String(rows.columns.length));
     if (hasColumns) this.makeColumns();
-    this.active.row = Math.min(this.active.row, rows.size - 1);
+    this.active.row = Math.min(this.active.row, Math.max(rows.size - 1, 0));
     this.active.column = Math.min(this.active.column, rows.columns.length - 1);
     this.measure();
     this.render();
