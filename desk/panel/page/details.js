@@ -4,6 +4,7 @@ import { change, pieceOf, state } from "/state.js";
 
 const kMostFindings = 20;
 const kMostLines = 200;
+const kLinesOfBar = 12;  // its own values, before those of its pieces
 const kCopiedTime = 2000;  // ms
 const kApart = ["id", "group", "findings", "lastLine", "label", "works"];  // shown elsewhere, or not
 
@@ -99,9 +100,10 @@ export function create(root, text) {
   /** What a bar is: its row of the table of bars. */
   async function barValues(job, bar) {
     const answer = await ask(job, "table", { name: "bars", from: bar - 1, count: 1 });
-    const pairs = answer.columns.map((column, index) => [column.name, answer.cells[0]?.[index] ?? ""]);
-    const line = answer.origins[0]?.find((origin) => origin?.line > 0)?.line;
-    return { document: Object.fromEntries(pairs), line, lastLine: line };
+    const [cells = []] = answer.cells ?? [];
+    const pairs = cells.map((cell, index) => [answer.columns[index].name, cell]);
+    const line = answer.origins?.[0]?.find((origin) => origin?.line > 0)?.line ?? 0;
+    return { document: Object.fromEntries(pairs), line, lastLine: line + kLinesOfBar - 1 };
   }
 
   async function pieceValues(job, id) {

@@ -9,8 +9,8 @@ const kWindow = 100;      // findings that are asked for at a time
 const kMostWindows = 12;  // that are kept
 
 export function create(root, text) {
-  const scroller = root.querySelector(".scroller");
-  const list = root.querySelector("ol");
+  const scroller = root.querySelector("#finding-list");
+  const list = scroller.querySelector("ol");
   const only = root.querySelector("#only-selected");
   let sections = [];         // {severity, rows}: of the severities that are shown
   let windows = new Map();   // by "severity/number": {findings, rules}, or null while it is on its way
@@ -34,8 +34,6 @@ export function create(root, text) {
     return windows.get(keyOf(section.severity, row))?.[row % kWindow];
   }
 
-  const isMarked = (one) => (one.ids ?? []).some((id) => isWithin(id, state.selection));
-
   function render(index) {
     const { section, row } = locate(index);
     const item = document.createElement("li");
@@ -48,10 +46,17 @@ export function create(root, text) {
       item.append(head);
     }
     const one = at(index);
-    if (one === undefined) return item;
+    if (one === undefined) {
+      item.dataset.waits = "true";
+      return item;
+    }
     item.append(finding.create(one, rules, text));
-    item.classList.toggle("selected", isMarked(one));
+    mark(item, index);
     return item;
+  }
+
+  function mark(item, index) {
+    item.classList.toggle("selected", (at(index)?.ids ?? []).some((id) => isWithin(id, state.selection)));
   }
 
   function question(severity, from) {
@@ -81,7 +86,7 @@ export function create(root, text) {
         const answer = await question(section.severity, row - (row % kWindow));
         if (number !== asked) return;
         keep(key, answer);
-        longList.refresh();
+        longList.refresh((item) => item.dataset.waits);
       } catch {
         if (number === asked) windows.delete(key);
         return;
@@ -102,7 +107,8 @@ export function create(root, text) {
   /** Asks for the first window of each severity, which tells how many there are. */
   async function start(stays) {
     const number = ++asked;
-    const wanted = kSeverities.filter((one) => state.severity === "" || state.severity === one);
+    const isThere = state.job?.version > 0;
+    const wanted = kSeverities.filter((one) => isThere && ["", one].includes(state.severity));
     let answers;
     try {
       answers = await Promise.all(wanted.map((severity) => question(severity, 0)));
@@ -114,9 +120,9 @@ export function create(root, text) {
     windows = new Map();
     rules = {};
     answers.forEach((answer, index) => keep(keyOf(wanted[index], 0), answer));
-    showTools(answers[0].summary);
+    if (isThere) showTools(answers[0].summary);
     const count = sections.reduce((sum, one) => sum + one.rows, 0);
-    root.querySelector(".none").hidden = count > 0;
+    root.querySelector(".none").hidden = count > 0 || !isThere;
     longList.reset(count, stays);
   }
 
@@ -130,11 +136,12 @@ export function create(root, text) {
       const has = (...names) => names.some((name) => changed.has(name));
       only.disabled = state.selection === "";
       only.checked = state.onlySelected && state.selection !== "";
-      if (!(state.job?.version > 0)) return;
       const isOther = has("severity", "onlySelected") || (has("selection") && state.onlySelected);
       if (isOther || has("job")) start(!isOther);
-      else if (has("selection")) longList.refresh();
-      else longList.draw();
+      else {
+        longList.draw();
+        longList.forEach(mark);
+      }
     },
   };
 }

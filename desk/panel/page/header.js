@@ -40,14 +40,21 @@ export function create(document, text) {
     showFacts();
   }
 
+  /** The file's name; with its folder where two jobs are called the same. */
+  function nameOf(job) {
+    const last = (name) => name.split(/[\\/]/).at(-1);
+    const isAlone = state.jobs.every((one) => one.id === job.id || last(one.name) !== last(job.name));
+    return isAlone ? last(job.name) : job.name;
+  }
+
   function showJobs() {
-    const name = state.job?.name ?? panel?.job ?? "";
+    const name = state.job === null ? (panel?.job ?? "") : nameOf(state.job);
     document.title = `${name || panel?.script || "cusdesk"} - ${text(`${state.view}.title`)}`;
     $("name").textContent = name || text("header.noJob");
-    $("name").title = name;
+    $("name").title = $("jobs").title = state.job?.name ?? name;
     $("jobs").hidden = state.jobs.length < 2;
     $("name").hidden = !$("jobs").hidden;
-    $("jobs").replaceChildren(...state.jobs.map((job) => new Option(job.name, job.id)));
+    $("jobs").replaceChildren(...state.jobs.map((job) => new Option(nameOf(job), job.id)));
     if (state.job !== null) $("jobs").value = state.job.id;
   }
 

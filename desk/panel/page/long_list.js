@@ -51,24 +51,34 @@ export function create(scroller, list, { render, shown, estimate }) {
     return isNew;
   }
 
+  const isAtEnd = () => scroller.scrollTop + scroller.clientHeight >= scroller.scrollHeight - 2;
+
   function draw() {
     if (scroller.clientHeight === 0) return;
     for (let turn = 0; turn < 4; ++turn) {  // heights that are measured move what is in sight
+      const staysAtEnd = scroller.scrollTop > 0 && isAtEnd();
       const top = Math.max(scroller.scrollTop - list.offsetTop, 0);
       const first = indexAt(top);
       const within = top - offsetOf(first);
+      const wasShown = items.has(first);  // else it was scrolled too far for anything to stay in place
       const to = Math.min(indexAt(top + scroller.clientHeight) + 1 + kMore, heights.length);
       place(Math.max(first - kMore, 0), to);
       if (!measure()) break;
       place(Math.max(first - kMore, 0), to);
       const moved = offsetOf(first) + within - top;
-      if (Math.abs(moved) > 0.5) scroller.scrollTop += moved;
+      if (staysAtEnd) scroller.scrollTop = scroller.scrollHeight;
+      else if (wasShown && Math.abs(moved) > 0.5) scroller.scrollTop += moved;
     }
     const indexes = [...items.keys()];
     if (indexes.length > 0) shown(indexes[0], indexes.at(-1) + 1);
   }
 
   scroller.addEventListener("scroll", draw, { passive: true });
+  scroller.addEventListener("keydown", (event) => {
+    if (event.target !== scroller || !["Home", "End"].includes(event.key)) return;
+    event.preventDefault();
+    scroller.scrollTop = event.key === "End" ? scroller.scrollHeight : 0;
+  });
   new ResizeObserver(draw).observe(scroller);
   list.addEventListener("toggle", draw, true);  // what was opened has another height
 
@@ -83,14 +93,11 @@ export function create(scroller, list, { render, shown, estimate }) {
       if (!stays) scroller.scrollTop = 0;
       draw();
     },
-    /** Makes the items anew. */
-    refresh() {
-      items = new Map();
+    /** Makes those items anew. */
+    refresh(isStale) {
+      for (const [index, item] of items) if (isStale(item)) items.delete(index);
       draw();
     },
-    scrollTo(index) {
-      scroller.scrollTop = offsetOf(index) + list.offsetTop;
-      draw();
-    },
+    forEach: (act) => items.forEach((item, index) => act(item, index)),
   };
 }

@@ -9,11 +9,6 @@ export function create(root, text, refused) {
   let view = null;      // the latest news of the panel
   let connection = 0;   // counts the connections: pictures of an earlier one may be another panel's
 
-  function showBand(id, words) {
-    $(id).textContent = words;
-    $(id).hidden = words === "";
-  }
-
   function showView() {
     $("case").style.setProperty("--width", view.width);
     $("case").style.setProperty("--height", view.height);
@@ -24,8 +19,8 @@ export function create(root, text, refused) {
     $("row").hidden = view.rows === 0;
     $("up").disabled = view.rows === 0 || view.page <= 1;
     $("down").disabled = view.rows === 0 || view.page >= view.pages;
-    showBand("job-fault", view.jobFault);
-    showBand("panel-findings", view.findings);
+    $("job-fault").textContent = view.jobFault;
+    $("job-fault").hidden = view.jobFault === "";
   }
 
   function showPicture() {

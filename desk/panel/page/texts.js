@@ -1,10 +1,11 @@
 // The words of the page, each in English and Chinese. What the product says of a job is not here: it
 // comes from the engine, in English. "{0}" stands for a value; "one|many" after the first value.
 
-const kTexts = {
+export const kTexts = {
   "header.jobs": ["Job", "任务"],
   "header.facts": ["The job in numbers", "任务数据"],
   "header.findings": ["Findings", "检查结果"],
+  "header.messages": ["Messages", "消息"],
   "header.views": ["Views", "视图"],
   "header.bars": ["{0} bar|{0} bars", "{0} 根型材"],
   "header.pieces": ["{0} piece|{0} pieces", "{0} 个工件"],

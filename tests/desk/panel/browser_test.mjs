@@ -7,6 +7,7 @@ import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { createInterface } from "node:readline";
 import { chromium } from "playwright-core";
+import { testPage } from "./page_test.mjs";
 
 const cusdesk = process.argv[2];
 const folder = mkdtempSync(join(tmpdir(), "cus-browser-"));
@@ -24,12 +25,15 @@ function writeJob(pieces, profile) {
   writeFileSync(job, JSON.stringify({ success: true, Version: "1.0", Bar: [bar] }));
 }
 
-async function startPanel() {
-  const process = spawn(cusdesk, ["panel", "--no-open", "--job", job], {
-    stdio: ["ignore", "pipe", "inherit"],
-  });
+/** Starts a command that serves the page, and tells where. */
+async function start(...words) {
+  const process = spawn(cusdesk, words, { stdio: ["ignore", "pipe", "inherit"] });
   const [address] = await once(createInterface(process.stdout), "line");
-  return { process, address };
+  const stop = async () => {
+    process.kill("SIGTERM");
+    return once(process, "exit");
+  };
+  return { process, address, stop };
 }
 
 /** What the picture shows: its texts, and whether a row is marked. */
@@ -64,10 +68,6 @@ async function clickBand(page, band, bands = 10) {
 }
 
 async function test(page, address) {
-  const faults = [];
-  page.on("pageerror", (error) => faults.push(String(error)));
-  page.on("console", (message) => message.type() === "error" && faults.push(message.text()));
-
   await page.goto(address);
   await page.waitForFunction(() => document.getElementById("picture").naturalWidth === 800);
   await showsText(page, "page", "Page 1 / 3");
@@ -108,24 +108,37 @@ async function test(page, address) {
   assert.ok(await quiet());
   await page.locator("#plugin-lines").uncheck();
   assert.ok(!(await quiet()));
-  assert.deepEqual(faults, []);
+  assert.deepEqual(page.faults, []);
 }
 
-const watchdog = setTimeout(() => process.exit(2), 100_000);
+const watchdog = setTimeout(() => process.exit(2), 220_000);
 writeJob(21, "Frame 70");
-const panel = await startPanel();
+const panel = await start("panel", "--no-open", "--job", job);
 const browser = await chromium.launch({
   executablePath: "/usr/bin/chromium",
   args: ["--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
     "--disable-background-networking", "--disable-component-update", "--disable-sync"],
 });
-try {
-  const page = await browser.newPage();
+
+/** A page that notes whatever its console says. */
+async function open(locale) {
+  const page = await browser.newPage({ locale });
   page.setDefaultTimeout(20_000);
+  page.faults = [];
+  page.on("pageerror", (error) => page.faults.push(String(error)));
+  page.on("console", (message) => page.faults.push(message.text()));
+  return page;
+}
+
+try {
+  const page = await open("en");
   await test(page, panel.address);
-  panel.process.kill("SIGTERM");
-  assert.deepEqual(await once(panel.process, "exit"), [0, null]);
+  assert.deepEqual(await panel.stop(), [0, null]);
   await page.waitForFunction(() => document.getElementById("state").dataset.kind === "lost");
+  await testPage({
+    folder, open,
+    start: (port, file) => start("view", "--no-open", "--port", `${port}`, file),
+  });
 } finally {
   panel.process.kill("SIGKILL");
   await browser.close();
