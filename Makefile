@@ -16,6 +16,7 @@
 #   make cost     instructions, memory and code size on PCs and both ARMs, as one table
 #   make growth   what the commands do with documents of many shapes grows with their size, memory too
 #   make robustness   the figures of docs/robustness.md anew
+#   make pictures the drawing in README.md anew
 #   make lint     clang-tidy over everything
 #   make subjects the form of commit subjects
 #   make format   format the sources
@@ -23,7 +24,7 @@
 #
 # JOBS is how many processes build and test side by side; default: one for each processor.
 .PHONY: run test build sanitize clang arm armhf arm64 sdk userlands packages fuzz threads soak \
-        coverage bench peers cost growth robustness lint subjects format browser setup setup-arm clean
+        coverage bench peers cost growth robustness pictures lint subjects format browser setup setup-arm clean
 
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 60
@@ -110,6 +111,9 @@ robustness: setup-arm build
 	python3 bench/growth.py build/cusdesk build/bin/libcount_instructions.so $(JOBS) | tee -a build/robustness.log
 	python3 bench/flood.py build/cusdesk | tee -a build/robustness.log
 	tools/write-figures.sh build/robustness.log
+
+pictures: build
+	build/cusdesk draw examples/mnt/data/CustomFileDir/JsonFile/window.json --bar 3 -q -o docs/drawing.svg
 
 lint: setup
 	cmake --preset clang

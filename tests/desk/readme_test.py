@@ -12,6 +12,8 @@ import cusdesk
 
 README = pathlib.Path(sys.argv.pop()).read_text(encoding="utf-8")
 
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+
 
 def output_of(script):
     return cusdesk.run("run", "-", input=script).stdout.splitlines()
@@ -40,11 +42,16 @@ class Readme(unittest.TestCase):
         self.assertEqual(re.findall(r"`cusdesk (\w+)", table), [name for name, _ in commands],
                          f"README.md: the table of commands needs these rows:{rows}")
 
+    def test_the_picture_is_what_draw_draws(self):
+        job = ROOT / "examples/mnt/data/CustomFileDir/JsonFile/window.json"
+        drawn = cusdesk.run("draw", job, "--bar", "3", "-o", "-").stdout
+        self.assertTrue(drawn == (ROOT / "docs/drawing.svg").read_text(encoding="utf-8"),
+                        "docs/drawing.svg is no longer what is drawn: look at it after make pictures")
+
     def test_folder_table_names_folders_that_exist(self):
-        root = pathlib.Path(__file__).resolve().parents[2]
         table = re.search(r"\| Folder.*?\n\n", README, re.S).group(0)
         for folder in re.findall(r"`([\w/]+)/`", table):
-            self.assertTrue((root / folder).is_dir(), folder)
+            self.assertTrue((ROOT / folder).is_dir(), folder)
 
 
 unittest.main()
