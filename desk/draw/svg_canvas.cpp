@@ -86,7 +86,7 @@ void SvgCanvas::path(const Point& at, const char* relative, const std::string& k
   open("path", kind);
   printer_.PushAttribute("d", ("M" + pair(at) + relative).c_str());
   if (subject != nullptr) push(*subject);
-  printer_.CloseElement();
+  printer_.CloseElement(true);
 }
 
 void SvgCanvas::text(const Point& at, const std::string& text, const char* kind) {
@@ -136,7 +136,7 @@ void SvgCanvas::push(const Subject& subject) {
 }
 
 void SvgCanvas::pushTitle(const std::string& title) {
-  printer_.OpenElement("title");
+  printer_.OpenElement("title", true);
   printer_.PushText(xmlText(title).c_str());
   printer_.CloseElement();
 }

@@ -91,9 +91,9 @@ TEST(BarGroups, AreDrawnAloneForAPageThatKnowsNoInlineStyle) {
     EXPECT_THAT(svg, testing::Not(testing::HasSubstr(part)));
   }
   for (const char* part :
-       {"<g data-bar=\"2\">\n        <title>4 x  Bars 2, 3, 7, 9; each: 2 pieces",
-        "<g data-piece=\"2.2\">\n            <title>1: 600, A</title>",
-        " data-work=\"2.2.1\">\n                <title>Lock: side 1, X 30, Y 0, Z 0</title>",
+       {"<g data-bar=\"2\"><title>4 x  Bars 2, 3, 7, 9; each: 2 pieces",
+        "<g data-piece=\"2.2\"><title>1: 600, A</title>",
+        " data-work=\"2.2.1\"><title>Lock: side 1, X 30, Y 0, Z 0</title>",
         "<polygon class=\"piece\" fill=\"#cfe0f0\""}) {
     EXPECT_THAT(svg, testing::HasSubstr(part));
   }
