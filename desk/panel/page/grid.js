@@ -25,6 +25,8 @@ export class Grid {
     this.hooks = hooks;
     this.rows = null;  // RowWindows
     this.active = { row: 0, column: 0 };
+    this.rowHeight = 1;  // pixels; measured before rows are shown
+    this.pace = 1;       // pixels of rows for one of the scroll bar
     this.shown = new Map();  // index -> tr
     this.head = element("tr");
     this.body = element("tbody");

@@ -18,6 +18,13 @@ function labelled(made, role, label) {
   return made;
 }
 
+/** How to show the answer to two questions of which the earlier one was never shown. */
+const merged = (how, earlier) => ({
+  isOther: Boolean(how.isOther || earlier?.isOther),
+  keepsPlace: Boolean(how.keepsPlace && (earlier === null || earlier.keepsPlace)),
+  reveals: Boolean(how.reveals || earlier?.reveals),
+});
+
 class Tables {
   constructor(root, text, refused) {
     this.text = text;
@@ -84,18 +91,14 @@ class Tables {
    * @param how isOther: of another table; keepsPlace: as it is scrolled now; reveals: scrolls to the
    *            selection */
   async ask(how) {
-    const { due } = this;
-    this.due = {
-      isOther: Boolean(due?.isOther || how.isOther),
-      keepsPlace: Boolean(how.keepsPlace && (due?.keepsPlace ?? true)),
-      reveals: Boolean(due?.reveals || how.reveals),
-    };
+    this.due = merged(how, this.due);
     if (this.isAsking) return;
     this.isAsking = true;
     while (this.due !== null) {
       const next = this.due;
       this.due = null;
-      await this.askOne(next);
+      const isShown = await this.askOne(next);
+      if (!isShown && this.due !== null) this.due = merged(this.due, next);
     }
     this.isAsking = false;
   }
@@ -104,26 +107,33 @@ class Tables {
     return { name: state.table, filter: this.filter.value, ...this.sorting[state.table] };
   }
 
+  /** @return whether the answer is shown */
   async askOne(how) {
     const { job } = state;
     const question = this.question();
     this.showChoice();
     this.job = job;
-    if (!(job?.version > 0)) return this.show(null, question, how);
+    if (!(job?.version > 0)) {
+      this.show(null, question, how);
+      return true;
+    }
     const place = how.keepsPlace ? this.grid.firstInSight : 0;
     const fetchRows = (from, count, more = {}) =>
       ask(job, "table", { ...question, ...more, from, count });
+    let answer;
     try {
-      const answer = await fetchRows(place - (place % kWindow), kWindow,
+      answer = await fetchRows(place - (place % kWindow), kWindow,
         how.reveals && state.selection !== "" ? { find: state.selection } : {});
-      if (this.due !== null) return;  // that is out of date
-      const rows = answer.raises ? null
-        : new RowWindows(answer, fetchRows, () => this.rowsCame());
-      this.show(rows, question, how);
-      this.showAnswer(answer, how);
     } catch (error) {
       this.failed(error);
+      return false;
     }
+    if (this.due !== null) return false;  // that is out of date
+    const rows = answer.raises ? null
+      : new RowWindows(answer, fetchRows, () => this.rowsCame());
+    this.show(rows, question, how);
+    this.showAnswer(answer, how);
+    return true;
   }
 
   /** A version that is no longer there or a lost connection: an event will tell. */

@@ -8,6 +8,7 @@ import { join } from "node:path";
 import { createInterface } from "node:readline";
 import { chromium } from "playwright-core";
 import { testPage } from "./page_test.mjs";
+import { testTables } from "./tables_test.mjs";
 
 const cusdesk = process.argv[2];
 const folder = mkdtempSync(join(tmpdir(), "cus-browser-"));
@@ -135,10 +136,9 @@ try {
   await test(page, panel.address);
   assert.deepEqual(await panel.stop(), [0, null]);
   await page.waitForFunction(() => document.getElementById("state").dataset.kind === "lost");
-  await testPage({
-    folder, open,
-    start: (port, file) => start("view", "--no-open", "--port", `${port}`, file),
-  });
+  const view = (port, file) => start("view", "--no-open", "--port", `${port}`, file);
+  await testTables({ folder, open, start: view });
+  await testPage({ folder, open, start: view });
 } finally {
   panel.process.kill("SIGKILL");
   await browser.close();
