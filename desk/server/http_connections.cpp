@@ -13,6 +13,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::ptrdiff_t kMostPeers = 64;
+constexpr int kMostUnread = 128 << 10;  ///< bytes that are sent to one that does not read them
 constexpr std::size_t kMostAnswerBytes = std::size_t{256} << 20;
 
 }  // namespace
@@ -29,6 +30,7 @@ void HttpServer::Callbacks::connection(void* self, MHD_Connection* connection, v
 }
 
 HttpServer::Peer& HttpServer::addPeer(int socket) {
+  setsockopt(socket, SOL_SOCKET, SO_SNDBUF, &kMostUnread, sizeof kMostUnread);
   const std::lock_guard<std::mutex> lock(mutex_);
   peers_.push_back({socket, Clock::now(), BodyBounds{}.time});
   const auto counts = [](const Peer& peer) { return !peer.waits && !peer.isLeaving; };

@@ -59,15 +59,20 @@ HttpAnswer Jobs::answer(const JobQuestion& question) {
     return textAnswer(409, "there is another version of that job");
   }
   if (!found->facts.loads && found->bytes.empty()) return textAnswer(404, found->facts.reason);
-  view::Answer answer = viewOf(*found).answer(question.what, question.query);
-  return {answer.status, std::move(answer.body), std::move(answer.type)};
+  View& view = viewOf(*found);
+  const auto known = view.documents.find(question.what);
+  if (question.query.empty() && known != view.documents.end()) return known->second;
+  view::Answer made = view.view->answer(question.what, question.query);
+  const HttpAnswer answer = {made.status, std::move(made.body), std::move(made.type)};
+  if (question.query.empty() && answer.status == 200) view.documents[question.what] = answer;
+  return answer;
 }
 
 HttpAnswer Jobs::add(DroppedJob dropped) {
   const auto isDropped = [](const Job& job) { return job.facts.isDropped; };
   if (std::count_if(jobs_.begin(), jobs_.end(), isDropped) >= kMostDropped) {
     const auto oldest = std::find_if(jobs_.begin(), jobs_.end(), isDropped);
-    views_.remove_if([&](const auto& view) { return view.first == oldest->facts.id; });
+    views_.remove_if([&](const auto& view) { return view.id == oldest->facts.id; });
     jobs_.erase(oldest);
   }
   jobs_.push_back({{nextId_++, lineOf(dropped.name)}, dropped.name});
@@ -112,21 +117,21 @@ void Jobs::settle(Job& job, bool loads, const std::string& reason, job::Position
   tell();
 }
 
-view::JobView& Jobs::viewOf(const Job& job) {
+Jobs::View& Jobs::viewOf(const Job& job) {
   const auto kept = std::find_if(views_.begin(), views_.end(),
-                                 [&](const auto& view) { return view.first == job.facts.id; });
+                                 [&](const auto& view) { return view.id == job.facts.id; });
   if (kept == views_.end()) {
     return keepView(job.facts.id, std::make_unique<view::JobView>(job.file, job.bytes));
   }
   views_.splice(views_.begin(), views_, kept);
-  return *kept->second;
+  return *kept;
 }
 
-view::JobView& Jobs::keepView(int id, std::unique_ptr<view::JobView> view) {
-  views_.remove_if([&](const auto& one) { return one.first == id; });
-  views_.emplace_front(id, std::move(view));
+Jobs::View& Jobs::keepView(int id, std::unique_ptr<view::JobView> view) {
+  views_.remove_if([&](const auto& one) { return one.id == id; });
+  views_.push_front({id, std::move(view)});
   if (views_.size() > kMostViews) views_.pop_back();
-  return *views_.front().second;
+  return views_.front();
 }
 
 void Jobs::tell() const {

@@ -4,9 +4,9 @@
 
 #include <functional>
 #include <list>
+#include <map>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "desk/base/file_watch.h"
@@ -69,20 +69,26 @@ class Jobs {
     std::string bytes{};  ///< of the version that is shown: the last good one, or the last one
   };
 
+  /// A job as it is shown, and the documents that were asked for without a query.
+  struct View {
+    int id;  ///< of the job
+    std::unique_ptr<view::JobView> view;
+    std::map<std::string, HttpAnswer> documents{};
+  };
+
   void read(Job& job);
   void take(Job& job, std::string bytes);
   void replace(Job& job, std::string bytes);
   void settle(Job& job, bool loads, const std::string& reason, job::Position place);
-  view::JobView& viewOf(const Job& job);
-  view::JobView& keepView(int id, std::unique_ptr<view::JobView> view);
+  View& viewOf(const Job& job);
+  View& keepView(int id, std::unique_ptr<view::JobView> view);
   void tell() const;
 
   const Listener listener_;
   std::list<Job> jobs_;
   int nextId_ = 0;
   FileWatch watch_;
-  /// By the number of their job; the one used last comes first.
-  std::list<std::pair<int, std::unique_ptr<view::JobView>>> views_;
+  std::list<View> views_;  ///< the one used last comes first
 };
 
 }  // namespace desk::server

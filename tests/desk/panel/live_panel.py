@@ -1,4 +1,4 @@
-"""A running `cusdesk panel` for the tests, and the few requests that they make."""
+"""A running `cusdesk panel` or `cusdesk view` for the tests, and the few requests that they make."""
 
 import http.client
 import json
@@ -12,8 +12,8 @@ from cusdesk import CUSDESK
 class LivePanel:
     """Runs from `with` to the end of its block, on a free port of 127.0.0.1."""
 
-    def __init__(self, *words):
-        self._words = [CUSDESK, "panel", "--no-open", *words]
+    def __init__(self, *words, command="panel"):
+        self._words = [CUSDESK, command, "--no-open", *words]
 
     def __enter__(self):
         self.process = subprocess.Popen(self._words, stdout=subprocess.PIPE,
@@ -46,13 +46,20 @@ class LivePanel:
             for name, value in headers.items():
                 connection.putheader(name.replace("_", "-"), value)
             if body is not None:
-                connection.putheader("Content-Type", "application/x-www-form-urlencoded")
+                if "Content_Type" not in headers:
+                    connection.putheader("Content-Type", "application/x-www-form-urlencoded")
                 connection.putheader("Content-Length", str(len(body)))
             connection.endheaders(body.encode() if body is not None else None)
             answer = connection.getresponse()
             return answer.status, dict(answer.getheaders()), answer.read().decode()
         finally:
             connection.close()
+
+    def drop(self, name, text):
+        """Status, and the number of the job."""
+        status, _, answer = self.request("POST", "/drop?name=" + name, text,
+                                         Origin=self.address.rstrip("/"), Content_Type="text/plain")
+        return status, json.loads(answer)["id"] if status == 200 else answer
 
     def act(self, path, body):
         return self.request("POST", path, body, Origin=self.address.rstrip("/"))[0]

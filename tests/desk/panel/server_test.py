@@ -1,4 +1,4 @@
-"""The server of `cusdesk panel`: who may ask for what, what it survives, and what it follows.
+"""The server of the page: who may ask for what, what it survives, and what it follows.
 
 Usage: server_test.py CUSDESK
 """
@@ -41,7 +41,9 @@ class Guard(Folder):
             for headers in foreign:
                 for method, path, body in [("GET", "/", None), ("GET", "/picture.svg", None),
                                            ("GET", "/events", None), ("POST", "/page", "turn=down"),
-                                           ("POST", "/click", "x=9&y=99")]:
+                                           ("POST", "/click", "x=9&y=99"),
+                                           ("GET", "/job/0/summary", None),
+                                           ("POST", "/drop?name=a.json", "{}")]:
                     sent = headers if "Host" in headers and method == "GET" else {"Origin": own,
                                                                                   **headers}
                     status, answer, text = panel.request(method, path, body, **sent)
@@ -186,6 +188,63 @@ class Live(Folder):
             self.assertNotIn("alert", panel.request("GET", "/")[2])
 
 
+class Jobs(Folder):
+    def test_files_are_followed_and_the_last_version_that_loads_is_kept(self):
+        good, file = self.job(1001).read_text(), str(self.folder / "mine.json")
+        with LivePanel(file, str(self.folder), command="view") as page, page.events() as events:
+            told = [None]
+            def after(text=None):
+                if text is not None:
+                    self.write("mine.json", text)
+                def is_news(view):  # of both: the folder holds the same file
+                    one, two = ({**job, "id": 0} for job in view["jobs"])
+                    return one == two != told[0]
+                told[0] = {**events.until(is_news)["jobs"][0]}
+                return [told[0][key] for key in ("version", "loads", "line", "column", "reason")]
+
+            read = lambda version: [page.request("GET", f"/job/0/{what}")[0] for what in (
+                f"summary?version={version}", f"source?version={version + 1}")]
+            events.until(lambda view: view["jobs"][1]["version"])
+            self.assertEqual(read(1), [200, 409])
+            self.assertEqual(after('{\n "a": }'), [1, False, 2, 7, (
+                f"cannot load {file}:2:7: Syntax error: value, object or array expected.; "
+                f"cusdesk check {file} tells why")])
+            self.assertEqual(read(1), [200, 409])
+            self.assertEqual(after(good), [1, True, 0, 0, ""])
+            self.assertEqual(after(good.replace("1001", "1002")), [2, True, 0, 0, ""])
+            self.assertEqual(read(2), [200, 409])
+            (self.folder / "mine.json").unlink()
+            self.assertEqual(after(), [
+                2, False, 0, 0, f"cannot read {file}: No such file or directory"])
+            self.assertEqual(read(2), [200, 409])
+
+    def test_dropped_jobs_stay_in_memory_and_within_bounds(self):
+        job = self.job(1001).read_text()
+        with LivePanel() as page, page.events() as events, contextlib.ExitStack() as others:
+            self.assertEqual([page.drop(f"{i}.json", job) for i in range(5)], [(200, i) for i in range(5)])
+            page.drop("<b>.xml", "{")
+            jobs = events.until(lambda view: view["jobs"] and not view["jobs"][-1]["loads"])["jobs"]
+            self.assertEqual([(job["id"], job["version"], job["dropped"]) for job in jobs],
+                             [(2, 1, True), (3, 1, True), (4, 1, True), (5, 0, True)])
+            for what, status in [("1/summary", 404), ("4/summary", 200), ("5/findings", 200), ("5/x", 404)]:
+                self.assertEqual(page.request("GET", "/job/" + what)[0], status, what)
+            for name in ("", "-", "a" * 256, "a%2Fb.json"):
+                self.assertEqual(page.drop(name, job), (400, "name=FILE expected\n"))
+            head = (f"POST /drop?name=a.json HTTP/1.1\r\nHost: 127.0.0.1:{page.port}\r\n"
+                    f"Origin: {page.address[:-1]}\r\nContent-Length: ")
+            def begin(size):
+                begun = others.enter_context(socket.create_connection(("127.0.0.1", page.port), timeout=20))
+                begun.sendall(f"{head}{size}\r\nExpect: 100-continue\r\n\r\n".encode())
+                return begun.recv(12)[9:].decode()
+            self.assertEqual([begin(size) for size in (64 << 20 | 1, 64 << 20, 1, 1)],
+                             ["413", "100", "100", "503"])
+            others.close()
+            end = time.monotonic() + 60
+            while page.drop("a.json", job)[0] != 200 and time.monotonic() < end:
+                time.sleep(0.1)
+            self.assertEqual(page.drop("a.json", job)[0], 200)
+
+
 class Load(Folder):
     def test_who_asks_slowly_is_in_nobodys_way(self):
         with LivePanel() as panel, contextlib.ExitStack() as slow:
@@ -219,9 +278,11 @@ class Load(Folder):
             last.settimeout(0.5)
             self.assertRaises(TimeoutError, last.recv, 1)
 
-    def test_before_a_script_draws_there_is_no_picture(self):
-        with LivePanel("--script", self.write("stuck.lua", "while true do end")) as panel:
+    def test_a_script_that_never_ends_keeps_no_picture_and_nobody_from_the_jobs(self):
+        stuck = self.write("stuck.lua", "while true do end")
+        with LivePanel("--script", stuck, "--job", self.job(7)) as panel:
             self.assertEqual(panel.request("GET", "/picture.svg")[0], 404)
+            self.assertEqual(panel.request("GET", "/job/0/summary")[0], 200)
 
     def test_busy_scripts_are_told_and_a_signal_ends_all(self):
         script = self.write("s.lua", """

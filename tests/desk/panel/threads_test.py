@@ -1,8 +1,9 @@
-"""Everything that `cusdesk panel` does on several threads, all at once and for a while.
+"""Everything that the page does on several threads, all at once and for a while.
 
 Usage: threads_test.py CUSDESK SECONDS
 
-Clicks, page turns, pictures, pages that open and close, and a job file that changes. Each answer must
+Clicks, page turns, pictures, documents, dropped jobs, pages that open and close, and a job file that
+changes. Each answer must
 be one of those foreseen, the end must come in time, and nothing may be written to standard error:
 `make threads` runs this on a cusdesk that reports data races there.
 """
@@ -41,6 +42,15 @@ def draw(panel, _):
     assert status == 200 and picture.endswith("</svg>\n"), picture[-80:]
 
 
+def read(panel, count):
+    what = ("summary", "drawing", "findings", "table?name=cuts&sort=Length", "nothing")[count % 5]
+    assert panel.request("GET", "/job/0/" + what)[0] in (200, 404, 503)
+
+
+def drop(panel, count):
+    assert panel.drop("job.json", '{"Version": "1.0", "Bar": []}' + "!" * (count % 2))[0] in (200, 503)
+
+
 def watch(panel, count):
     with panel.events() as events:
         if events.answer.status == 503:
@@ -67,7 +77,7 @@ def main():
                         return count
                     action(panel, count)
 
-            actions = [click, turn, draw, watch, change]
+            actions = [click, turn, draw, read, drop, watch, change]
             with concurrent.futures.ThreadPoolExecutor(len(actions)) as pool:
                 counts = list(pool.map(repeat, actions))
             code, errors = panel.end()
