@@ -99,9 +99,13 @@ export function create(root, text, refused) {
     drawing.choose(selectedIndex() === index ? drawnId(state.selection, group) : "");
   }
 
-  function takeDrawing(section) {
+  function takeDrawing(section, focused) {
     showMarks(section);
     showSelection(section);
+    if (focused !== null) {
+      makeCurrent(section.drawing.find(idOf(focused)));
+      current?.focus({ preventScroll: true });
+    }
     if (current === null || !current.isConnected) makeCurrent(section.drawing.pieces[0] ?? null);
     if (awaited?.index !== section.index) return;
     const { pick, take } = awaited;
@@ -212,13 +216,12 @@ export function create(root, text, refused) {
 
   startGestures(scroller, (factor, x, y) => {
     const frame = scroller.getBoundingClientRect();
-    tip.hide();
     canvas.zoom(factor, tools.isAlongOnly(), x - frame.left, y - frame.top);
   });
-  scroller.addEventListener("scroll", () => tip.hide(), { passive: true });
+  scroller.addEventListener("scroll", () => tip.follow(), { passive: true });
   canvas.content.addEventListener("click", (event) => {
     const item = event.target.closest(kItem);
-    if (item === null) return;
+    if (item === null) return tip.hide();
     selectItem(item);
     tip.show(item);
   });

@@ -3,7 +3,7 @@
 import { Drawing } from "/bars_drawing.js";
 import { Layout } from "/bars_layout.js";
 
-const kReadable = 3.6;  // px of a unit across at which the smallest texts of a drawing can be read
+const kReadable = 3.4;  // px of a unit across at which the smallest texts of a drawing can be read
 const kTiny = 3.0;      // below that they are left out
 const kLeast = 0.5;     // px of a unit
 const kMost = 80;
@@ -14,8 +14,8 @@ const kAround = 24;     // px kept free around what is scrolled to
 
 export class Canvas {
   /** @param load(group) promises the SVG of a drawn bar
-   *  @param describe(group, section) fills a section's caption, `shown(section)` is told of each new
-   *  drawing, resized() after the window was */
+   *  @param describe(group, section) fills a section's caption, `shown(section, focused)` is told of
+   *  each new drawing, and which item of the old one had the focus, resized() after the window was */
   constructor(scroller, { load, describe, shown, resized, failed }) {
     Object.assign(this, { scroller, load, describe, shown, resized, failed });
     this.content = document.createElement("div");
@@ -172,13 +172,15 @@ export class Canvas {
   }
 
   take(section, drawing) {
-    section.drawing?.root.remove();
+    const old = section.drawing?.root;
+    const focused = old?.contains(document.activeElement) ? document.activeElement : null;
+    old?.remove();
     section.drawing = drawing;
     section.version = this.version;
     section.element.append(drawing.root);
     drawing.measure();
     this.put(section);
-    this.shown(section);
+    this.shown(section, focused);
   }
 
   /** Scrolls as little as it takes to show a group, and of it an item. */

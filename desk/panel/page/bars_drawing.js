@@ -9,6 +9,7 @@ const kAttributes = new Set(["xmlns", "class", "width", "height", "viewBox", "x"
   "stroke-width", "stroke-dasharray", "text-anchor", "font-family", "font-size", "font-weight", "font-style",
   "data-bar", "data-piece", "data-work"]);
 const kGap = 1.2;  // between texts of a line, in the drawing's units
+const kAround = 1.7;       // radius of the circle around a selected sign, in these units
 const kNarrowest = 0.75;  // how far a text beside the pieces may be narrowed
 const kSigns = {   // in px around a point
   error: ["M-3.3-8h6.6l4.7 4.7v6.6l-4.7 4.7h-6.6l-4.7-4.7v-6.6z", "M-3-3l6 6m0-6l-6 6"],
@@ -51,7 +52,22 @@ function prepare(item) {
   item.setAttribute("aria-selected", "false");
 }
 
-const shapeOf = (item) => (item.dataset.work ? item : item.querySelector("polygon, path, line"));
+/** The outlines of a piece, one for each side that is drawn, or the sign of a work. */
+const shapesOf = (item) => (item.dataset.work ? [item] :
+  [...item.querySelectorAll(item.querySelector("polygon") ? "polygon" : "line")]);
+
+/** The outline of a piece again, or a circle around the sign of a work. */
+function outlineOf(shape, kind) {
+  if (shape.dataset.work) {
+    const { x, y, width, height } = shape.getBBox();
+    return svg("circle", { class: `${kind} work`, cx: x + width / 2, cy: y + height / 2, r: kAround });
+  }
+  const outline = svg(shape.localName, { class: kind });
+  for (const name of ["points", "x1", "y1", "x2", "y2"]) {
+    if (shape.hasAttribute(name)) outline.setAttribute(name, shape.getAttribute(name));
+  }
+  return outline;
+}
 
 /** The texts of a piece, line by line, with what they take; `room` is the piece's length. */
 function linesOf(piece, room) {
@@ -61,16 +77,17 @@ function linesOf(piece, room) {
     lines.set(y, [...(lines.get(y) ?? []), { text, length: text.getComputedTextLength() }]);
   }
   return [...lines.values()].map((texts) => ({
-    texts, room, length: texts.reduce((sum, one) => sum + one.length + kGap, -kGap), least: 1,
+    texts, room, length: texts.reduce((sum, one) => sum + one.length + kGap, 0), least: 1,
   }));
 }
 
-/** The same of a text beside the pieces; `left` and `right` end the room that all have. */
-function lineOf(text, left, right) {
+/** The same of a text beside the pieces; `end` is where the bar ends. */
+function lineOf(text, end) {
   const x = Number(text.getAttribute("x"));
-  const room = { end: x - left, middle: 2 * (right - x) }[getComputedStyle(text).textAnchor] ?? right - x;
+  const width = text.ownerSVGElement.viewBox.baseVal.width;
+  const room = { end: x, middle: 2 * (end - x) }[getComputedStyle(text).textAnchor] ?? width - x;
   const length = text.getComputedTextLength();
-  return { texts: [{ text, length }], room, length, least: kNarrowest };
+  return { texts: [{ text, length }], room, length: length + kGap, least: kNarrowest };
 }
 
 /** The signs of a legend with their names, as items of a list: it is as wide as the page has room. */
@@ -117,12 +134,9 @@ export class Drawing {
 
   /** Measures it, once it is in the page. */
   measure() {
-    const { x, width } = this.root.querySelector(".bar, .open").getBBox();
+    const bar = this.root.querySelector(".bar, .open").getBBox();
     const free = [...this.root.querySelectorAll("text")].filter((one) => !one.closest("[data-piece]"));
-    for (const text of free) {
-      const right = text.matches(".rest") ? x + width : this.root.viewBox.baseVal.width - x;
-      this.lines.push(lineOf(text, x, right));
-    }
+    this.lines.push(...free.map((text) => lineOf(text, bar.x + bar.width)));
     for (const piece of this.pieces) this.measurePiece(piece);
     for (const text of this.root.querySelectorAll("text")) {
       text.style.transformOrigin = `${text.getAttribute("x")}px 0`;
@@ -131,7 +145,7 @@ export class Drawing {
 
   /** All of a piece's place, texts included, can be pointed at. */
   measurePiece(piece) {
-    const box = shapeOf(piece).getBBox();
+    const box = shapesOf(piece)[0].getBBox();
     const all = piece.getBBox();
     this.lines.push(...linesOf(piece, box.width));
     this.texts.append(...piece.texts);
@@ -167,15 +181,10 @@ export class Drawing {
     const item = this.find(id);
     if (item === null) return;
     item.setAttribute("aria-selected", "true");
-    this.chosen = [item.closest("[data-piece]"), item].filter((one, i, all) => all.indexOf(one) === i)
-      .flatMap((one) => ["halo", "ring"].map((kind) => {
-        const outline = shapeOf(one).cloneNode(false);
-        for (const name of outline.getAttributeNames()) {
-          if (!["d", "points", "x1", "x2", "y1", "y2"].includes(name)) outline.removeAttribute(name);
-        }
-        outline.setAttribute("class", `${kind}${one.dataset.work ? " work" : ""}`);
-        return outline;
-      }));
+    for (const kind of ["halo", "ring"]) {
+      this.chosen.push(...shapesOf(item.closest("[data-piece]")).map((one) => outlineOf(one, kind)));
+      if (item.dataset.work) this.chosen.push(outlineOf(item, kind));
+    }
     this.flags.before(...this.chosen);
   }
 
@@ -185,7 +194,7 @@ export class Drawing {
     piece.flag?.remove();
     piece.setAttribute("aria-label", [piece.values, words].filter((one) => one !== "").join("\n"));
     if (severity === "") return;
-    const box = shapeOf(piece).getBBox();
+    const box = shapesOf(piece)[0].getBBox();
     piece.flag = svg("g", { class: `flag ${severity}` });
     piece.flag.append(...kSigns[severity].map((d) => svg("path", { d })));
     piece.flag.style.transform = `translate(${box.x + box.width / 2}px, ${box.y}px) ` +

@@ -26,15 +26,25 @@ export function createTip(root) {
   }
 
   const hide = () => { tip.hidden = true; };
+  let subject = null;
 
   tip.addEventListener("pointerenter", () => clearTimeout(end));
   tip.addEventListener("pointerleave", hide);
   return {
     show(item) {
       clearTimeout(end);
+      subject = item;
       tip.textContent = item.getAttribute("aria-label") ?? item.values;
       tip.hidden = tip.textContent === "";
       if (!tip.hidden) place(item);
+    },
+    /** Goes where its item is now. */
+    follow() {
+      if (tip.hidden) return;
+      const [frame, box] = [root, subject].map((one) => one.getBoundingClientRect());
+      const isSeen = box.top < frame.bottom && box.bottom > frame.top && box.width > 0;
+      if (isSeen) place(subject);
+      else hide();
     },
     hide() {
       clearTimeout(end);

@@ -9,7 +9,7 @@ const kIcons = {
   print: "M7 9V3h10v6M7 17H3V9h18v8h-4M7 14h10v7H7z",
 };
 
-const kRoomForSigns = 600;  // px of the window from which the legend is shown at the start
+const kRoomForSigns = "(min-width: 640px) and (min-height: 600px)";  // shown at the start there
 
 function icon(path) {
   const kSvg = "http://www.w3.org/2000/svg";
@@ -57,7 +57,7 @@ export function createTools(root, text, actions) {
     signs.hidden = !isShown;
     signsButton.setAttribute("aria-expanded", isShown);
   }
-  showSigns(window.innerHeight >= kRoomForSigns);
+  showSigns(window.matchMedia(kRoomForSigns).matches);
 
   const choice = document.createElement("label");
   const bars = document.createElement("select");
