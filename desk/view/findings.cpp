@@ -92,6 +92,8 @@ std::string findingsDocument(const Report& report, const Query& query) {
   const std::string severity = valueOf(query, "severity");
   const std::string id = valueOf(query, "id");
   const Element element = id.empty() ? Element{} : elementOf(id);
+  const std::string sought = valueOf(query, "find");
+  const Element soughtElement = sought.empty() ? Element{} : elementOf(sought);
   Json::Value document;
   document["findings"] = Json::arrayValue;
   document["rules"] = Json::objectValue;
@@ -99,7 +101,11 @@ std::string findingsDocument(const Report& report, const Query& query) {
   for (const Finding& finding : report.findings) {
     const bool isMeant = (severity.empty() || severity == nameOf(finding.severity)) &&
                          (id.empty() || isAbout(finding, element));
-    if (!isMeant || !window.has(rows++)) continue;
+    if (!isMeant) continue;
+    if (!sought.empty() && !document.isMember("found") && isAbout(finding, soughtElement)) {
+      document["found"] = Json::UInt64{rows};
+    }
+    if (!window.has(rows++)) continue;
     Json::Value value = findingValue(report, finding);
     link(value, report, finding);
     document["findings"].append(std::move(value));

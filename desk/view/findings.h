@@ -8,7 +8,8 @@
 
 namespace desk::view {
 
-/// The findings of a severity, or about an element and what it holds, or both.
+/// The findings of a severity, or about an element and what it holds, or both; and the first of them
+/// that is about an element to find.
 std::string findingsDocument(const check::Report& report, const Query& query);
 
 /// How many findings are about an element or what it holds, or have consequences there.

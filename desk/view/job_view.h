@@ -44,7 +44,7 @@ class JobView {
   ///   bars                the bars as drawn, equal ones once, and the signs of the works
   ///   bar                 SVG of one of these: group
   ///   table               rows of a table: name, sort, order, filter, find, from, count
-  ///   findings            what cusdesk check tells: severity, id, from, count
+  ///   findings            what cusdesk check tells: severity, id, find, from, count
   ///   source              lines of the job: line, count
   ///   piece               a piece as cusdesk show FILE pieces --format json tells it: id
   /// An id is "B", "B.P" or "B.P.W": bar, piece and work by their places, from 1.

@@ -6,7 +6,7 @@ const kMostFindings = 20;
 const kMostLines = 200;
 const kLinesOfBar = 12;  // its own values, before those of its pieces
 const kCopiedTime = 2000;  // ms
-const kApart = ["id", "group", "findings", "lastLine", "label", "works"];  // shown elsewhere, or not
+const kApart = ["id", "group", "findings", "lastLine", "column", "label", "works"];  // shown elsewhere, or not
 
 function element(name, properties = {}, ...children) {
   const made = Object.assign(document.createElement(name), properties);
@@ -99,26 +99,27 @@ export function create(root, text) {
 
   /** What a bar is: its row of the table of bars. */
   async function barValues(job, bar) {
-    const answer = await ask(job, "table", { name: "bars", from: bar - 1, count: 1 });
+    const answer = await ask(job, "table", { name: "bars", id: bar, count: 1 });
     const [cells = []] = answer.cells ?? [];
     const pairs = cells.map((cell, index) => [answer.columns[index].name, cell]);
-    const line = answer.origins?.[0]?.find((origin) => origin?.line > 0)?.line ?? 0;
-    return { document: Object.fromEntries(pairs), line, lastLine: line + kLinesOfBar - 1 };
+    const { line = 0, column = 0 } = answer.origins?.[0]?.find((origin) => origin?.line > 0) ?? {};
+    return { document: Object.fromEntries(pairs), line, column, lastLine: line + kLinesOfBar - 1 };
   }
 
   async function pieceValues(job, id) {
     const document = await ask(job, "piece", { id });
-    return { document, line: document.line, lastLine: document.lastLine ?? document.line };
+    const { line, column = 0, lastLine = line } = document;
+    return { document, line, column, lastLine };
   }
 
   /** The parts of the pane. */
   async function contents(job, id) {
     const isPiece = id.includes(".");
-    const { document, line, lastLine } = await (isPiece ? pieceValues : barValues)(job, id);
+    const { document, line, column, lastLine } = await (isPiece ? pieceValues : barValues)(job, id);
     const count = Math.min(lastLine - line + 1, kMostLines);
     const [found, lines] = await Promise.all([
       ask(job, "findings", { id, count: kMostFindings }),
-      line > 0 ? ask(job, "source", { line, count }) : null,
+      line > 0 ? ask(job, "source", { line, column, count }) : null,
     ]);
     const parts = [head(id, document.barcode ?? document.BarName ?? ""), values(document)];
     if (document.works?.length > 0) parts.push(part("details.works", works(id, document.works)));
@@ -139,7 +140,9 @@ export function create(root, text) {
 
   function mark() {
     for (const row of root.querySelectorAll("[data-work]")) {
-      row.classList.toggle("selected", row.dataset.work === state.selection);
+      const isSelected = row.dataset.work === state.selection;
+      if (isSelected && !row.classList.contains("selected")) row.scrollIntoView({ block: "nearest" });
+      row.classList.toggle("selected", isSelected);
     }
   }
 

@@ -59,8 +59,8 @@ export function create(root, text) {
     item.classList.toggle("selected", (at(index)?.ids ?? []).some((id) => isWithin(id, state.selection)));
   }
 
-  function question(severity, from) {
-    const query = { severity, from, count: kWindow };
+  function question(severity, from, more = {}) {
+    const query = { severity, from, count: kWindow, ...more };
     if (state.onlySelected && state.selection !== "") query.id = state.selection;
     return ask(state.job, "findings", query);
   }
@@ -107,14 +107,9 @@ export function create(root, text) {
   /** Asks for the first window of each severity, which tells how many there are. */
   async function start(stays) {
     const number = ++asked;
-    const isThere = state.job?.version > 0;
+    const isThere = state.job?.version > 0 || Boolean(state.job?.reason);
     const wanted = kSeverities.filter((one) => isThere && ["", one].includes(state.severity));
-    let answers;
-    try {
-      answers = await Promise.all(wanted.map((severity) => question(severity, 0)));
-    } catch {
-      return;  // an event will tell of another version, or of another connection
-    }
+    const answers = await Promise.all(wanted.map((severity) => question(severity, 0)));
     if (number !== asked) return;
     sections = wanted.map((severity, index) => ({ severity, rows: answers[index].rows }));
     windows = new Map();
@@ -124,6 +119,20 @@ export function create(root, text) {
     const count = sections.reduce((sum, one) => sum + one.rows, 0);
     root.querySelector(".none").hidden = count > 0 || !isThere;
     longList.reset(count, stays);
+    if (!stays) await reveal();
+  }
+
+  /** Scrolls to the first finding about the selection, if there is one. */
+  async function reveal() {
+    const number = asked;
+    let before = 0;
+    for (const { severity, rows } of sections) {
+      if (state.selection === "" || rows === 0) continue;
+      const { found } = await question(severity, 0, { count: 1, find: state.selection });
+      if (number !== asked) return;
+      if (found !== undefined) return longList.reveal(before + found);
+      before += rows;
+    }
   }
 
   for (const button of root.querySelectorAll("[aria-pressed]")) {
@@ -131,16 +140,18 @@ export function create(root, text) {
   }
   only.addEventListener("change", () => change({ onlySelected: only.checked }));
 
+  // What cannot be answered is left: an event will tell of another version or connection.
   return {
     update(changed) {
       const has = (...names) => names.some((name) => changed.has(name));
       only.disabled = state.selection === "";
       only.checked = state.onlySelected && state.selection !== "";
       const isOther = has("severity", "onlySelected") || (has("selection") && state.onlySelected);
-      if (isOther || has("job")) start(!isOther);
+      if (isOther || has("job")) start(!isOther).catch(() => {});
       else {
         longList.draw();
         longList.forEach(mark);
+        if (has("selection")) reveal().catch(() => {});
       }
     },
   };

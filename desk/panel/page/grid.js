@@ -125,7 +125,8 @@ export class Grid {
   }
 
   get topPixel() { return this.scroller.scrollTop * this.pace; }
-  get firstInSight() { return Math.floor(this.topPixel / this.rowHeight); }
+  /** 0 also while nothing is shown that has a height. */
+  get firstInSight() { return Math.floor(this.topPixel / this.rowHeight) || 0; }
   get rowsInSight() {
     return Math.max(1, Math.floor((this.room - this.headHeight) / this.rowHeight));
   }

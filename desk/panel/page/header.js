@@ -6,6 +6,7 @@ import { change, state } from "/state.js";
 export function create(document, text) {
   const $ = (id) => document.getElementById(id);
   let summary = null;  // the job's part of its summary; null while there is none
+  let asked = 0;       // counts what was asked for: only the last answer counts
   let panel = null;    // the latest news of the panel
 
   function listItem(words, ...children) {
@@ -30,13 +31,15 @@ export function create(document, text) {
   }
 
   async function askSummary() {
-    const job = state.job;
+    const number = ++asked;
+    let answer = null;
     try {
-      const answer = job?.version > 0 ? await ask(job, "summary") : null;
-      if (job === state.job) summary = answer?.jobs[0] ?? null;
+      if (state.job?.version > 0) answer = await ask(state.job, "summary");
     } catch {
-      summary = null;  // an event will tell of what it changed to
+      // An event will tell of another version or connection.
     }
+    if (number !== asked) return;
+    summary = answer?.jobs[0] ?? null;
     showFacts();
   }
 
@@ -58,11 +61,13 @@ export function create(document, text) {
     if (state.job !== null) $("jobs").value = state.job.id;
   }
 
+  const isNotLoading = () => state.job !== null && !state.job.loads && state.job.reason !== "";
+
   function showReason() {
-    const isBroken = state.job !== null && !state.job.loads;
+    const isBroken = isNotLoading();
     $("reason").hidden = !isBroken;
     $("reason").textContent = isBroken ? state.job.reason : "";
-    $("views").classList.toggle("outdated", isBroken && state.view !== "panel");
+    $("views").classList.toggle("outdated", isBroken && state.view !== "panel" && state.job.version > 0);
     $("details").classList.toggle("outdated", isBroken);
   }
 
@@ -73,7 +78,8 @@ export function create(document, text) {
 
   function showState() {
     if (panel?.failed) setState("scriptFailed", "failed");
-    else if (state.job !== null && !state.job.loads) setState("broken", "failed");
+    else if (isNotLoading()) setState("broken", "failed");
+    else if (state.job?.loads === false) setState("reading", "");
     else if (state.job?.dropped) setState("dropped", "live");
     else setState(state.job === null ? "live" : "following", "live");
   }

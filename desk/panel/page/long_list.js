@@ -98,6 +98,14 @@ export function create(scroller, list, { render, shown, estimate }) {
       for (const [index, item] of items) if (isStale(item)) items.delete(index);
       draw();
     },
+    /** Scrolls to an item, unless it is in sight. */
+    reveal(index) {
+      const top = offsetOf(index) + list.offsetTop;
+      const isInSight = top >= scroller.scrollTop &&
+        top + heightOf(index) <= scroller.scrollTop + scroller.clientHeight;
+      if (!isInSight) scroller.scrollTop = top;
+      draw();
+    },
     forEach: (act) => items.forEach((item, index) => act(item, index)),
   };
 }

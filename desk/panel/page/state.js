@@ -16,9 +16,11 @@ export function subscribe(listener) {
   listeners.push(listener);
 }
 
-const isSameJob = (a, b) => a?.id === b?.id && a?.version === b?.version;
+/** A job is another one with its version; before it has one, with the reason why not. */
+const isSameJob = (a, b) => a?.id === b?.id && a?.version === b?.version &&
+  (a?.version !== 0 || a.reason === b.reason);
 
-/** Sets some of the state and tells the subscribers. A job counts as changed when its version did. */
+/** Sets some of the state and tells the subscribers. */
 export function change(values) {
   const changed = new Set();
   for (const [name, value] of Object.entries(values)) {

@@ -19,6 +19,7 @@ export const kTexts = {
   "header.noJob": ["No job", "无任务"],
 
   "state.connecting": ["Connecting", "正在连接"],
+  "state.reading": ["Reading", "正在读取"],
   "state.following": ["Following", "正在跟随"],
   "state.dropped": ["From memory", "来自内存"],
   "state.broken": ["Not loading", "无法加载"],

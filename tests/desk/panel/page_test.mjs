@@ -104,7 +104,8 @@ async function dropped(page, { address }) {
     name: "notes.txt", mimeType: "text/plain", buffer: Buffer.from("no job"),
   });
   await showsText(page, "#reason", "notes.txt");
-  await page.waitForFunction(() => document.querySelector("#view-findings li, #facts li") === null);
+  await showsText(page, "#view-findings mark", "no");
+  assert.equal(await page.locator("#facts li").count(), 0);
   await page.locator("#jobs").selectOption("0");
   await showsText(page, "#facts", "21 pieces");
 }

@@ -94,6 +94,10 @@ class View(Folder):
         answers = documents("job.json", *("table?" + case[0] for case in ROWS), folder=self.folder)
         self.assertEqual(ROWS, [(case[0], got["ids"], got["rows"], got.get("found"))
                                 for case, got in zip(ROWS, answers)])
+        [got] = documents("job.json", "findings?severity=error&find=2.1", folder=self.folder)
+        ids = [one["ids"] for one in got["findings"]]
+        self.assertEqual(["2.1"], [each for one in ids[:got["found"] + 1] for each in one
+                                   if each.startswith("2.1")])
 
     def test_hostile_texts_are_texts_and_wrong_questions_are_refused(self):
         self.write("job.json", ODD)
