@@ -131,9 +131,17 @@ export class Grid {
     return Math.max(1, Math.floor((this.room - this.headHeight) / this.rowHeight));
   }
 
+  isInSight(row) {
+    const top = row * this.rowHeight - this.topPixel;
+    return row >= 0 && top >= 0 && top + this.rowHeight + this.headHeight <= this.room;
+  }
+
   render() {
     if (this.rows === null || this.scroller.clientHeight === 0) return;
+    const wasShown = this.isInSight(this.active.row);
+    const roomBefore = this.room;
     this.measure();
+    if (wasShown && this.room !== roomBefore) this.reveal(this.active.row);
     const inSight = this.firstInSight;
     const first = Math.max(0, Math.min(inSight - kAround, this.rows.size - 1));
     const last = Math.min(this.rows.size - 1, inSight + this.rowsInSight + 1 + kAround);
