@@ -13,6 +13,7 @@ namespace {
 
 constexpr double kTitleHeight = 6.5;  ///< above the band
 constexpr double kFirstRow = 3.5;     ///< baseline below the band
+constexpr double kLastRow = 1.4;      ///< baseline above the band
 constexpr double kRow = 3.5;          ///< from one row of texts to the next
 constexpr double kLine = 3.9;         ///< each line below the texts
 constexpr double kGap = 5.0;          ///< to the next bar
@@ -125,15 +126,22 @@ double BarPicture::laneBottom(std::size_t lane, double top) const {
 }
 
 double BarPicture::height() const {
-  const auto rows = static_cast<double>(texts_.rows());
   const auto lines = static_cast<double>(list_.size() + remarks_.size());
-  return kTitleHeight + band() + 1.0 + rows * kRow + lines * kLine + kGap;
+  return aboveBand() + band() + belowBand() + lines * kLine + kGap;
+}
+
+double BarPicture::aboveBand() const {
+  return kTitleHeight + static_cast<double>(texts_.rowsAbove()) * kRow;
+}
+
+double BarPicture::belowBand() const {
+  return 1.0 + static_cast<double>(texts_.rowsBelow()) * kRow;
 }
 
 void BarPicture::draw(SvgCanvas& canvas, double top) const {
   canvas.beginGroup({"data-bar", std::to_string(bar_.number), title_ + "; " + sum()});
   drawTitle(canvas, top);
-  const double band = top + kTitleHeight;
+  const double band = top + aboveBand();
   drawStock(canvas, band);
   for (const bool isLine : {false, true}) {  // lines are not to be covered
     for (std::size_t i = 0; i < bar_.pieces.size(); ++i) {
@@ -142,9 +150,9 @@ void BarPicture::draw(SvgCanvas& canvas, double top) const {
   }
   if (bar_.length > 0.0 && bar_.leftOver() < 0.0) {
     const double end = kBarLeft + length(bar_.length);
-    canvas.line({end, band - 2.0}, {end, band + this->band() + 0.4}, "end");
+    canvas.line({end, band - 1.0}, {end, band + this->band() + 0.4}, "end");
   }
-  drawLines(canvas, band + this->band() + 1.0 + static_cast<double>(texts_.rows()) * kRow);
+  drawLines(canvas, band + this->band() + belowBand());
   canvas.endGroup();
 }
 
@@ -152,7 +160,7 @@ void BarPicture::draw(SvgCanvas& canvas, double top, std::size_t piece) const {
   canvas.beginGroup(subjectOf(piece));
   drawOutline(canvas, top, bar_.pieces[piece]);
   drawSigns(canvas, top, piece);
-  drawTexts(canvas, top + band(), piece);
+  drawTexts(canvas, top, piece);
   canvas.endGroup();
 }
 
@@ -231,16 +239,21 @@ void BarPicture::drawSigns(SvgCanvas& canvas, double top, std::size_t piece) con
   }
 }
 
-void BarPicture::drawTexts(SvgCanvas& canvas, double bottom, std::size_t piece) const {
+void BarPicture::drawTexts(SvgCanvas& canvas, double top, std::size_t piece) const {
   const std::vector<PlacedText>& texts = texts_.placed();
   auto text = std::lower_bound(
       texts.begin(), texts.end(), piece,
       [](const PlacedText& one, std::size_t wanted) { return one.piece < wanted; });
   for (; text != texts.end() && text->piece == piece; ++text) {
     const double x = kBarLeft + text->x;
-    const double baseline = bottom + kFirstRow + static_cast<double>(text->row) * kRow;
-    if (text->isLed) {
-      canvas.line({x, bottom + 0.4}, {x, baseline - 0.85 * kNumber.size}, "leader");
+    const bool isAbove = text->row >= TextRows::kBelow;
+    const auto row = static_cast<double>(isAbove ? text->row - TextRows::kBelow : text->row);
+    const double baseline =
+        isAbove ? top - kLastRow - row * kRow : top + band() + kFirstRow + row * kRow;
+    if (text->isLed && isAbove) {
+      canvas.line({x, top - 0.4}, {x, baseline + 0.5}, "leader");
+    } else if (text->isLed) {
+      canvas.line({x, top + band() + 0.4}, {x, baseline - 0.85 * kNumber.size}, "leader");
     }
     canvas.text({x, baseline}, text->text, text->kind);
   }

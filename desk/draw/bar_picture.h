@@ -36,11 +36,13 @@ class BarPicture {
   void drawBreak(SvgCanvas& canvas, double x, double bottom) const;
   void drawOutline(SvgCanvas& canvas, double top, const PiecePlace& piece) const;
   void drawSigns(SvgCanvas& canvas, double top, std::size_t piece) const;
-  void drawTexts(SvgCanvas& canvas, double bottom, std::size_t piece) const;
+  void drawTexts(SvgCanvas& canvas, double top, std::size_t piece) const;
   void drawLines(SvgCanvas& canvas, double top) const;
 
   double lane() const { return bar_.width / drawn_.scale.across; }
   double band() const;
+  double aboveBand() const;
+  double belowBand() const;
   double laneBottom(std::size_t lane, double top) const;
   double length(double onBar) const { return onBar / drawn_.scale.along; }
   double stockLength() const;

@@ -41,7 +41,10 @@ BarTexts::BarTexts(const BarGroup& group, double along, double room)
     addLabel(i, labels_.back());
   }
   std::vector<Run> runs = this->runs();
-  for (Run& run : runs) writeName(run);  // before sizes, which the list has too
+  for (Run& run : runs) {  // before sizes, which the list has too
+    run.hasName = run.hasName || writeName(run, 0, TextRows::kBelow) ||
+                  writeName(run, TextRows::kBelow, TextRows::kCount);
+  }
   for (const Run& run : runs) {
     if (!writeSize(run)) entries_.push_back(entryOf(run));
   }
@@ -95,19 +98,21 @@ std::vector<BarTexts::Run> BarTexts::runs() const {
   return runs;
 }
 
-void BarTexts::writeName(Run& run) {
+/// Writes the name into the first of these rows that has room, if a line can lead there.
+bool BarTexts::writeName(Run& run, std::size_t from, std::size_t to) {
   const std::string name = nameOf(run);
   const double width = widthInMm(name, kNumber) + kBetweenNames;
-  for (; !run.hasName && run.row < TextRows::kCount; ++run.row) {
-    run.hasName = hasRoom(run.row, run.middle, width);
-    if (run.hasName) break;
-    if (!hasRoom(run.row, run.middle, kLeader)) return;
+  for (run.row = from; run.row < to; ++run.row) {
+    if (hasRoom(run.row, run.middle, width)) {
+      for (std::size_t passed = from; passed < run.row; ++passed) {
+        taken_.take(passed, run.middle - kLeader / 2.0, run.middle + kLeader / 2.0);
+      }
+      write(run.first, run.middle, width, run.row, "number", name, run.row > from);
+      return true;
+    }
+    if (!hasRoom(run.row, run.middle, kLeader)) return false;
   }
-  if (!run.hasName || !labels_[run.first].number.empty()) return;
-  for (std::size_t above = 0; above < run.row; ++above) {
-    taken_.take(above, run.middle - kLeader / 2.0, run.middle + kLeader / 2.0);
-  }
-  write(run.first, run.middle, width, run.row, "number", name, run.row > 0);
+  return false;
 }
 
 /// Writes the size below the name. Returns whether all is said then.
@@ -116,7 +121,7 @@ bool BarTexts::writeSize(const Run& run) {
   if (!run.hasName || !labels_[run.first].number.empty()) return false;
   const std::string size = sizeOf(run);
   const double width = widthInMm(size, kLabel) + kBetweenLabels;
-  if (run.row + 1 == TextRows::kCount || !hasRoom(run.row + 1, run.middle, width)) return false;
+  if (run.row + 1 >= TextRows::kBelow || !hasRoom(run.row + 1, run.middle, width)) return false;
   write(run.first, run.middle, width, run.row + 1, "middle", size);
   return anglesText(piece).empty() && group_.barCodeAt(run.first).empty() &&
          group_.barCodeAt(run.last).empty();
@@ -157,7 +162,11 @@ void BarTexts::write(std::size_t piece, double x, double width, std::size_t row,
                      const std::string& text, bool isLed) {
   taken_.take(row, x - width / 2.0, x + width / 2.0);
   placed_.push_back({piece, x, row, kind, text, isLed});
-  rows_ = std::max(rows_, row + 1);
+  if (row < TextRows::kBelow) {
+    rowsBelow_ = std::max(rowsBelow_, row + 1);
+  } else {
+    rowsAbove_ = std::max(rowsAbove_, row + 1 - TextRows::kBelow);
+  }
 }
 
 }  // namespace desk::draw

@@ -1,4 +1,4 @@
-// What is written at and below a bar: numbers, angles, lengths and barcodes where there is room,
+// What is written at a bar and below it: numbers, angles, lengths and barcodes where there is room,
 // and a list of the rest.
 #pragma once
 
@@ -16,16 +16,18 @@ namespace desk::draw {
 struct PlacedText {
   std::size_t piece;  ///< whose it is, from 0
   double x;           ///< mm from the bar's left end
-  std::size_t row;    ///< from 0
+  std::size_t row;    ///< of TextRows
   const char* kind;   ///< class of the element
   std::string text;
   bool isLed = false;  ///< whether a line must lead to it, as it is not right below its piece
 };
 
-/// Rows of texts that cover none of one another.
+/// Rows of texts that cover none of one another: first those below the bar from its edge down, then
+/// those above it from its edge up.
 class TextRows {
  public:
-  static constexpr std::size_t kCount = 3;
+  static constexpr std::size_t kBelow = 3;
+  static constexpr std::size_t kCount = 5;
 
   bool isFree(std::size_t row, double left, double right) const;
   void take(std::size_t row, double left, double right) { taken_[row].emplace(left, right); }
@@ -36,7 +38,7 @@ class TextRows {
 
 /// Neighbours of one length and the same angles that have no room for texts of their own count as
 /// one: "1-29" with "29 x 12" below. Where their texts have no room either they stand in another
-/// row, with a line that leads there.
+/// row, also above the bar, with a line that leads there.
 class BarTexts {
  public:
   /// @param along millimetres of the bar that are one on paper
@@ -45,7 +47,8 @@ class BarTexts {
 
   /// By pieces.
   const std::vector<PlacedText>& placed() const { return placed_; }
-  std::size_t rows() const { return rows_; }
+  std::size_t rowsBelow() const { return rowsBelow_; }
+  std::size_t rowsAbove() const { return rowsAbove_; }
   /// For the list below: what is not said whole at the pieces.
   const std::vector<std::string>& entries() const { return entries_; }
 
@@ -61,7 +64,7 @@ class BarTexts {
 
   void addLabel(std::size_t index, const PieceLabel& label);
   std::vector<Run> runs() const;
-  void writeName(Run& run);
+  bool writeName(Run& run, std::size_t from, std::size_t to);
   bool writeSize(const Run& run);
   std::string entryOf(const Run& run) const;
   std::string nameAt(std::size_t index) const;
@@ -79,7 +82,8 @@ class BarTexts {
   std::vector<PieceLabel> labels_;
   std::vector<PlacedText> placed_;
   std::vector<std::string> entries_;
-  std::size_t rows_ = 0;
+  std::size_t rowsBelow_ = 0;
+  std::size_t rowsAbove_ = 0;
 };
 
 }  // namespace desk::draw
