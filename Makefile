@@ -101,14 +101,14 @@ cost: build armhf arm64
 	python3 bench/cost_table.py build
 
 growth: setup-arm build
-	python3 bench/growth.py build/cusdesk build/bin/libcount_instructions.so $(JOBS)
+	python3 bench/growth.py build/cusdesk build/bin/view_documents build/bin/libcount_instructions.so $(JOBS)
 
 # Half of the processors: the other half is for what the tests start.
 robustness: setup-arm build
 	ctest --preset release --output-on-failure -j$$((($(JOBS) + 1) / 2)) \
 	  -R '^(file_faults|download|heap_faults|lua_memory)_test|^robustness|^session.isolation|^panel|^fuzz.replay'
 	cp build/Testing/Temporary/LastTest.log build/robustness.log
-	python3 bench/growth.py build/cusdesk build/bin/libcount_instructions.so $(JOBS) | tee -a build/robustness.log
+	python3 bench/growth.py build/cusdesk build/bin/view_documents build/bin/libcount_instructions.so $(JOBS) | tee -a build/robustness.log
 	python3 bench/flood.py build/cusdesk | tee -a build/robustness.log
 	tools/write-figures.sh build/robustness.log
 

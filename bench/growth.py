@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Instructions and memory of the commands over documents of many shapes: both grow with the size.
 
-Usage: growth.py CUSDESK COUNTER JOBS [SHAPE...]     COUNTER: qemu's plug-in libcount_instructions.so
+Usage: growth.py CUSDESK VIEWER COUNTER JOBS [SHAPE...]
+
+VIEWER is the test program view_documents, COUNTER qemu's plug-in libcount_instructions.so.
 """
 import concurrent.futures
 import functools
@@ -31,7 +33,11 @@ COMMANDS = {
     "pieces": ["show", "--format", "json", "{file}", "pieces"],
     "diff": ["diff", "{file}", "{file}"],
     "draw": ["draw", "{file}", "-o", "picture.svg"],
+    "view": [],  # by the program that answers as the page's server does
 }
+# What the page asks first, and the answers of each kind that cost most.
+VIEW = ["summary", "bars", "bar?group=0", "findings?count=500", "piece?id=1.1", "source?line=1",
+        "table?name=works&sort=Name&filter=w&count=500", "table?name=cuts&find=1.1"]
 
 JOB = '{"Version":"1.0","Bar":[%s]}'
 PIECES = JOB % '{"BarNumber":1,"MaxY":40,"MaxZ":40,"length":6000,"piece":[%s]}'
@@ -110,8 +116,9 @@ SHAPES = {
 
 
 class Program:
-    def __init__(self, program, counter, folder):
-        self.program, self.counter, self.folder = program, counter, pathlib.Path(folder)
+    def __init__(self, programs, folder):
+        self.program, self.viewer, self.counter = programs
+        self.folder = pathlib.Path(folder)
         for name in ("Json", "Xml"):
             self.flash(name).mkdir(parents=True)
         (self.folder / "load.lua").write_text(LOAD)
@@ -124,6 +131,8 @@ class Program:
         name = "Xml" if document.lstrip()[:1] == b"<" else "Json"
         file = self.flash(name) / f"shape.{name.lower()}"
         file.write_bytes(document)
+        if command == "view":
+            return [self.viewer, str(file), *VIEW]
         words = [word.format(name=file.name, file=file) for word in COMMANDS[command]]
         return [self.program, "--root", str(self.folder / "root"), *words]
 
@@ -158,10 +167,10 @@ def measured(program, make, command):
     return (four - base) / max(one - base, NOISE / 10), (four - base) / len(large), memory, is_well
 
 
-def row(program, counter, name):
+def row(programs, name):
     """The measurements of a shape: as a line, and the largest of each; how many are beyond."""
     with tempfile.TemporaryDirectory() as folder:
-        runner = Program(program, counter, folder)
+        runner = Program(programs, folder)
         cells = [measured(runner, SHAPES[name], command) for command in COMMANDS]
     text = "".join(f"{growth:7.1f}{cost:7.0f}{memory:5.0%}{' ' if is_well else '!'}"
                    for growth, cost, memory, is_well in cells)
@@ -170,14 +179,14 @@ def row(program, counter, name):
 
 
 def main():
-    program, counter = map(os.path.abspath, sys.argv[1:3])
-    names = sys.argv[4:] or list(SHAPES)
+    programs = list(map(os.path.abspath, sys.argv[1:4]))
+    names = sys.argv[5:] or list(SHAPES)
     print("Of a document four times as large: times the instructions, instructions a byte. "
           "Of one of 1 MB: memory of the bound.")
     print(f"{'':28}" + "".join(f"{command:>20}" for command in COMMANDS))
     faults, most = 0, [0, 0]
-    with concurrent.futures.ThreadPoolExecutor(int(sys.argv[3])) as pool:
-        for line, largest, beyond in pool.map(lambda name: row(program, counter, name), names):
+    with concurrent.futures.ThreadPoolExecutor(int(sys.argv[4])) as pool:
+        for line, largest, beyond in pool.map(lambda name: row(programs, name), names):
             print(line, flush=True)
             faults += beyond
             most = list(map(max, most, largest))

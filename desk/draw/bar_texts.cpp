@@ -139,7 +139,7 @@ std::string BarTexts::nameOf(const Run& run) const {
 
 std::string BarTexts::sizeOf(const Run& run) const {
   const PiecePlace& piece = bar_.pieces[run.first];
-  const std::string length = piece.length > 0.0 ? xmlText(lengthText(piece)) : "no length";
+  std::string length = piece.length > 0.0 ? xmlText(lengthText(piece)) : "no length";
   if (run.first == run.last) return length;
   return std::to_string(run.last - run.first + 1) + " x " + length;
 }

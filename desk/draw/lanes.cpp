@@ -31,7 +31,9 @@ class Lane {
     near_.erase(std::remove_if(near_.begin(), near_.end(), isBehind), near_.end());
     const double highest = std::max(height_ - kSign / 2.0, height_ / 2.0);
     const double wanted = std::clamp(at.y, std::min(kSign / 2.0, height_ / 2.0), highest);
-    for (double off = 0.0; off <= height_; off += kStep) {
+    const int steps = static_cast<int>(height_ / kStep);
+    for (int step = 0; step <= steps; ++step) {
+      const double off = step * kStep;
       for (const double y : {wanted + off, wanted - off}) {
         if (y > highest || y < height_ - highest || isTaken(y)) continue;
         at.y = y;
