@@ -126,16 +126,16 @@ std::size_t countAbout(const Report& report, const Element& element) {
 }
 
 std::string sourceDocument(const job::SourceText& source, const Query& query) {
-  const auto all = static_cast<std::size_t>(source.lineCount());
   const std::size_t from = std::max<std::size_t>(wholeNumber(query, "line", 1), 1);
   const std::size_t count = windowOf(query).count;
   Json::Value document;
-  document["all"] = Json::UInt64{all};
+  document["all"] = source.lineCount();
   document["from"] = Json::UInt64{from};
   document["lines"] = Json::arrayValue;
-  for (std::size_t line = from; line <= all && line - from < count; ++line) {
-    const job::Position start{static_cast<int>(line), 0};
-    document["lines"].append(asUtf8(excerptOf(source, start, kColumns).text));
+  job::Position at{static_cast<int>(from), static_cast<int>(wholeNumber(query, "column", 0))};
+  for (; at.line <= source.lineCount() && document["lines"].size() < count; ++at.line) {
+    document["lines"].append(asUtf8(excerptOf(source, at, kColumns).text));
+    at.column = 0;
   }
   return compactJson(document);
 }

@@ -148,6 +148,7 @@ std::string JobView::Answers::piece(const Query& query) {
   const auto fact = show::pieceAt(job(), element);
   Json::Value value = show::pieceValue(fact);
   value["id"] = idOf(element);
+  if (fact.at.column > 0) value["column"] = fact.at.column;
   value["lastLine"] = lastLineOf(job(), bars[at(element.bar)].pieces[at(element.piece)], element);
   value["group"] = Json::UInt64{this->bars().groupOf(element.bar)};
   value["findings"] = Json::UInt64{countAbout(checked_.report(), element)};

@@ -43,9 +43,9 @@ class JobView {
   ///   drawing             as cusdesk draw FILE -o -
   ///   bars                the bars as drawn, equal ones once, and the signs of the works
   ///   bar                 SVG of one of these: group
-  ///   table               rows of a table: name, sort, order, filter, find, from, count
+  ///   table               rows of a table: name, id, filter, sort, order, find, from, count
   ///   findings            what cusdesk check tells: severity, id, find, from, count
-  ///   source              lines of the job: line, count
+  ///   source              lines of the job, the first one around a column: line, column, count
   ///   piece               a piece as cusdesk show FILE pieces --format json tells it: id
   /// An id is "B", "B.P" or "B.P.W": bar, piece and work by their places, from 1.
   Answer answer(const std::string& what, const Query& query);

@@ -33,7 +33,8 @@ std::size_t wholeNumber(const Query& query, const std::string& name, std::size_t
 }
 
 Window windowOf(const Query& query) {
-  return {wholeNumber(query, "from", 0), std::min(wholeNumber(query, "count", kMostRows), kMostRows)};
+  return {wholeNumber(query, "from", 0),
+          std::min(wholeNumber(query, "count", kMostRows), kMostRows)};
 }
 
 std::string idOf(const job::Element& element) {

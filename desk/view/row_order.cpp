@@ -24,14 +24,15 @@ RowOrder::RowOrder(const Wish& wish) : wish_(wish) {
   wish_.filter = withoutCase(wish.filter);
 }
 
-bool RowOrder::passes(const std::vector<Cell>& cells) const {
+bool RowOrder::passes(const std::vector<Cell>& cells, const job::Element& element) const {
+  if (wish_.within.bar > 0 && !isIn(element, wish_.within)) return false;
   return wish_.filter.empty() || std::any_of(cells.begin(), cells.end(), [&](const Cell& cell) {
            return withoutCase(cell.text).find(wish_.filter) != std::string::npos;
          });
 }
 
 void RowOrder::add(std::size_t row, const std::vector<Cell>& cells, const job::Element& element) {
-  if (!passes(cells)) return;
+  if (!passes(cells, element)) return;
   rows_.push_back(
       {static_cast<std::uint32_t>(row), static_cast<std::uint32_t>(keys_.size()), element});
   if (!wish_.column) return;

@@ -14,11 +14,13 @@ namespace desk::view {
 /// What a page wishes.
 struct Wish {
   std::string filter;                 ///< rows that hold it in a cell, without case; empty: all
+  job::Element within;                ///< rows about it or a part of it; the header: all
   std::optional<std::size_t> column;  ///< to sort by; none: as they are
   bool isDown = false;                ///< the last one first
 
   bool operator==(const Wish& other) const {
-    return filter == other.filter && column == other.column && isDown == other.isDown;
+    return filter == other.filter && within == other.within && column == other.column &&
+           isDown == other.isDown;
   }
 };
 
@@ -54,7 +56,7 @@ class RowOrder {
     job::Element element;
   };
 
-  bool passes(const std::vector<Cell>& cells) const;
+  bool passes(const std::vector<Cell>& cells, const job::Element& element) const;
   bool isBefore(const Key& a, const Key& b) const;
 
   Wish wish_;

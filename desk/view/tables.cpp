@@ -30,7 +30,8 @@ std::vector<show::Column> columnsOf(const TableRow& table) {
 }
 
 Wish wishOf(const TableRow& table, const Query& query) {
-  Wish wish{valueOf(query, "filter"), std::nullopt, false};
+  Wish wish{valueOf(query, "filter"), {}, std::nullopt, false};
+  if (const std::string id = valueOf(query, "id"); !id.empty()) wish.within = elementOf(id);
   const std::string order = valueOf(query, "order");
   wish.isDown = order == "down";
   if (!order.empty() && order != "up" && !wish.isDown) throw Refusal(400, "no such order");

@@ -30,6 +30,7 @@ ROWS = [  # (question, ids, how many rows pass the filter, where the element is 
     ("name=pieces&sort=barcode&order=down", ["1.2", "1.1", "2.2", "2.1"], 4, None),
     ("name=cuts&filter=äst&from=1&count=5", ["1.2"], 2, None),
     ("name=cuts&filter=p-9&from=7", [], 2, None),
+    ("name=works&id=1.1&from=1", ["1.1.2"], 2, None),
     ("name=works&find=1", ["1.1.1", "1.1.2", "2.1.1"], 3, 0),
     ("name=works&order=down&sort=Name&find=2.1", ["1.1.1", "2.1.1", "1.1.2"], 3, 1),
     ("name=bars&find=2.1.1", ["1", "2"], 2, 1),
