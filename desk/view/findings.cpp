@@ -1,6 +1,7 @@
 #include "desk/view/findings.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "desk/base/json_document.h"
 #include "desk/base/terminal.h"
@@ -85,34 +86,42 @@ void addRules(Json::Value& rules, const Finding& finding) {
   for (const Finding& one : finding.consequences) addRules(rules, one);
 }
 
-}  // namespace
-
-std::string findingsDocument(const Report& report, const Query& query) {
-  const Window window = windowOf(query);
+/// Those that a page asks for, in the order of the report.
+std::vector<const Finding*> meantFindings(const Report& report, const Query& query) {
   const std::string severity = valueOf(query, "severity");
   const std::string id = valueOf(query, "id");
   const Element element = id.empty() ? Element{} : elementOf(id);
-  const std::string sought = valueOf(query, "find");
-  const Element soughtElement = sought.empty() ? Element{} : elementOf(sought);
+  std::vector<const Finding*> meant;
+  for (const Finding& one : report.findings) {
+    const bool isOne = severity.empty() || severity == nameOf(one.severity);
+    if (isOne && (id.empty() || isAbout(one, element))) meant.push_back(&one);
+  }
+  return meant;
+}
+
+}  // namespace
+
+std::string findingsDocument(const Report& report, const Query& query) {
+  const std::vector<const Finding*> meant = meantFindings(report, query);
+  const Window window = windowOf(query);
   Json::Value document;
   document["findings"] = Json::arrayValue;
   document["rules"] = Json::objectValue;
-  std::size_t rows = 0;
-  for (const Finding& finding : report.findings) {
-    const bool isMeant = (severity.empty() || severity == nameOf(finding.severity)) &&
-                         (id.empty() || isAbout(finding, element));
-    if (!isMeant) continue;
-    if (!sought.empty() && !document.isMember("found") && isAbout(finding, soughtElement)) {
-      document["found"] = Json::UInt64{rows};
-    }
-    if (!window.has(rows++)) continue;
-    Json::Value value = findingValue(report, finding);
-    link(value, report, finding);
+  for (std::size_t i = window.from; i < meant.size() && window.has(i); ++i) {
+    Json::Value value = findingValue(report, *meant[i]);
+    link(value, report, *meant[i]);
     document["findings"].append(std::move(value));
-    addRules(document["rules"], finding);
+    addRules(document["rules"], *meant[i]);
+  }
+  if (const std::string id = valueOf(query, "find"); !id.empty()) {
+    const auto isIt = [&, element = elementOf(id)](const Finding* one) {
+      return isAbout(*one, element);
+    };
+    const auto found = std::find_if(meant.begin(), meant.end(), isIt);
+    if (found != meant.end()) document["found"] = Json::Int64{found - meant.begin()};
   }
   document["all"] = Json::UInt64{report.findings.size()};
-  document["rows"] = Json::UInt64{rows};
+  document["rows"] = Json::UInt64{meant.size()};
   document["from"] = Json::UInt64{window.from};
   document["summary"] = summaryValue(report);
   document["unreadable"] = unreadableValue(report);
