@@ -10,7 +10,9 @@ export class Refusal extends Error {
 }
 
 async function accepted(response) {
-  if (!response.ok) throw new Refusal(response.status, (await response.text()).trim());
+  if (!response.ok) {
+    throw new Refusal(response.status, (await response.text()).trim() || response.statusText);
+  }
   return response;
 }
 

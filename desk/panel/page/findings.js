@@ -15,6 +15,7 @@ export function create(root, text) {
   let sections = [];         // {severity, rows}: of the severities that are shown
   let windows = new Map();   // by "severity/number": {findings, rules}, or null while it is on its way
   let rules = {};
+  let shownJob;
   let asked = 0;             // counts what was asked for: answers to something older do not count
 
   /** Where an index of the list is: in which section, and the how manieth there. */
@@ -111,6 +112,7 @@ export function create(root, text) {
     const wanted = kSeverities.filter((one) => isThere && ["", one].includes(state.severity));
     const answers = await Promise.all(wanted.map((severity) => question(severity, 0)));
     if (number !== asked) return;
+    shownJob = state.job?.id;
     sections = wanted.map((severity, index) => ({ severity, rows: answers[index].rows }));
     windows = new Map();
     rules = {};
@@ -147,7 +149,7 @@ export function create(root, text) {
       only.disabled = state.selection === "";
       only.checked = state.onlySelected && state.selection !== "";
       const isOther = has("severity", "onlySelected") || (has("selection") && state.onlySelected);
-      if (isOther || has("job")) start(!isOther).catch(() => {});
+      if (isOther || has("job")) start(!isOther && shownJob === state.job?.id).catch(() => {});
       else {
         longList.draw();
         longList.forEach(mark);

@@ -95,16 +95,18 @@ export function create(scroller, list, { render, shown, estimate }) {
     },
     /** Makes those items anew. */
     refresh(isStale) {
-      for (const [index, item] of items) if (isStale(item)) items.delete(index);
+      for (const [index, item] of items) if (isStale(item)) items.set(index, null);
       draw();
     },
     /** Scrolls to an item, unless it is in sight. */
     reveal(index) {
-      const top = offsetOf(index) + list.offsetTop;
-      const isInSight = top >= scroller.scrollTop &&
-        top + heightOf(index) <= scroller.scrollTop + scroller.clientHeight;
-      if (!isInSight) scroller.scrollTop = top;
-      draw();
+      const top = () => offsetOf(index) + list.offsetTop;
+      const isInSight = () => top() >= scroller.scrollTop &&
+        top() + heightOf(index) <= scroller.scrollTop + scroller.clientHeight;
+      for (let turn = 0; turn < 2 && !isInSight(); ++turn) {  // drawing tells the heights above it
+        scroller.scrollTop = top();
+        draw();
+      }
     },
     forEach: (act) => items.forEach((item, index) => act(item, index)),
   };

@@ -1,7 +1,7 @@
 // Starts the page: its parts, which view is shown, and what comes from the engine.
 import * as bars from "/bars.js";
 import * as details from "/details.js";
-import { drop, follow } from "/engine.js";
+import { drop, follow, Refusal } from "/engine.js";
 import * as findings from "/findings.js";
 import * as header from "/header.js";
 import * as panel from "/panel.js";
@@ -25,7 +25,7 @@ let noticeEnd;
 
 /** Shows for a while what the engine would not do, in its words. */
 function refused(error) {
-  $("notice").textContent = error.message;
+  $("notice").textContent = error instanceof Refusal ? error.message : text("state.lost");
   $("notice").hidden = false;
   clearTimeout(noticeEnd);
   noticeEnd = setTimeout(() => { $("notice").hidden = true; }, kNoticeTime);

@@ -1,5 +1,6 @@
 // The panel: shows its picture and output, and hands on clicks and page keys.
 import { panelClick, panelTurn, pictureAddress } from "/engine.js";
+import { state } from "/state.js";
 
 const kMostLines = 1000;
 
@@ -8,6 +9,12 @@ export function create(root, text, refused) {
   const $ = (id) => root.querySelector(`#${id}`);
   let view = null;      // the latest news of the panel
   let connection = 0;   // counts the connections: pictures of an earlier one may be another panel's
+
+  /** What the script cannot load, unless the page tells that of the job anyway. */
+  function showFault() {
+    $("job-fault").textContent = view?.jobFault ?? "";
+    $("job-fault").hidden = ["", state.job?.reason].includes($("job-fault").textContent);
+  }
 
   function showView() {
     $("case").style.setProperty("--width", view.width);
@@ -19,8 +26,6 @@ export function create(root, text, refused) {
     $("row").hidden = view.rows === 0;
     $("up").disabled = view.rows === 0 || view.page <= 1;
     $("down").disabled = view.rows === 0 || view.page >= view.pages;
-    $("job-fault").textContent = view.jobFault;
-    $("job-fault").hidden = view.jobFault === "";
   }
 
   function showPicture() {
@@ -67,13 +72,14 @@ export function create(root, text, refused) {
   });
 
   return {
-    update() {},
+    update: showFault,
     take(news) {
       view = news;
       if (view.isFirst) {
         ++connection;
         $("lines").replaceChildren();
       }
+      showFault();
       showView();
       showPicture();
       addLines(view.lines);

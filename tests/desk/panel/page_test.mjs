@@ -124,7 +124,8 @@ async function hostileAndLong(page, { address, file }) {
     const foreign = "img:not(#picture), script:not([src='/main.js']), foreignObject, iframe";
     assert.equal(await page.locator(foreign).count(), 0);
   }
-  await goTo(page, address, "findings/0");
+  await goTo(page, address, "findings/0/300.2");
+  await page.locator("#view-findings li.selected", { hasText: "of bar 300" }).first().waitFor();
   const list = page.locator("#view-findings ol > li[aria-posinset]");
   await list.first().waitFor();
   const all = Number(await list.first().getAttribute("aria-setsize"));
@@ -133,6 +134,7 @@ async function hostileAndLong(page, { address, file }) {
   await page.keyboard.press("End");
   await page.locator(`li[aria-posinset="${all}"] .message`).waitFor();
   assert.ok(await list.count() < 40);
+  await page.keyboard.press("Escape");
   writeFileSync(file, jobOf(21));
   await showsText(page, "#facts", "21 pieces");
 }
