@@ -1,4 +1,5 @@
 // The selected bar, piece or work: its values, works, label, findings and lines in the source.
+import { element } from "/element.js";
 import { ask } from "/engine.js";
 import { change, pieceOf, state } from "/state.js";
 
@@ -7,12 +8,6 @@ const kMostLines = 200;
 const kLinesOfBar = 12;  // its own values, before those of its pieces
 const kCopiedTime = 2000;  // ms
 const kApart = ["id", "group", "findings", "lastLine", "column", "label", "works"];  // shown elsewhere, or not
-
-function element(name, properties = {}, ...children) {
-  const made = Object.assign(document.createElement(name), properties);
-  made.append(...children);
-  return made;
-}
 
 export function create(root, text) {
   let shown = "";       // the bar or piece that stands in the pane

@@ -1,11 +1,6 @@
 // One finding as it is shown: message, place, source, cure, and what comes of it under it.
+import { element } from "/element.js";
 import { change } from "/state.js";
-
-function element(name, properties = {}, ...children) {
-  const made = Object.assign(document.createElement(name), properties);
-  made.append(...children);
-  return made;
-}
 
 const english = (name, words, className = "") =>
   element(name, { lang: "en", textContent: words, className });

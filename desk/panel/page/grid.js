@@ -1,5 +1,7 @@
-// A table of any length of which only the rows in sight are in the page. Arrows, Page Up, Page Down,
-// Home and End move the active cell; the active row -1 is the heads.
+// A table of any length of which only the rows in sight are in the page. One cell is the active one;
+// the active row -1 is the heads.
+import { element } from "/element.js";
+import { listenTo } from "/grid_keys.js";
 
 const kAround = 6;            // rows beyond the edge that are in the page too
 const kTallest = 8_000_000;   // pixels that every browser can scroll
@@ -8,13 +10,6 @@ const kPadding = 0.7;         // em at each side of a text
 const kArrow = 2.2;           // em that a head needs beside its name
 
 const canvas = document.createElement("canvas").getContext("2d");
-
-/** An element of that name with these properties and children. */
-export function element(name, properties = {}, ...children) {
-  const made = Object.assign(document.createElement(name), properties);
-  made.append(...children);
-  return made;
-}
 
 export class Grid {
   /**
@@ -25,8 +20,6 @@ export class Grid {
     this.hooks = hooks;
     this.rows = null;  // RowWindows
     this.active = { row: 0, column: 0 };
-    this.rowHeight = 1;  // pixels; measured before rows are shown
-    this.pace = 1;       // pixels of rows for one of the scroll bar
     this.shown = new Map();  // index -> tr
     this.head = element("tr");
     this.body = element("tbody");
@@ -51,18 +44,16 @@ export class Grid {
     };
     this.scroller.addEventListener("scroll", soon, { passive: true });
     new ResizeObserver(soon).observe(this.scroller);
-    this.table.addEventListener("keydown", (event) => this.pressed(event));
-    this.table.addEventListener("click", (event) => this.clicked(event));
-    this.table.addEventListener("copy", (event) => this.copy(event));
     this.table.addEventListener("focus", () => this.render());
+    listenTo(this);
   }
 
   // What is shown
 
-  /** Shows other rows. @param isOther whether the columns may have other widths */
+  /** Shows other rows. @param isOther whether they are of another table */
   show(rows, label, isOther) {
-    const hasColumns = isOther || this.rows === null ||
-      this.rows.columns.map((one) => one.name).join() !== rows.columns.map((one) => one.name).join();
+    const kinds = (one) => JSON.stringify(one.columns);
+    const hasColumns = isOther || this.rows === null || kinds(rows) !== kinds(this.rows);
     this.rows = rows;
     this.table.setAttribute("aria-label", label);
     this.table.setAttribute("aria-rowcount", String(rows.size + 1));
@@ -70,32 +61,34 @@ export class Grid {
     if (hasColumns) this.makeColumns();
     this.active.row = Math.min(this.active.row, Math.max(rows.size - 1, 0));
     this.active.column = Math.min(this.active.column, rows.columns.length - 1);
-    this.measure();
     this.render();
   }
 
-  makeColumns() {
+  /** Of each column in pixels, by the rows that are here. */
+  columnWidths() {
     const style = getComputedStyle(this.table);
     const em = parseFloat(style.fontSize);
     const widthOf = (words, weight) => {
       canvas.font = `${weight} ${style.fontSize} ${style.fontFamily}`;
       return canvas.measureText(words).width;
     };
-    const widthFor = (column, index) => {
+    return this.rows.columns.map((column, index) => {
       let width = widthOf(column.name, 600) + kArrow * em;
       for (const { cells } of this.rows.here()) {
         width = Math.max(width, widthOf(cells[index], style.fontWeight) + 2 * kPadding * em);
       }
       return Math.min(width, kWidest * em);
-    };
-    const widths = this.rows.columns.map(widthFor);
+    });
+  }
+
+  makeColumns() {
+    const widths = this.columnWidths();
+    this.sizer.style.minWidth = `${widths.reduce((sum, one) => sum + one, 0)}px`;
     this.widths.replaceChildren(...widths.map((width) => {
       const column = element("col");
       column.style.width = `${width}px`;
       return column;
-    }), element("col"));
-    const sum = widths.reduce((all, one) => all + one, 0);
-    this.sizer.style.minWidth = `${sum}px`;
+    }), element("col"));  // the last one takes the room that is left
     this.head.replaceChildren(...this.rows.columns.map((column, index) => {
       const head = element("th", { scope: "col", textContent: column.name, title: column.about });
       head.className = column.kind;
@@ -136,6 +129,7 @@ export class Grid {
     return row >= 0 && top >= 0 && top + this.rowHeight + this.headHeight <= this.room;
   }
 
+  /** Puts the rows in sight into the page, and takes the others out of it. */
   render() {
     if (this.rows === null || this.scroller.clientHeight === 0) return;
     const wasShown = this.isInSight(this.active.row);
@@ -146,11 +140,17 @@ export class Grid {
     const first = Math.max(0, Math.min(inSight - kAround, this.rows.size - 1));
     const last = Math.min(this.rows.size - 1, inSight + this.rowsInSight + 1 + kAround);
     if (this.rows.size > 0) this.rows.want(first, last);
+    this.showRows(first, last);
+    const top = first * this.rowHeight - this.topPixel + this.scroller.scrollTop;
+    this.table.style.top = `${top}px`;
+    this.markActive();
+  }
+
+  showRows(first, last) {
     for (const [index, row] of this.shown) {
-      if (index < first || index > last) {
-        row.remove();
-        this.shown.delete(index);
-      }
+      if (index >= first && index <= last) continue;
+      row.remove();
+      this.shown.delete(index);
     }
     let before = this.body.firstElementChild;
     for (let index = first; index <= last; ++index) {
@@ -164,9 +164,6 @@ export class Grid {
       }
       this.fill(row, index);
     }
-    const top = first * this.rowHeight - this.topPixel + this.scroller.scrollTop;
-    this.table.style.top = `${top}px`;
-    this.markActive();
   }
 
   makeRow(index) {
@@ -262,49 +259,5 @@ export class Grid {
     else if (right > from + this.scroller.clientWidth) {
       this.scroller.scrollLeft = right - this.scroller.clientWidth;
     }
-  }
-
-  pressed(event) {
-    if (this.rows === null || event.altKey) return;
-    const { row, column } = this.active;
-    const far = event.ctrlKey || event.metaKey;
-    const page = this.rowsInSight;
-    const place = {
-      ArrowUp: [row - 1, column], ArrowDown: [row + 1, column],
-      ArrowLeft: [row, column - 1], ArrowRight: [row, column + 1],
-      PageUp: [Math.max(0, row - page), column], PageDown: [row + page, column],
-      Home: [far ? 0 : row, 0], End: [far ? Infinity : row, Infinity],
-    }[event.key];
-    if (place !== undefined && (!far || event.key === "Home" || event.key === "End")) {
-      this.moveTo(...place);
-    } else if (event.key === "Enter" || event.key === " ") {
-      this.choose(row, column);
-    } else {
-      return;
-    }
-    event.preventDefault();
-    event.stopPropagation();  // the keys are not the page's here
-  }
-
-  clicked(event) {
-    if (this.rows === null || !getSelection().isCollapsed) return;  // that was for copying
-    const cell = event.target.closest("th, td");
-    if (cell === null) return;
-    const row = cell.parentElement === this.head ? -1 : cell.parentElement.ariaRowIndex - 2;
-    this.moveTo(row, cell.cellIndex);
-    this.choose(row, cell.cellIndex);
-  }
-
-  choose(row, column) {
-    if (row < 0) this.hooks.onSort(this.rows.columns[column].name);
-    else if (this.rows.row(row) !== null) this.hooks.onSelect(this.rows.row(row));
-  }
-
-  /** Nothing marked: the active row, tab-separated. */
-  copy(event) {
-    const record = this.active.row < 0 ? null : this.rows?.row(this.active.row);
-    if (!record || !getSelection().isCollapsed) return;
-    event.clipboardData.setData("text/plain", record.cells.join("\t"));
-    event.preventDefault();
   }
 }

@@ -1,6 +1,7 @@
 // The view Tables: the rows that scripts get of the job, to sort and to filter.
+import { element } from "/element.js";
 import { ask, documentAddress } from "/engine.js";
-import { element, Grid } from "/grid.js";
+import { Grid } from "/grid.js";
 import { kWindow, RowWindows } from "/row_windows.js";
 import { change, isWithin, state } from "/state.js";
 
@@ -9,11 +10,10 @@ const kTables = ["bars", "pieces", "cuts", "works", "labels", "holes"];
 /** Whether one is the other, lies in it or holds it: "1.2" and "1.2.3". */
 const belong = (id, other) => id !== "" && (isWithin(id, other) || isWithin(other, id));
 
-const button = (words, title, onclick) =>
-  element("button", { type: "button", textContent: words, title, onclick });
+const button = (words, onclick) =>
+  element("button", { type: "button", textContent: words, onclick });
 
-function labelled(made, role, label) {
-  if (role !== "") made.setAttribute("role", role);
+function labelled(made, label) {
   made.setAttribute("aria-label", label);
   return made;
 }
@@ -41,30 +41,15 @@ class Tables {
 
   build(root) {
     const { text } = this;
-    this.choices = kTables.map((table) =>
-      button(text(`tables.${table}`), "", () => change({ table })));
-    this.narrowChoice = labelled(element("select", {
-      id: "table-list", onchange: (event) => change({ table: event.target.value }),
-    }, ...kTables.map((table) => new Option(text(`tables.${table}`), table))), "",
-    text("tables.choice"));
-    this.filter = labelled(element("input", {
-      type: "search", placeholder: text("tables.filter"), autocomplete: "off", spellcheck: false,
-      maxLength: 100, oninput: () => this.ask({}),
-    }), "", text("tables.filter"));
-    this.count = element("p", { id: "row-count" });
-    this.count.setAttribute("role", "status");
-    this.print = button(text("tables.print"), text("tables.printHint"),
-      (event) => this.printList(event));
     this.raised = element("p", { id: "raised", hidden: true, lang: "en" });
     this.place = element("div", { id: "grid" });
     this.note = element("p", { id: "cell-note" });
-    this.legend = element("p", { id: "carried-legend", textContent: text("tables.legend") });
-    this.hint = element("p", { id: "print-hint", textContent: text("tables.printHint") });
     root.append(
-      element("div", { id: "table-tools" },
-        labelled(element("div", { id: "table-choice" }, ...this.choices), "group",
-          text("tables.choice")), this.narrowChoice, this.filter, this.count, this.print),
-      this.hint, this.raised, this.place, element("footer", {}, this.note, this.legend));
+      this.tools(),
+      element("p", { id: "print-hint", textContent: text("tables.printHint") }),
+      this.raised, this.place,
+      element("footer", {}, this.note,
+        element("p", { id: "carried-legend", textContent: text("tables.legend") })));
     this.grid = new Grid(this.place, {
       onSort: (column) => this.sort(column),
       onSelect: (record) => record.id !== "" && this.select(record.id),
@@ -72,6 +57,29 @@ class Tables {
       isSelected: (id) => belong(id, state.selection),
       titleOf: (record, column) => this.titleOf(record, column),
     });
+  }
+
+  /** Which table, what is left of it, and printing; the list is for narrow windows. */
+  tools() {
+    const { text } = this;
+    const label = text("tables.choice");
+    this.choices = kTables.map((table) =>
+      button(text(`tables.${table}`), () => change({ table })));
+    this.list = labelled(element("select", {
+      id: "table-list", onchange: (event) => change({ table: event.target.value }),
+    }, ...kTables.map((table) => new Option(text(`tables.${table}`), table))), label);
+    this.filter = labelled(element("input", {
+      type: "search", placeholder: text("tables.filter"), autocomplete: "off", spellcheck: false,
+      maxLength: 100, oninput: () => this.ask({}),
+    }), text("tables.filter"));
+    this.count = element("p", { id: "row-count" });
+    this.count.setAttribute("role", "status");
+    this.print = button(text("tables.print"), (event) => this.printList(event));
+    this.print.title = text("tables.printHint");
+    const group = labelled(element("div", { id: "table-choice" }, ...this.choices), label);
+    group.setAttribute("role", "group");
+    return element("div", { id: "table-tools" },
+      group, this.list, this.filter, this.count, this.print);
   }
 
   update(changed) {
@@ -113,6 +121,7 @@ class Tables {
     const question = this.question();
     this.showChoice();
     this.job = job;
+    this.print.disabled = !(job?.version > 0);
     if (!(job?.version > 0)) {
       this.show(null, question, how);
       return true;
@@ -162,6 +171,7 @@ class Tables {
     this.raised.hidden = true;
     this.place.hidden = rows === null;
     this.count.textContent = "";
+    this.note.textContent = "";
     if (rows === null) return;
     if (!how.keepsPlace) this.grid.toStart();
     this.grid.show(rows, this.text(`tables.${question.name}`), how.isOther);
@@ -170,7 +180,7 @@ class Tables {
   }
 
   showChoice() {
-    this.narrowChoice.value = state.table;
+    this.list.value = state.table;
     this.choices.forEach((one, i) =>
       one.setAttribute("aria-pressed", String(kTables[i] === state.table)));
   }
