@@ -41,7 +41,7 @@ export function create(root, text, refused) {
   const tip = createTip(root);
   const printing = createPrinting(root, text, refused);
   const canvas = new Canvas(scroller, {
-    load: (group) => ask(state.job, "bar", { group: group.group }),
+    load: (group) => ask(shown, "bar", { group: group.group }),
     describe, shown: takeDrawing,
     resized: () => { if (performance.now() - selectedAt < kOpening) revealSelection(); },
     failed: (error) => { if (error.status !== 409) refused(error); },
@@ -163,7 +163,7 @@ export function create(root, text, refused) {
     select(`${bar}${placeOf(idOf(item))}`);
   }
 
-  function updateSelection() {
+  function updateSelection(isOther = state.selection !== ownSelection) {
     selectedAt = performance.now();
     for (const section of canvas.sections.values()) {
       describe(canvas.layout.groups[section.index], section);
@@ -171,7 +171,7 @@ export function create(root, text, refused) {
     }
     const group = canvas.layout.groups[selectedIndex()];
     tools.offer(group !== undefined && group.count > 1 ? group.bars : [], barOf(state.selection));
-    if (state.selection !== ownSelection) revealSelection();
+    if (isOther) revealSelection();
     ownSelection = "";
   }
 
@@ -196,16 +196,18 @@ export function create(root, text, refused) {
   async function askBars() {
     const job = state.job;
     tip.hide();
+    canvas.expect();
     try {
       const { groups, legend } = job?.version > 0 ? await ask(job, "bars") : { groups: [], legend: "" };
       if (job !== state.job) return;
-      if (job?.id !== shown?.id) Object.assign(scroller, { scrollTop: 0, scrollLeft: 0 });
+      const isOther = job?.id !== shown?.id;
+      if (isOther) Object.assign(scroller, { scrollTop: 0, scrollLeft: 0 });
       shown = job;
       marks = new Map();
       groupOf = new Map(groups.flatMap((group, index) => group.bars.map((bar) => [`${bar}`, index])));
       tools.explain(legendItems(legend));
       canvas.show(groups);
-      updateSelection();
+      updateSelection(isOther);
       if (groups.length === 0) return;
       printing.prepare(groups.length);
       await askMarks(job);
@@ -261,7 +263,6 @@ export function create(root, text, refused) {
     update(changed) {
       if (changed.has("job")) askBars();
       else if (changed.has("selection")) updateSelection();
-      if (changed.has("view")) canvas.resize();
     },
   };
 }

@@ -24,10 +24,18 @@ export class Canvas {
     this.layout = new Layout([]);
     this.sections = new Map();  // in the page, by index
     this.version = 0;           // of the groups
+    this.isOutdated = false;
     this.isFitted = true;
+    this.size = "";             // of the window; empty while it is hidden
+    this.scrolledTo = { scrollTop: 0, scrollLeft: 0 };
     this.asked = 0;
     scroller.addEventListener("scroll", () => this.refresh(), { passive: true });
     new ResizeObserver(() => this.resize()).observe(scroller);
+  }
+
+  /** Asks for nothing more until it is to show other groups. */
+  expect() {
+    this.isOutdated = true;
   }
 
   /** Shows other groups, where the old ones are, at their zoom. */
@@ -36,6 +44,7 @@ export class Canvas {
     const { along, across } = this.layout;
     this.layout = new Layout(groups);
     this.version += 1;
+    this.isOutdated = false;
     for (const [index, section] of this.sections) {
       if (index >= groups.length) this.remove(section);
       else this.describe(groups[index], section);
@@ -74,14 +83,21 @@ export class Canvas {
     this.refresh();
   }
 
+  /** Takes the size of the window as it is now. A view that is shown again may have had another one for
+   * a moment, which moved what it shows. */
   resize() {
-    if (this.scroller.clientWidth === 0) return;
-    if (this.isFitted) this.fit();
+    const { clientWidth, clientHeight } = this.scroller;
+    const wasHidden = this.size === "";
+    this.size = clientWidth === 0 ? "" : `${clientWidth} ${clientHeight}`;
+    if (this.size === "") return;
+    const { scrollTop, scrollLeft } = this.scrolledTo;
+    if (this.isFitted) this.fit(this.layout.anchorAt(scrollTop));
     else {
       this.place(this.layout.along, this.layout.across);
+      Object.assign(this.scroller, { scrollTop, scrollLeft });
       this.refresh();
     }
-    this.resized();
+    if (!wasHidden) this.resized();
   }
 
   place(along, across) {
@@ -110,8 +126,9 @@ export class Canvas {
 
   /** Puts into the page what is near the window now, and takes out the rest but what has the focus. */
   refresh() {
-    const { scrollTop, clientHeight } = this.scroller;
-    if (clientHeight === 0 || this.layout.groups.length === 0) return;
+    const { scrollTop, scrollLeft, clientHeight } = this.scroller;
+    if (this.size === "" || this.layout.groups.length === 0) return;
+    this.scrolledTo = { scrollTop, scrollLeft };
     const from = this.layout.indexAt(scrollTop - clientHeight);
     const to = this.layout.indexAt(scrollTop + 2 * clientHeight);
     for (const section of this.sections.values()) {
@@ -147,6 +164,7 @@ export class Canvas {
 
   /** Asks for what is missing, the middle of the window first. */
   askNext() {
+    if (this.isOutdated) return;
     const middle = this.layout.indexAt(this.scroller.scrollTop + this.scroller.clientHeight / 2);
     const missing = [...this.sections.values()]
       .filter((one) => one.version !== this.version && !one.isAsked)

@@ -7,6 +7,7 @@ import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { createInterface } from "node:readline";
 import { chromium } from "playwright-core";
+import { testBars } from "./bars_test.mjs";
 import { testPage } from "./page_test.mjs";
 import { testTables } from "./tables_test.mjs";
 
@@ -137,6 +138,7 @@ try {
   assert.deepEqual(await panel.stop(), [0, null]);
   await page.waitForFunction(() => document.getElementById("state").dataset.kind === "lost");
   const view = (port, file) => start("view", "--no-open", "--port", `${port}`, file);
+  await testBars({ folder, open, start: view });
   await testTables({ folder, open, start: view });
   await testPage({ folder, open, start: view });
 } finally {

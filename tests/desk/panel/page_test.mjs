@@ -121,7 +121,7 @@ async function hostileAndLong(page, { address, file }) {
     await showsText(page, "#facts", "3000 pieces");
     if (view !== "panel") await showsText(page, "#details", kHostile);
     assert.equal(await page.evaluate(() => window.hacked), undefined);
-    const foreign = "img:not(#picture), script:not([src='/main.js']), foreignObject, iframe";
+    const foreign = "img:not(#picture, .bar-sheets img), script:not([src='/main.js']), foreignObject, iframe";
     assert.equal(await page.locator(foreign).count(), 0);
   }
   await goTo(page, address, "findings/0/300.2");
