@@ -109,7 +109,7 @@ robustness: setup-arm build
 	  -R '^(file_faults|download|heap_faults|lua_memory)_test|^robustness|^session.isolation|^panel|^fuzz.replay'
 	cp build/Testing/Temporary/LastTest.log build/robustness.log
 	python3 bench/growth.py build/cusdesk build/bin/view_documents build/bin/libcount_instructions.so $(JOBS) | tee -a build/robustness.log
-	python3 bench/flood.py build/cusdesk | tee -a build/robustness.log
+	python3 bench/flood.py build/cusdesk build/bin/make_job | tee -a build/robustness.log
 	tools/write-figures.sh build/robustness.log
 
 pictures: build

@@ -60,19 +60,4 @@ std::string countsText(const Report& report) {
          countText(countOf(report, Severity::Note), "note");
 }
 
-std::string verdictText(const Report& report) {
-  constexpr std::size_t kMost = 3;
-  std::string text = countsText(report);
-  std::size_t told = 0;
-  for (const Severity severity : {Severity::Error, Severity::Warning}) {
-    for (const Finding& one : report.findings) {
-      if (one.severity != severity || told == kMost) continue;
-      ++told;
-      text += "\n" + escapeControls(fileOf(report, one.place)) + ":" + positionText(one.place.at) +
-              ": " + nameOf(severity) + ": " + one.message;
-    }
-  }
-  return told == 0 ? "" : text;
-}
-
 }  // namespace desk::check

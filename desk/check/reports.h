@@ -48,10 +48,6 @@ const std::string& fileOf(const Report& report, const Place& place);
 /// "1 error, 2 warnings, 0 notes"
 std::string countsText(const Report& report);
 
-/// How many findings there are and the gravest few, in lines without a line end; empty when there
-/// is none above a note.
-std::string verdictText(const Report& report);
-
 /// How many findings there are of a severity.
 std::size_t countOf(const Report& report, Severity severity);
 

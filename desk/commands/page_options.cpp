@@ -93,7 +93,6 @@ int showPage(const std::string& command, const Arguments& arguments,
   server::PageSetup setup;
   setup.port = static_cast<int>(numberOf(command, arguments, "port", 0, 0, USHRT_MAX));
   setup.panel = panelSetupOf(command, arguments, jobs.empty() ? "" : jobs.front());
-  setup.panel.facts.isChecked = true;
   setup.jobs = jobs;
   setup.view = view;
   setup.opens = !arguments.has("no-open");

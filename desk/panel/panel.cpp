@@ -3,20 +3,9 @@
 #include <utility>
 
 #include "desk/base/text.h"
-#include "desk/check/reports.h"
 #include "desk/host/settings.h"
 
 namespace desk::panel {
-
-namespace {
-
-std::string findingsOf(const std::string& file) {
-  check::CheckSession session(check::CheckSession::Readers::Fresh);
-  session.check(file);
-  return asUtf8(check::verdictText(session.report()));
-}
-
-}  // namespace
 
 Panel::Panel(const std::string& plugin, const PanelFacts& facts, Console& console,
              const std::atomic<bool>& stop)
@@ -55,7 +44,6 @@ bool Panel::loadJob() {
   if (facts_.jobFile.empty()) return true;
   watch_.note(facts_.jobFile);
   view_.jobFault = script_->loadJob(facts_.jobFile);
-  view_.findings = view_.jobFault.empty() && facts_.isChecked ? findingsOf(facts_.jobFile) : "";
   if (view_.jobFault.empty()) return true;
   console_.say(OutputSource::Error, view_.jobFault);
   return false;

@@ -21,7 +21,6 @@ struct View {
   unsigned short rows = 0;      ///< in the whole list
   std::optional<int> selected;  ///< number of a row in the whole list, from 1
   bool failed = false;          ///< the script or a handler of it met an error
-  std::string findings;         ///< what a check finds in the job, in lines; empty: nothing grave
   std::string jobFault;         ///< why the job that was given is not loaded; empty: it is
 };
 

@@ -17,7 +17,6 @@ struct PanelFacts {
   std::string job;      ///< what to give to getjson_Flash for it
   int width;            ///< of the part, in pixels
   int height;
-  bool isChecked = false;  ///< whether the view tells what a check finds in the job
 };
 
 /// What a running script works on. All it refers to outlives the Lua state.

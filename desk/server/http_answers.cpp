@@ -139,12 +139,14 @@ std::ptrdiff_t HttpServer::read(Stream& stream, char* bytes, std::size_t size) {
 }
 
 int HttpServer::send(MHD_Connection* connection, HttpAnswer answer) {
-  noteAnswer(connection, answer.body.size());
-  auto* const body = new std::string(std::move(answer.body));
+  using Body = std::shared_ptr<const std::string>;
+  auto* const body = new Body(std::move(answer.shared));
+  if (*body == nullptr) *body = std::make_shared<std::string>(std::move(answer.body));
+  noteAnswer(connection, (*body)->size());
   return send(connection, answer.status, answer.type,
               MHD_create_response_from_buffer_with_free_callback_cls(
-                  body->size(), body->data(),
-                  [](void* sent) { delete static_cast<std::string*>(sent); }, body));
+                  (*body)->size(), const_cast<char*>((*body)->data()),
+                  [](void* sent) { delete static_cast<Body*>(sent); }, body));
 }
 
 int HttpServer::send(MHD_Connection* connection, AnswerStream stream) {

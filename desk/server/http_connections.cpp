@@ -13,7 +13,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::ptrdiff_t kMostPeers = 64;
-constexpr int kMostUnread = 128 << 10;  ///< bytes that are sent to one that does not read them
+constexpr int kMostUnread = 64 << 10;  ///< bytes that are sent to one that does not read them
 constexpr std::size_t kMostAnswerBytes = std::size_t{256} << 20;
 
 }  // namespace

@@ -59,7 +59,8 @@ class HttpRequest {
 struct HttpAnswer {
   unsigned status;
   std::string body;
-  std::string type;  ///< media type; empty: none is sent
+  std::string type;                             ///< media type; empty: none is sent
+  std::shared_ptr<const std::string> shared{};  ///< the body, if several answers have the same
 };
 
 /// An answer that is not there yet: asked again at each `HttpServer::poll` until it is.

@@ -29,7 +29,7 @@ const char* sourceName(panel::OutputSource source) {
 bool sameView(const panel::View& a, const panel::View& b) {
   return a.picture == b.picture && a.page.current == b.page.current &&
          a.page.count == b.page.count && a.rows == b.rows && a.selected == b.selected &&
-         a.failed == b.failed && a.jobFault == b.jobFault && a.findings == b.findings;
+         a.failed == b.failed && a.jobFault == b.jobFault;
 }
 
 Json::Value toJson(const panel::PanelFacts& facts, const panel::View& view) {
@@ -45,7 +45,6 @@ Json::Value toJson(const panel::PanelFacts& facts, const panel::View& view) {
   json["selected"] = view.selected ? Json::Value(*view.selected) : Json::Value();
   json["failed"] = view.failed;
   json["jobFault"] = view.jobFault;
-  json["findings"] = view.findings;
   return json;
 }
 
