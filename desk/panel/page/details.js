@@ -77,15 +77,25 @@ export function create(root, text) {
     return list;
   }
 
+  /** Where the browser refuses that, the link stands there to be copied by hand. */
+  async function copyLink(copy) {
+    try {
+      await navigator.clipboard.writeText(location.href);
+      copy.textContent = text("details.copied");
+      setTimeout(() => { copy.textContent = text("details.copy"); }, kCopiedTime);
+    } catch {
+      const field = element("input", { value: location.href, readOnly: true });
+      field.setAttribute("aria-label", text("details.link"));
+      copy.replaceWith(field);
+      field.select();
+    }
+  }
+
   function head(id, code) {
     const [bar, piece] = id.split(".");
     const place = piece === undefined
       ? text("details.barPlace", bar) : text("details.piecePlace", piece, bar);
-    const copy = button(text("details.copy"), "copy", async () => {
-      await navigator.clipboard.writeText(location.href);
-      copy.textContent = text("details.copied");
-      setTimeout(() => { copy.textContent = text("details.copy"); }, kCopiedTime);
-    });
+    const copy = button(text("details.copy"), "copy", () => copyLink(copy));
     const close = button("\u00d7", "close", () => change({ selection: "" }));
     close.setAttribute("aria-label", text("details.close"));
     return element("header", {}, element("h2", {}, element("span", { textContent: code }),

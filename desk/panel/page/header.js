@@ -50,15 +50,18 @@ export function create(document, text) {
     return isAlone ? last(job.name) : job.name;
   }
 
-  function showJobs() {
+  function showName() {
     const name = state.job === null ? (panel?.job ?? "") : nameOf(state.job);
     document.title = `${name || panel?.script || "cusdesk"} - ${text(`${state.view}.title`)}`;
     $("name").textContent = name || text("header.noJob");
     $("name").title = $("jobs").title = state.job?.name ?? name;
+    if (state.job !== null) $("jobs").value = state.job.id;
+  }
+
+  function showJobs() {
     $("jobs").hidden = state.jobs.length < 2;
     $("name").hidden = !$("jobs").hidden;
     $("jobs").replaceChildren(...state.jobs.map((job) => new Option(nameOf(job), job.id)));
-    if (state.job !== null) $("jobs").value = state.job.id;
   }
 
   const isNotLoading = () => state.job !== null && !state.job.loads && state.job.reason !== "";
@@ -92,13 +95,14 @@ export function create(document, text) {
 
   return {
     update(changed) {
-      showJobs();
+      if (changed.has("jobs")) showJobs();
+      showName();
       showReason();
       if (changed.has("job")) askSummary();
     },
     take(news) {
       panel = news;
-      showJobs();
+      showName();
       showState();
     },
     lost: (isTrying) => setState(isTrying ? "lost" : "gone", "lost"),

@@ -104,6 +104,7 @@ export const kTexts = {
   "details.barPlace": ["Bar {0}", "第 {0} 根型材"],
   "details.piecePlace": ["Piece {0} on bar {1}", "第 {1} 根型材的第 {0} 个工件"],
   "details.copy": ["Copy link", "复制链接"],
+  "details.link": ["Link to the selection", "所选内容的链接"],
   "details.copied": ["Copied", "已复制"],
   "details.close": ["End the selection", "取消选择"],
   "details.bar": ["Bar number", "型材编号"],

@@ -11,5 +11,7 @@ skip() {
 
 command -v node >/dev/null || skip "no Node.js"
 [ -x /usr/bin/chromium ] || skip "no Chromium"
-[ -d node_modules/playwright-core ] || skip "no playwright-core"
+for package in playwright-core axe-core; do
+  [ -d node_modules/$package ] || skip "no $package"
+done
 exec node browser_test.mjs "$1"

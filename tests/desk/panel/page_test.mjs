@@ -67,6 +67,9 @@ async function keyboardAndSelection(page, { address, file }) {
     await page.locator(`#tab-${view}`).click();
     await page.locator(`#view-${view} :is(.selected, [aria-selected=true])`).first().waitFor();
   }
+  await page.context().grantPermissions(["clipboard-read", "clipboard-write"]);
+  await page.locator("#details [data-key=copy]").click();
+  await page.waitForFunction(async (link) => await navigator.clipboard.readText() === link, page.url());
   await page.locator("#details tbody button").click();
   assert.match(page.url(), /#bars\/0\/1\.1\.1$/);
 
