@@ -245,7 +245,8 @@ export class Grid {
     else if (place < top) top = place;
     else if (place > top + room) top = place - room;
     else return;
-    this.scroller.scrollTop = top / this.pace;
+    const scrolled = top / this.pace;  // of which scroll bars keep whole pixels
+    this.scroller.scrollTop = top < this.topPixel ? Math.floor(scrolled) : Math.ceil(scrolled);
   }
 
   revealColumn() {
