@@ -43,8 +43,10 @@ export function create(root, text) {
     const rows = all.map((work, index) => {
       const workId = `${id}.${index + 1}`;
       const [name, ...cells] = keys.map((key) => work[key] ?? "");
-      const row = element("tr", {}, element("td", {},
-        button(name || `${index + 1}`, workId, () => change({ selection: workId }))),
+      const choose = button("", workId, () => change({ selection: workId }));
+      choose.title = name || `${index + 1}`;
+      choose.append(element("span", { textContent: choose.title }));
+      const row = element("tr", {}, element("td", {}, choose),
       ...cells.map((cell) => element("td", { textContent: cell })));
       row.dataset.work = workId;
       return row;
@@ -98,7 +100,7 @@ export function create(root, text) {
     const copy = button(text("details.copy"), "copy", () => copyLink(copy));
     const close = button("\u00d7", "close", () => change({ selection: "" }));
     close.setAttribute("aria-label", text("details.close"));
-    return element("header", {}, element("h2", {}, element("span", { textContent: code }),
+    return element("header", {}, element("h2", {}, element("span", { textContent: code, title: code }),
       element("small", { textContent: place })), copy, close);
   }
 

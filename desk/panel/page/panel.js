@@ -10,8 +10,12 @@ export function create(root, text, refused) {
   let view = null;      // the latest news of the panel
   let connection = 0;   // counts the connections: pictures of an earlier one may be another panel's
 
-  /** What the script cannot load, unless the page tells that of the job anyway. */
-  function showFault() {
+  /** Which job is not the one that the page shows, and which the script cannot load, unless the page
+   * tells that of its job anyway. */
+  function showJob() {
+    const isOther = state.job !== null && view !== null && !state.job.name.endsWith(view.job);
+    $("panel-job").hidden = !isOther;
+    $("panel-job").textContent = isOther ? text("panel.job", view.job) : "";
     $("job-fault").textContent = view?.jobFault ?? "";
     $("job-fault").hidden = ["", state.job?.reason].includes($("job-fault").textContent);
   }
@@ -72,14 +76,14 @@ export function create(root, text, refused) {
   });
 
   return {
-    update: showFault,
+    update: showJob,
     take(news) {
       view = news;
       if (view.isFirst) {
         ++connection;
         $("lines").replaceChildren();
       }
-      showFault();
+      showJob();
       showView();
       showPicture();
       addLines(view.lines);

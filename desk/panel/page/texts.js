@@ -85,6 +85,7 @@ export const kTexts = {
   "findings.consequences": ["Comes of it", "由此引起"],
 
   "panel.title": ["Panel", "面板"],
+  "panel.job": ["The panel shows {0}", "面板显示的是 {0}"],
   "panel.picture": ["The table as the panel shows it", "面板上显示的表格"],
   "panel.pages": ["Pages", "翻页"],
   "panel.up": ["Page up", "上一页"],
