@@ -133,6 +133,17 @@ int lastLineOf(const job::TracedJob& job, const job::PieceTrace& trace,
   return last;
 }
 
+/// Spells out the controls in all texts of a value: a page shows them as they are.
+void escapeTexts(Json::Value& value) {
+  if (value.isString()) {
+    const std::ptrdiff_t place = value.getOffsetStart();  // by which members are ordered
+    value = escapeControls(value.asString());
+    value.setOffsetStart(place);
+  } else if (value.isObject() || value.isArray()) {
+    for (Json::Value& one : value) escapeTexts(one);
+  }
+}
+
 }  // namespace
 
 std::string JobView::Answers::piece(const Query& query) {
@@ -147,6 +158,7 @@ std::string JobView::Answers::piece(const Query& query) {
   }
   const auto fact = show::pieceAt(job(), element);
   Json::Value value = show::pieceValue(fact);
+  escapeTexts(value);
   value["id"] = idOf(element);
   if (fact.at.column > 0) value["column"] = fact.at.column;
   value["lastLine"] = lastLineOf(job(), bars[at(element.bar)].pieces[at(element.piece)], element);

@@ -102,12 +102,14 @@ class View(Folder):
 
     def test_hostile_texts_are_texts_and_wrong_questions_are_refused(self):
         self.write("job.json", ODD)
-        _, works, cuts, *refused = ask(
+        _, works, cuts, piece, *refused = ask(
             "job.json", "table?name=works&from=1&count=1", "table?name=cuts&from=2&count=1",
+            "piece?id=1.1",
             "table?name=cuts&sort=no", "table?name=cuts&from=-1", "piece?id=1.9", "piece?id=1.0",
             "findings?id=1.2.3.4", "bar?group=9", "no", folder=self.folder)
         self.assertEqual("<b>\\xff\\x01", json.loads(works[1])["cells"][0][1])
         self.assertEqual("a", json.loads(cuts[1])["cells"][0][8])
+        self.assertEqual("<b>\ufffd\\x01", json.loads(piece[1])["works"][1]["Name"])
         self.assertEqual([400, 400, 404, 400, 400, 404, 404], [status for status, _ in refused])
 
     def test_a_query_that_raises_says_so_as_show_does(self):
