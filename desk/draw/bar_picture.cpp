@@ -11,15 +11,15 @@ namespace desk::draw {
 
 namespace {
 
-constexpr double kTitleHeight = 6.5;  ///< above the band
-constexpr double kFirstRow = 3.5;     ///< baseline below the band
-constexpr double kLastRow = 1.4;      ///< baseline above the band
-constexpr double kRow = 3.5;          ///< from one row of texts to the next
-constexpr double kLine = 3.9;         ///< each line below the texts
-constexpr double kGap = 5.0;          ///< to the next bar
-constexpr double kBesideTitle = 3.0;  ///< between title and sum
-constexpr double kAround = 0.7;       ///< from the pieces to the frame of a bar of unknown length
-constexpr std::size_t kMostListLines = 12;
+constexpr double kTitleHeight = 6.5;    ///< above the band
+constexpr double kFirstRow = 3.5;       ///< baseline below the band
+constexpr double kLastRow = 1.4;        ///< baseline above the band
+constexpr double kRow = 3.5;            ///< from one row of texts to the next
+constexpr double kLine = 3.9;           ///< each line below the texts
+constexpr double kGap = 5.0;            ///< to the next bar
+constexpr double kBesideTitle = 3.0;    ///< between title and sum
+constexpr double kBreak = 4.0;          ///< from the gap in a broken bar to its end
+constexpr double kAround = 0.7;         ///< from the pieces to the frame of a bar of unknown length
 constexpr std::size_t kMostInTip = 20;  ///< works that are told with their piece
 
 /// "3 x  Bars 1, 2, 5  ·  outer frame  ·  P65"
@@ -48,72 +48,19 @@ BarPicture::BarPicture(const BarGroup& group, const Scale& scale, const WorkMark
       lanes_(bar_),
       signs_(placeSigns(bar_, lanes_, drawn_.scale.along, drawn_.scale.across)),
       texts_(group, drawn_.scale.along, kBarRoom) {
+  std::vector<std::string> how;
   if (drawn_.scale.along != scale.along) {
-    list_.push_back("This bar alone is drawn " + scaleText(drawn_.scale) + ".");
+    how.push_back("This bar alone is drawn " + scaleText(drawn_.scale) + ".");
   }
+  if (drawn_.isBroken) how.emplace_back("The bar is drawn broken: what is left over is longer.");
   const double room = kRoom - widthInMm(sum(), kSum) - kBesideTitle;
   const std::string name = xmlText(group.name());
   const bool isShort = widthInMm(name, kTitle) <= room / 2.0;
   title_ = truncatedToMm(titleOf(group, isShort ? name : "Bars"), room, kTitle);
   if (!isShort) {
-    for (const std::string& line : linesOf(group.numbers(), kRoom)) list_.push_back(line);
+    for (const std::string& numbers : group.numbers()) how.push_back(xmlText(numbers));
   }
-  listWhatIsMissing();
-  for (const std::string& text : remarkTexts(bar_)) {
-    remarks_.push_back(truncatedToMm(xmlText(text), kRoom, kRemark));
-  }
-}
-
-void BarPicture::listWhatIsMissing() {
-  const auto add = [&](const std::vector<std::string>& lines) {
-    list_.insert(list_.end(), lines.begin(), lines.end());
-  };
-  if (drawn_.isBroken) list_.emplace_back("The bar is drawn broken: what is left over is longer.");
-  add(linesOf(texts_.entries(), kRoom));
-  add(linesOf(signsWithoutRoom(), kRoom));
-  add(barCodeLines());
-  if (list_.size() <= kMostListLines) return;
-  list_.resize(kMostListLines);
-  list_.back() = "and more; \"cusdesk show\" lists them all";
-}
-
-/// How many works of which pieces have no sign, as it would cover others.
-std::vector<std::string> BarPicture::signsWithoutRoom() const {
-  std::vector<std::size_t> counts(bar_.pieces.size());
-  for (std::size_t i = 0; i < counts.size(); ++i) {
-    const std::vector<WorkPlace>& works = bar_.pieces[i].works;
-    counts[i] = static_cast<std::size_t>(
-        std::count_if(works.begin(), works.end(), [](const auto& work) { return work.isDrawn(); }));
-  }
-  for (const Sign& sign : signs_) --counts[sign.piece];
-  std::vector<std::string> entries;
-  for (std::size_t i = 0; i < counts.size(); ++i) {
-    if (counts[i] == 0) continue;
-    entries.push_back(xmlText(nameOf(i)) + ": " + countText(counts[i], "work") +
-                      " without room for a sign");
-  }
-  return entries;
-}
-
-/// The barcodes that differ from bar to bar, behind the numbers of their pieces.
-std::vector<std::string> BarPicture::barCodeLines() const {
-  std::vector<std::string> lines;
-  std::vector<std::size_t> pieces;
-  for (std::size_t i = 0; i < bar_.pieces.size(); ++i) {
-    if (group_.barCodesDifferAt(i)) pieces.push_back(i);
-  }
-  for (const BarPlace* bar : group_.bars) {
-    if (pieces.empty() || lines.size() > kMostListLines) break;
-    std::vector<std::string> codes;
-    for (const std::size_t i : pieces) {
-      const std::string code = xmlText(bar->pieces[i].piece->BarCode);
-      codes.push_back(xmlText(nameOf(i)) + ": " + (code.empty() ? "none" : code));
-    }
-    codes.front().insert(0, "Bar " + xmlText(bar->bar->BarNumber) + ":  ");
-    const std::vector<std::string> more = linesOf(codes, kRoom);
-    lines.insert(lines.end(), more.begin(), more.end());
-  }
-  return lines;
+  lines_ = linesBelow(group, how, texts_.entries(), signs_);
 }
 
 double BarPicture::band() const {
@@ -126,8 +73,7 @@ double BarPicture::laneBottom(std::size_t lane, double top) const {
 }
 
 double BarPicture::height() const {
-  const auto lines = static_cast<double>(list_.size() + remarks_.size());
-  return aboveBand() + band() + belowBand() + lines * kLine + kGap;
+  return aboveBand() + band() + belowBand() + lines_.count() * kLine + kGap;
 }
 
 double BarPicture::aboveBand() const {
@@ -185,8 +131,6 @@ void BarPicture::drawStock(SvgCanvas& canvas, double top) const {
     canvas.rectangle(kBarLeft - kAround, top - kAround, stockLength() + 5.0 * kAround,
                      band() + 2.0 * kAround, "open");
   }
-  const double restFrom = kBarLeft + length(bar_.used);
-  const double restTo = kBarLeft + stockLength();
   for (std::size_t i = 0; i < lanes_.count(); ++i) {
     const double bottom = laneBottom(i, top);
     const double textLine = bottom - lane() / 2.0 + 0.36 * kLabel.size;
@@ -194,13 +138,18 @@ void BarPicture::drawStock(SvgCanvas& canvas, double top) const {
     if (!side.empty()) canvas.text({kBarLeft - 1.8, textLine}, side, "side");
     if (bar_.length == 0.0) continue;
     canvas.rectangle(kBarLeft, bottom - lane(), stockLength(), lane(), "bar");
-    if (drawn_.isBroken) drawBreak(canvas, restTo - 4.0, bottom);
-    const std::string rest = hundredthsText(bar_.leftOver());
-    const bool hasRest = i == 0 && bar_.isKnown() && bar_.leftOver() > 0.0;
-    const double room = restTo - (drawn_.isBroken ? 5.0 : 0.0) - restFrom;
-    if (!hasRest || widthInMm(rest, kLabel) > room || lane() < kLabel.size) continue;
-    canvas.text({restFrom + room / 2.0, textLine}, rest, "rest");
+    if (drawn_.isBroken) drawBreak(canvas, kBarLeft + stockLength() - kBreak, bottom);
+    if (i == 0) drawRest(canvas, textLine);
   }
+}
+
+/// How long what is left over is, where there is room to write it.
+void BarPicture::drawRest(SvgCanvas& canvas, double baseline) const {
+  if (!bar_.isKnown() || bar_.leftOver() <= 0.0 || lane() < kLabel.size) return;
+  const std::string rest = hundredthsText(bar_.leftOver());
+  const double room = stockLength() - length(bar_.used) - (drawn_.isBroken ? kBreak + 1.0 : 0.0);
+  if (widthInMm(rest, kLabel) > room) return;
+  canvas.text({kBarLeft + length(bar_.used) + room / 2.0, baseline}, rest, "rest");
 }
 
 /// The gap in a bar that is drawn shorter than it is.
@@ -235,7 +184,8 @@ void BarPicture::drawSigns(SvgCanvas& canvas, double top, std::size_t piece) con
   for (; sign != signs_.end() && sign->piece == piece; ++sign) {
     const WORK_T& work = *bar_.pieces[piece].works[sign->work].work;
     const Point at{kBarLeft + sign->at.x, laneBottom(sign->lane, top) - sign->at.y};
-    marks_.draw(canvas, at, work.Name, subjectOf(piece, sign->work));
+    const Subject subject = subjectOf(piece, sign->work);
+    marks_.draw(canvas, at, work.Name, &subject);
   }
 }
 
@@ -261,10 +211,10 @@ void BarPicture::drawTexts(SvgCanvas& canvas, double top, std::size_t piece) con
 
 void BarPicture::drawLines(SvgCanvas& canvas, double top) const {
   double baseline = top;
-  for (const std::string& line : list_) {
+  for (const std::string& line : lines_.list) {
     canvas.text({kMargin, baseline += kLine}, line, "list");
   }
-  for (const std::string& remark : remarks_) {
+  for (const std::string& remark : lines_.remarks) {
     canvas.text({kMargin, baseline += kLine}, remark, "remark");
   }
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "desk/draw/bar_groups.h"
+#include "desk/draw/bar_lines.h"
 #include "desk/draw/bar_texts.h"
 #include "desk/draw/lanes.h"
 #include "desk/draw/sheet.h"
@@ -29,10 +30,10 @@ class BarPicture {
   void draw(SvgCanvas& canvas, double top) const;
 
  private:
-  void listWhatIsMissing();
   void draw(SvgCanvas& canvas, double top, std::size_t piece) const;
   void drawTitle(SvgCanvas& canvas, double top) const;
   void drawStock(SvgCanvas& canvas, double top) const;
+  void drawRest(SvgCanvas& canvas, double baseline) const;
   void drawBreak(SvgCanvas& canvas, double x, double bottom) const;
   void drawOutline(SvgCanvas& canvas, double top, const PiecePlace& piece) const;
   void drawSigns(SvgCanvas& canvas, double top, std::size_t piece) const;
@@ -50,8 +51,6 @@ class BarPicture {
   std::string nameOf(std::size_t index) const;
   Subject subjectOf(std::size_t piece) const;
   Subject subjectOf(std::size_t piece, std::size_t work) const;
-  std::vector<std::string> barCodeLines() const;
-  std::vector<std::string> signsWithoutRoom() const;
 
   const BarGroup& group_;
   const BarPlace& bar_;
@@ -61,8 +60,7 @@ class BarPicture {
   std::vector<Sign> signs_;  ///< by pieces
   BarTexts texts_;
   std::string title_;
-  std::vector<std::string> list_;     ///< what had no room at the pieces
-  std::vector<std::string> remarks_;  ///< what is odd
+  BarLines lines_;
 };
 
 }  // namespace desk::draw

@@ -60,13 +60,15 @@ std::string lineOf(const PiecePlace& piece, const std::string& name, const std::
   return barCode.empty() ? line : line + ", " + xmlText(barCode);
 }
 
-std::vector<std::string> linesOf(const std::vector<std::string>& entries, double room) {
-  constexpr char kBetween[] = "  ·  ";
+std::vector<std::string> linesOf(const std::vector<std::string>& entries, double room,
+                                 std::size_t most) {
   std::vector<std::string> lines;
   for (const std::string& entry : entries) {
-    const bool joins = !lines.empty() && widthInMm(lines.back() + kBetween + entry, kLabel) <= room;
-    if (joins) {
-      lines.back() += kBetween + entry;
+    const std::string more = "  ·  " + entry;
+    if (!lines.empty() && widthInMm(lines.back() + more, kLabel) <= room) {
+      lines.back() += more;
+    } else if (lines.size() == most) {
+      break;
     } else {
       lines.push_back(truncatedToMm(entry, room, kLabel));
     }

@@ -35,7 +35,9 @@ std::string anglesText(const PiecePlace& piece);
 /// All of it in one line, for where there is more room: "12: 385.5, 45°/90°, DEMO-0612".
 std::string lineOf(const PiecePlace& piece, const std::string& name, const std::string& barCode);
 
-/// `entries` one after the other in lines of `room` mm.
-std::vector<std::string> linesOf(const std::vector<std::string>& entries, double room);
+/// `entries` one after the other in lines of `room` mm, as many as that takes but no more than
+/// `most`.
+std::vector<std::string> linesOf(const std::vector<std::string>& entries, double room,
+                                 std::size_t most);
 
 }  // namespace desk::draw

@@ -42,15 +42,6 @@ void WorkMarks::drawOther(SvgCanvas& canvas, const Point& at) const {
   canvas.path(at, kShapes[0], kOther);
 }
 
-void WorkMarks::draw(SvgCanvas& canvas, const Point& at, const std::string& name) const {
-  draw(canvas, at, name, nullptr);
-}
-
-void WorkMarks::draw(SvgCanvas& canvas, const Point& at, const std::string& name,
-                     const Subject& work) const {
-  draw(canvas, at, name, &work);
-}
-
 void WorkMarks::draw(SvgCanvas& canvas, const Point& at, const std::string& name,
                      const Subject* work) const {
   const auto found = signs_.find(name);

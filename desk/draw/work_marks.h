@@ -22,15 +22,14 @@ class WorkMarks {
   /// How many names share the last one.
   std::size_t others() const { return others_; }
 
-  void draw(SvgCanvas& canvas, const Point& at, const std::string& name) const;
-  void draw(SvgCanvas& canvas, const Point& at, const std::string& name, const Subject& work) const;
+  /// @param work whose sign it is; nullptr: it only tells what the sign means
+  void draw(SvgCanvas& canvas, const Point& at, const std::string& name,
+            const Subject* work = nullptr) const;
 
   /// The sign that the other names share.
   void drawOther(SvgCanvas& canvas, const Point& at) const;
 
  private:
-  void draw(SvgCanvas& canvas, const Point& at, const std::string& name, const Subject* work) const;
-
   std::map<std::string, std::size_t> signs_;
   std::vector<std::string> names_;
   std::size_t others_ = 0;
