@@ -2,7 +2,8 @@
 import { Canvas } from "/bars_canvas.js";
 import { legendItems } from "/bars_drawing.js";
 import { startGestures } from "/bars_gestures.js";
-import { stepOf } from "/bars_keys.js";
+import { startKeys, stepOf } from "/bars_keys.js";
+import { askMarks, Marks } from "/bars_marks.js";
 import { createPrinting } from "/bars_print.js";
 import { createTip } from "/bars_tip.js";
 import { createTools } from "/bars_tools.js";
@@ -10,8 +11,6 @@ import { ask } from "/engine.js";
 import { change, state } from "/state.js";
 
 const kStep = 1.25;         // of a zoom by button or key
-const kMarked = ["error", "warning"];
-const kMostMarks = 20;      // requests of 500 findings
 const kOpening = 1000;      // ms in which what a selection opens makes the window smaller
 const kItem = "[data-work], [data-piece], [data-bar]";
 
@@ -23,7 +22,7 @@ export function create(root, text, refused) {
   const scroller = document.createElement("div");
   let shown = null;            // the job whose groups are shown
   let groupOf = new Map();     // index of the group that a bar is drawn with
-  let marks = new Map();       // how many findings of each severity there are at an id
+  let marks = new Marks();     // of the findings
   let current = null;          // the item that the tabulator key leads to
   let awaited = null;          // {index, pick}: goes to an item of a group once that is drawn
   let selectedAt = -Infinity;  // ms
@@ -44,10 +43,16 @@ export function create(root, text, refused) {
     load: (group) => ask(shown, "bar", { group: group.group }),
     describe, shown: takeDrawing,
     resized: () => { if (performance.now() - selectedAt < kOpening) revealSelection(); },
-    failed: (error) => { if (error.status !== 409) refused(error); },
+    failed: complain,
   });
   canvas.content.setAttribute("role", "tree");
   canvas.content.setAttribute("aria-label", text("bars.title"));
+
+  /** Of another version an event tells, and of a lost connection the header. */
+  function complain(error) {
+    if (error instanceof TypeError) console.error(error);
+    else if (error.status !== 409) refused(error);
+  }
 
   /** The id of an element of the bar that is drawn, for an element of one drawn with it. */
   const drawnId = (id, group) => `${group.bars[0]}${placeOf(id)}`;
@@ -56,10 +61,9 @@ export function create(root, text, refused) {
   /** Puts what there is to say about a group above its drawing. */
   function describe(group, section) {
     const isChosen = selectedIndex() === section.index;
-    const counts = countsOf("", group);
     const parts = [["", group.title]];
-    for (const severity of kMarked.filter((one) => counts[one] > 0)) {
-      parts.push([severity, text(`bars.${severity}`, counts[severity])]);
+    for (const [severity, count] of marks.at("", group.bars)) {
+      parts.push([severity, text(`bars.${severity}`, count)]);
     }
     if (isChosen && group.count > 1) parts.push(["meant", text("bars.meant", barOf(state.selection))]);
     if (section.drawing !== null) parts.push(["sum", section.drawing.sum]);
@@ -73,25 +77,14 @@ export function create(root, text, refused) {
     section.element.classList.toggle("chosen", isChosen);
   }
 
-  /** How many findings there are at a piece (".2") or at the bar itself (""), on all bars of a group. */
-  function countsOf(place, group) {
-    const counts = { error: 0, warning: 0 };
-    for (const bar of group.bars) {
-      const found = marks.get(`${bar}${place}`);
-      for (const severity of kMarked) counts[severity] += found?.[severity] ?? 0;
-    }
-    return counts;
-  }
-
   function showMarks(section) {
     const group = canvas.layout.groups[section.index];
     describe(group, section);
-    for (const piece of section.drawing?.pieces ?? []) {
-      const counts = countsOf(placeOf(piece.dataset.piece), group);
-      const words = kMarked.filter((one) => counts[one] > 0)
-        .map((one) => text(`bars.${one}`, counts[one]));
-      section.drawing.flag(piece, kMarked.find((one) => counts[one] > 0) ?? "", words.join(", "));
-    }
+    section.drawing?.flag((piece) => {
+      const found = marks.at(placeOf(piece.dataset.piece), group.bars);
+      const words = found.map(([severity, count]) => text(`bars.${severity}`, count));
+      return [found[0]?.[0] ?? "", words.join(", ")];
+    });
   }
 
   function showSelection({ index, drawing }) {
@@ -175,24 +168,6 @@ export function create(root, text, refused) {
     ownSelection = "";
   }
 
-  async function askMarks(job) {
-    const found = new Map();
-    for (const severity of kMarked) {
-      for (let from = 0, rows = 1; from < rows && from < 500 * kMostMarks; from += 500) {
-        const answer = await ask(job, "findings", { severity, from, count: 500 });
-        if (job !== state.job) return;
-        rows = answer.rows;
-        for (const id of answer.findings.flatMap((one) => one.ids ?? [])) {
-          const piece = id.split(".").slice(0, 2).join(".");
-          const counts = found.get(piece) ?? {};
-          found.set(piece, { ...counts, [severity]: (counts[severity] ?? 0) + 1 });
-        }
-      }
-    }
-    marks = found;
-    for (const section of canvas.sections.values()) showMarks(section);
-  }
-
   async function askBars() {
     const job = state.job;
     tip.hide();
@@ -203,16 +178,17 @@ export function create(root, text, refused) {
       const isOther = job?.id !== shown?.id;
       if (isOther) Object.assign(scroller, { scrollTop: 0, scrollLeft: 0 });
       shown = job;
-      marks = new Map();
+      if (isOther) marks = new Marks();
       groupOf = new Map(groups.flatMap((group, index) => group.bars.map((bar) => [`${bar}`, index])));
       tools.explain(legendItems(legend));
       canvas.show(groups);
       updateSelection(isOther);
       if (groups.length === 0) return;
       printing.prepare(groups.length);
-      await askMarks(job);
+      marks = await askMarks(job);
+      for (const section of canvas.sections.values()) showMarks(section);
     } catch (error) {
-      if (error.status !== undefined && error.status !== 409) refused(error);
+      complain(error);
     }
   }
 
@@ -237,26 +213,18 @@ export function create(root, text, refused) {
   canvas.content.addEventListener("focusin", (event) => {
     if (event.target.matches(":focus-visible")) tip.show(event.target);
   });
-  canvas.content.addEventListener("keydown", (event) => {
-    const item = event.target;
-    if (event.ctrlKey || event.altKey || event.metaKey) return;
-    const { index, drawing } = sectionOf(item);
-    const step = stepOf(event, item, drawing);
-    if (event.key === "Enter" || event.key === " ") selectItem(item);
-    else if (event.key === "Escape" && tip.isShown()) tip.hide();
-    else if (step !== null) goTo(index + step.by, step.pick, focus);
-    else return;
-    event.preventDefault();
-    event.stopPropagation();
-  });
-  document.addEventListener("keydown", (event) => {
-    const isTyping = event.target.matches("input, select, textarea");
-    if (state.view !== "bars" || isTyping || event.ctrlKey || event.altKey || event.metaKey) return;
-    if (event.key === "+" || event.key === "=") canvas.zoom(kStep, tools.isAlongOnly());
-    else if (event.key === "-") canvas.zoom(1 / kStep, tools.isAlongOnly());
-    else if (event.key === "0") canvas.fit();
-    else return;
-    event.preventDefault();
+  startKeys(canvas.content, {
+    step(event) {
+      const { index, drawing } = sectionOf(event.target);
+      const step = stepOf(event, event.target, drawing);
+      if (step !== null) goTo(index + step.by, step.pick, focus);
+      return step !== null;
+    },
+    select: selectItem,
+    isShown: () => state.view === "bars",
+    zoom: (isIn) => canvas.zoom(isIn ? kStep : 1 / kStep, tools.isAlongOnly()),
+    fit: () => canvas.fit(),
+    closeTip: () => tip.isShown() && (tip.hide(), true),
   });
 
   return {

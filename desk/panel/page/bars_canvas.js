@@ -121,7 +121,7 @@ export class Canvas {
     drawing.root.style.marginTop = `${layout.above}px`;
     drawing.root.setAttribute("width", layout.groups[index].width * layout.along);
     drawing.root.setAttribute("height", layout.groups[index].height * layout.across);
-    drawing.fit(layout.across / layout.along);
+    drawing.fit(layout.along, layout.across);
   }
 
   /** Puts into the page what is near the window now, and takes out the rest but what has the focus. */

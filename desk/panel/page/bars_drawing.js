@@ -6,11 +6,12 @@ const kElements = new Set(["svg", "g", "title", "text", "tspan", "rect", "line",
   "path", "circle", "ellipse"]);
 const kAttributes = new Set(["xmlns", "class", "width", "height", "viewBox", "x", "y", "x1", "y1",
   "x2", "y2", "dx", "dy", "cx", "cy", "r", "rx", "ry", "d", "points", "transform", "fill", "stroke",
-  "stroke-width", "stroke-dasharray", "text-anchor", "font-family", "font-size", "font-weight", "font-style",
-  "data-bar", "data-piece", "data-work"]);
-const kGap = 1.2;  // between texts of a line, in the drawing's units
-const kAround = 1.7;       // radius of the circle around a selected sign, in these units
+  "stroke-width", "stroke-dasharray", "text-anchor", "font-family", "font-size", "font-weight",
+  "font-style", "data-bar", "data-piece", "data-work"]);
+const kGap = 1.2;         // between texts of a line, in the drawing's units
+const kAround = 1.7;      // radius of the circle around a selected sign, in these units
 const kNarrowest = 0.75;  // how far a text beside the pieces may be narrowed
+const kFlag = 14;         // px that a flag takes
 const kSigns = {   // in px around a point
   error: ["M-3.3-8h6.6l4.7 4.7v6.6l-4.7 4.7h-6.6l-4.7-4.7v-6.6z", "M-3-3l6 6m0-6l-6 6"],
   warning: ["M0-8l9 16h-18z", "M0-2.5v4.5m0 2v2"],
@@ -69,15 +70,15 @@ function outlineOf(shape, kind) {
   return outline;
 }
 
-/** The texts of a piece, line by line, with what they take; `room` is the piece's length. */
-function linesOf(piece, room) {
+/** The texts of a piece, line by line, with what they take and the room that they have. */
+function linesOf(piece) {
   const lines = new Map();
   for (const text of piece.texts) {
     const y = text.getAttribute("y");
     lines.set(y, [...(lines.get(y) ?? []), { text, length: text.getComputedTextLength() }]);
   }
   return [...lines.values()].map((texts) => ({
-    texts, room, length: texts.reduce((sum, one) => sum + one.length + kGap, 0), least: 1,
+    texts, room: piece.place.width, length: texts.reduce((sum, one) => sum + one.length + kGap, 0), least: 1,
   }));
 }
 
@@ -88,6 +89,17 @@ function lineOf(text, end) {
   const room = { end: x, middle: 2 * (end - x) }[getComputedStyle(text).textAnchor] ?? width - x;
   const length = text.getComputedTextLength();
   return { texts: [{ text, length }], room, length: length + kGap, least: kNarrowest };
+}
+
+/** A sign in the middle above a piece. */
+function flagOf(place, severity) {
+  const flag = svg("g", { class: `flag ${severity}` });
+  flag.append(...kSigns[severity].map((d) => svg("path", { d })));
+  flag.severity = severity;
+  flag.x = place.x + place.width / 2;
+  flag.style.transform = `translate(${flag.x}px, ${place.y}px) ` +
+    "scale(calc(1 / var(--along)), calc(1 / var(--across)))";
+  return flag;
 }
 
 /** The signs of a legend with their names, as items of a list: it is as wide as the page has room. */
@@ -128,29 +140,34 @@ export class Drawing {
     for (const one of [this.root, this.bar]) takeValues(one);
     this.flags = svg("g", { class: "flags" });
     this.root.append(this.texts, this.flags);
+    this.along = 1;    // px of a unit
     this.lines = [];   // texts with the room that they have
     this.chosen = [];  // elements that show the selection
   }
 
-  /** Measures it, once it is in the page. */
+  /** Measures it, once it is in the page; changes nothing until all is measured, as each change would
+   * make the browser lay it out again. */
   measure() {
     const bar = this.root.querySelector(".bar, .open").getBBox();
     const free = [...this.root.querySelectorAll("text")].filter((one) => !one.closest("[data-piece]"));
-    this.lines.push(...free.map((text) => lineOf(text, bar.x + bar.width)));
-    for (const piece of this.pieces) this.measurePiece(piece);
+    this.lines = free.map((text) => lineOf(text, bar.x + bar.width));
+    for (const piece of this.pieces) {
+      piece.place = shapesOf(piece)[0].getBBox();
+      piece.all = piece.getBBox();
+      this.lines.push(...linesOf(piece));
+    }
+    for (const piece of this.pieces) this.open(piece);
     for (const text of this.root.querySelectorAll("text")) {
       text.style.transformOrigin = `${text.getAttribute("x")}px 0`;
     }
   }
 
-  /** All of a piece's place, texts included, can be pointed at. */
-  measurePiece(piece) {
-    const box = shapesOf(piece)[0].getBBox();
-    const all = piece.getBBox();
-    this.lines.push(...linesOf(piece, box.width));
+  /** Lets all of a piece's place, texts included, be pointed at. */
+  open(piece) {
+    const { place, all } = piece;
     this.texts.append(...piece.texts);
-    piece.prepend(svg("rect", { class: "target", x: box.x, y: box.y, width: box.width,
-      height: all.y + all.height - box.y }));
+    piece.prepend(svg("rect", { class: "target", x: place.x, y: place.y, width: place.width,
+      height: all.y + all.height - place.y }));
   }
 
   /** How much of the bar is used. */
@@ -160,9 +177,12 @@ export class Drawing {
     return this.items.find((item) => (item.dataset.work ?? item.dataset.piece) === id) ?? null;
   }
 
-  /** Narrows or leaves out the texts that have no room where a unit is `squeeze` times as long across
-   * as along; the number of a piece goes last. */
-  fit(squeeze) {
+  /** Narrows or leaves out what has no room where a unit takes so many px along and across; the number
+   * of a piece goes last. */
+  fit(along, across) {
+    const squeeze = across / along;
+    this.along = along;
+    this.thinOut();
     for (const { texts, room, length, least } of this.lines) {
       const fits = squeeze <= 1 ? 1 : Math.min(room / (length * squeeze), 1);
       for (const { text, length: own } of texts) {
@@ -188,17 +208,26 @@ export class Drawing {
     this.flags.before(...this.chosen);
   }
 
-  /** Marks a piece for findings of that severity; "": for none. `words` are added to what it is
-   * called. */
-  flag(piece, severity, words) {
-    piece.flag?.remove();
-    piece.setAttribute("aria-label", [piece.values, words].filter((one) => one !== "").join("\n"));
-    if (severity === "") return;
-    const box = shapesOf(piece)[0].getBBox();
-    piece.flag = svg("g", { class: `flag ${severity}` });
-    piece.flag.append(...kSigns[severity].map((d) => svg("path", { d })));
-    piece.flag.style.transform = `translate(${box.x + box.width / 2}px, ${box.y}px) ` +
-      "scale(calc(1 / var(--along)), calc(1 / var(--across)))";
-    this.flags.append(piece.flag);
+  /** Marks pieces for findings. `markOf(piece)` gives the severity, "" for none, and words that are
+   * added to what the piece is called. */
+  flag(markOf) {
+    this.flags.replaceChildren();
+    for (const piece of this.pieces) {
+      const [severity, words] = markOf(piece);
+      piece.setAttribute("aria-label", [piece.values, words].filter((one) => one !== "").join("\n"));
+      if (severity !== "") this.flags.append(flagOf(piece.place, severity));
+    }
+    this.thinOut();
+  }
+
+  /** Leaves out flags that would lie on another one which is no less severe. */
+  thinOut() {
+    let last = { x: -Infinity };
+    for (const flag of this.flags.children) {
+      const isNear = (flag.x - last.x) * this.along < kFlag;
+      const isHidden = isNear && (last.severity === "error" || last.severity === flag.severity);
+      flag.classList.toggle("left-out", isHidden);
+      if (!isHidden) last = flag;
+    }
   }
 }

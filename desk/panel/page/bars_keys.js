@@ -33,3 +33,25 @@ export function stepOf(event, item, drawing) {
       return null;
   }
 }
+
+/** @param actions step(event) goes where an arrow leads from an item, and tells whether it leads
+ * anywhere; select(item); isShown() is whether zoom(isIn) and fit() are for this view; closeTip()
+ * tells whether there was one */
+export function startKeys(content, actions) {
+  const isPlain = (event) => !event.ctrlKey && !event.altKey && !event.metaKey;
+  const press = {
+    "+": () => actions.zoom(true), "=": () => actions.zoom(true), "-": () => actions.zoom(false),
+    0: () => actions.fit(), Escape: () => actions.closeTip(),
+  };
+  content.addEventListener("keydown", (event) => {
+    if (!isPlain(event)) return;
+    if (event.key === "Enter" || event.key === " ") actions.select(event.target);
+    else if (!actions.step(event)) return;
+    event.preventDefault();
+    event.stopPropagation();
+  });
+  document.addEventListener("keydown", (event) => {
+    if (!actions.isShown() || !isPlain(event) || event.target.matches("input, select, textarea")) return;
+    if (press[event.key] !== undefined && press[event.key]() !== false) event.preventDefault();
+  }, { capture: true });  // before the page takes Escape for the selection
+}
