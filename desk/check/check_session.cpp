@@ -145,7 +145,7 @@ void CheckSession::checkEncoding() {
 
 void CheckSession::refuseDocument(const deskhost::DocumentFault& fault) {
   whyNot_ = deskhost::faultText(source().name(), fault);
-  faultAt_ = source().positionInBytes(fault.line, fault.column);
+  faultAt_ = {fault.line, fault.column};
   reportFault(fault);
 }
 
@@ -158,7 +158,7 @@ void CheckSession::reportFault(const deskhost::DocumentFault& fault) {
   const std::string likely = fault.isOnlyHere || isUtf16 ? "" : likeness(source().bytes(), format_);
   if (!likely.empty()) return add(rules::kSyntax, Severity::Error, {1, 1}, likely + ". " + nothing);
   const bool isBehind = fault.isBehind && !isUtf16;
-  Position at = source().positionInBytes(fault.line, fault.column);
+  Position at{fault.line, fault.column};
   if (at.line == 0) at = {1, 0};
   const std::string& reason = fault.reason;
   const std::string end = reason.empty() || reason.back() == '.' ? " " : ". ";

@@ -10,6 +10,7 @@
 
 #include "desk/base/files.h"
 #include "desk/base/output.h"
+#include "desk/base/text.h"
 #include "desk/host/paths.h"
 #include "desk/host/settings.h"
 
@@ -19,6 +20,7 @@ namespace {
 using desk::Descriptor;
 using desk::systemReason;
 
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kChunkBytes = std::size_t{64} << 10;
 
 constexpr int kOpenFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
@@ -104,8 +106,13 @@ bool readDocumentFile(const std::string& file, std::string& text, std::string& r
 DocumentFault faultAt(std::string_view text, std::size_t offset, const std::string& reason) {
   const std::string_view before = text.substr(0, offset);
   const auto lines = std::count(before.begin(), before.end(), '\n');
-  const std::size_t start = before.rfind('\n') + 1;  // 0 when there is none
-  return {1 + static_cast<int>(lines), 1 + static_cast<int>(offset - start), reason};
+  std::size_t at = before.rfind('\n') + 1;  // 0 when there is none
+  if (at == 0 && desk::startsWith(text, kByteOrderMark)) at = kByteOrderMark.size();
+  int column = 1;
+  for (; at < before.size(); ++column) {
+    at += std::max<std::size_t>(desk::utf8CharacterSize(text, at), 1);
+  }
+  return {1 + static_cast<int>(lines), column, reason};
 }
 
 std::string faultText(const std::string& name, const DocumentFault& fault) {

@@ -18,7 +18,7 @@ namespace deskhost {
 /// Why a document is refused.
 struct DocumentFault {
   int line = 0;    ///< from 1; 0 when the fault has no place
-  int column = 0;  ///< from 1, in bytes; 0 when only the line is known
+  int column = 0;  ///< from 1, in characters; 0 when only the line is known
   std::string reason;
   bool isOnlyHere = false;  ///< a bound of the settings was left: a panel would load the document
   bool isBehind = false;    ///< it stands behind a document, which a panel may load without it
@@ -30,7 +30,8 @@ constexpr char kOnlyHere[] = "a panel would load it: only cusdesk refuses";
 /// The reason that a document without any text is refused for.
 constexpr char kEmptyDocument[] = "the document is empty";
 
-/// The fault at an offset of a document, from 0.
+/// The fault at an offset of a document, from 0. A byte order mark counts for no column, and a byte
+/// that is no UTF-8 for one.
 DocumentFault faultAt(std::string_view text, std::size_t offset, const std::string& reason);
 
 /// "<name>:<line>:<column>: <reason>", without the numbers that are not known. An empty name shows

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <memory>
 #include <sstream>
+#include <string_view>
 
 #include "desk/host/documents.h"
 #include "desk/host/settings.h"
@@ -28,15 +29,30 @@ bool isBlank(char c) {
   return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
+/// The offset of a place as the library tells it: a carriage return alone ends a line too, and a
+/// column counts bytes. The text's size for what is no place in it.
+std::size_t offsetOf(std::string_view text, int line, int column) {
+  std::size_t start = 0;
+  for (; line > 1; --line) {
+    const std::size_t end = text.find_first_of("\r\n", start);
+    if (end == std::string_view::npos) return text.size();
+    start = end + (text.compare(end, 2, "\r\n") == 0 ? 2 : 1);
+  }
+  return std::min(start + static_cast<std::size_t>(std::max(column, 1)) - 1, text.size());
+}
+
 /// Takes the first fault from the library's list: "* Line 3, Column 5\n  reason.\n".
-DocumentFault firstFault(const std::string& errors) {
-  DocumentFault fault;
+DocumentFault firstFault(const std::string& errors, std::string_view text) {
+  int line = 0;
+  int column = 0;
+  std::string reason;
   std::istringstream list(errors);
   std::string word;
   char comma = '\0';
-  list >> word >> word >> fault.line >> comma >> word >> fault.column >> std::ws;
-  if (!list || !std::getline(list, fault.reason)) return {0, 0, errors};
-  fault.isBehind = fault.reason.find("Extra non-whitespace") == 0;
+  list >> word >> word >> line >> comma >> word >> column >> std::ws;
+  if (!list || !std::getline(list, reason)) return {0, 0, errors};
+  DocumentFault fault = faultAt(text, offsetOf(text, line, column), reason);
+  fault.isBehind = reason.find("Extra non-whitespace") == 0;
   return fault;
 }
 
@@ -60,7 +76,7 @@ bool parseJson(const std::string& text, Json::Value& root, DocumentFault& fault)
   std::string errors;
   try {
     if (!makeReader()->parse(begin, end, &root, &errors)) {
-      fault = firstFault(errors);
+      fault = firstFault(errors, {begin, static_cast<std::size_t>(end - begin)});
     } else if (!endsWithValue(begin, end, root)) {
       fault = {0, 0, "there are bytes after a zero byte", false, true};
     } else {

@@ -95,17 +95,6 @@ Position SourceText::position(std::size_t offset) const {
   return {static_cast<int>(next - lineStarts_.begin()), static_cast<int>(column)};
 }
 
-Position SourceText::positionInBytes(int line, int byteColumn) const {
-  if (byteColumn < 1) return line < 1 || line > lineCount() ? Position{} : Position{line, 0};
-  std::size_t start = markSize_;
-  for (; line > 1; --line) {
-    const std::size_t end = bytes_.find_first_of("\r\n", start);
-    if (end == std::string::npos) return {};
-    start = end + (bytes_.compare(end, 2, "\r\n") == 0 ? 2 : 1);
-  }
-  return position(start + static_cast<std::size_t>(byteColumn) - 1);
-}
-
 std::string describe(const Element& element) {
   if (element.bar == 0) return "the header";
   std::string text;

@@ -38,10 +38,6 @@ class SourceText {
   /// The position of the byte at `offset`, in a time that does not depend on the line's length.
   Position position(std::size_t offset) const;
 
-  /// The same for a line and a column in bytes, both from 1, as parsers report them. With a column
-  /// the line is one of the JSON library's, which a carriage return alone ends too.
-  Position positionInBytes(int line, int byteColumn) const;
-
  private:
   void findLines();
   void markCharacters();

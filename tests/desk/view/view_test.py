@@ -122,13 +122,14 @@ class View(Folder):
         for name, text in BROKEN.items():
             with self.subTest(job=name):
                 self.write(name, text)
-                (loads, reason, line, _), summary, findings = ask(
+                (loads, reason, line, column), summary, findings = ask(
                     name, "summary", "findings", folder=self.folder)
                 self.assertEqual((False, [404, reason]), (loads, summary))
                 for table in ([], ["cuts"]):  # read by the desk, and by the plug-in
                     self.refused(3, reason, "show", name, *table)
                 self.assertGreater(json.loads(findings[1])["summary"]["errors"], 0)
-                self.assertEqual(line > 0, f"{name}:{line}:" in reason)
+                place = f":{line}:{column}:".replace(":0", "")
+                self.assertIn(f"cannot load {name}{place} ", reason)
 
 
 if __name__ == "__main__":
