@@ -9,6 +9,8 @@ export class Refusal extends Error {
   }
 }
 
+const kLongestPause = 3000;  // ms
+
 async function accepted(response) {
   if (!response.ok) {
     throw new Refusal(response.status, (await response.text()).trim() || response.statusText);
@@ -16,10 +18,19 @@ async function accepted(response) {
   return response;
 }
 
+/** What an address answers. One that has too much to do is asked again. */
+async function fetched(address) {
+  for (let pause = 200; ; pause *= 2) {
+    const response = await fetch(address);
+    if (response.status !== 503 || pause > kLongestPause) return accepted(response);
+    await new Promise((done) => setTimeout(done, pause));
+  }
+}
+
 /** A document of a job: an object where it is JSON, else its text. */
 export async function ask(job, what, query = {}) {
   const words = new URLSearchParams({ version: job.version, ...query });
-  const response = await accepted(await fetch(`/job/${job.id}/${what}?${words}`));
+  const response = await fetched(`/job/${job.id}/${what}?${words}`);
   const isJson = (response.headers.get("Content-Type") ?? "").startsWith("application/json");
   return isJson ? response.json() : response.text();
 }

@@ -1,4 +1,5 @@
 // The Findings view: what a check tells of the job, the severe ones first.
+import { element } from "/element.js";
 import { ask } from "/engine.js";
 import * as finding from "/finding.js";
 import { create as createList } from "/long_list.js";
@@ -18,7 +19,7 @@ export function create(root, text) {
   let shownJob;
   let asked = 0;             // counts what was asked for: answers to something older do not count
 
-  /** Where an index of the list is: in which section, and the how manieth there. */
+  /** The section that an index of the list is in, and its row there. */
   function locate(index) {
     let rest = index;
     for (const section of sections) {
@@ -37,14 +38,12 @@ export function create(root, text) {
 
   function render(index) {
     const { section, row } = locate(index);
-    const item = document.createElement("li");
+    const item = element("li");
     item.dataset.severity = section.severity;
     item.setAttribute("aria-posinset", index + 1);
     item.setAttribute("aria-setsize", sections.reduce((sum, one) => sum + one.rows, 0));
     if (row === 0) {
-      const head = document.createElement("h2");
-      head.textContent = text(`findings.${section.severity}`);
-      item.append(head);
+      item.append(element("h2", { textContent: text(`findings.${section.severity}`) }));
     }
     const one = at(index);
     if (one === undefined) {
@@ -81,7 +80,12 @@ export function create(root, text) {
     for (let index = from; index < to; ++index) {
       const { section, row } = locate(index);
       const key = keyOf(section.severity, row);
-      if (windows.has(key)) continue;
+      if (windows.has(key)) {
+        const kept = windows.get(key);
+        windows.delete(key);
+        windows.set(key, kept);  // what was needed last goes last
+        continue;
+      }
       windows.set(key, null);
       try {
         const answer = await question(section.severity, row - (row % kWindow));

@@ -1,4 +1,5 @@
 // What stands above the views: which job, its numbers, its findings and how it is followed.
+import { element } from "/element.js";
 import { ask } from "/engine.js";
 import { kSeverities, label } from "/severities.js";
 import { change, state } from "/state.js";
@@ -7,27 +8,27 @@ export function create(document, text) {
   const $ = (id) => document.getElementById(id);
   let summary = null;  // the job's part of its summary; null while there is none
   let asked = 0;       // counts what was asked for: only the last answer counts
-  let panel = null;    // the latest news of the panel
+  let panel = null;    // the latest news of the panel; null before any, or when the connection broke
 
-  function listItem(words, ...children) {
-    const item = document.createElement("li");
-    item.append(words, ...children);
-    return item;
-  }
+  const facts = ["bars", "pieces", "yield"].map((name) => ({ name, item: element("li") }));
+  const severities = kSeverities.map((severity) => ({
+    severity,
+    button: element("button", {
+      type: "button",
+      onclick: () => change({ view: "findings", severity, onlySelected: false }),
+    }),
+  }));
 
   function showFacts() {
-    const job = summary ?? {};
-    $("facts").replaceChildren(...[
-      ["header.bars", job.bars], ["header.pieces", job.pieces], ["header.yield", job.yield],
-    ].filter(([, value]) => typeof value === "number").map(([key, value]) => listItem(text(key, value))));
-    $("severities").replaceChildren(...kSeverities.filter(() => summary !== null).map((severity) => {
-      const button = document.createElement("button");
-      button.type = "button";
-      label(button, severity, job[`${severity}s`], text);
-      button.addEventListener("click", () =>
-        change({ view: "findings", severity, onlySelected: false }));
-      return listItem(button);
-    }));
+    for (const { name, item } of facts) {
+      item.hidden = typeof summary?.[name] !== "number";
+      item.textContent = item.hidden ? "" : text(`header.${name}`, summary[name]);
+    }
+    $("severities").hidden = summary === null;
+    if (summary === null) return;
+    for (const { severity, button } of severities) {
+      label(button, severity, summary[`${severity}s`], text);
+    }
   }
 
   async function askSummary() {
@@ -80,7 +81,8 @@ export function create(document, text) {
   }
 
   function showState() {
-    if (panel?.failed) setState("scriptFailed", "failed");
+    if (panel === null) return;
+    if (panel.failed) setState("scriptFailed", "failed");
     else if (isNotLoading()) setState("broken", "failed");
     else if (state.job?.loads === false) setState("reading", "");
     else if (state.job?.dropped) setState("dropped", "live");
@@ -91,6 +93,9 @@ export function create(document, text) {
     const job = state.jobs.find((one) => one.id === Number(event.target.value));
     change({ job, selection: "" });
   });
+  $("facts").append(...facts.map(({ item }) => item));
+  $("severities").append(...severities.map(({ button }) => element("li", {}, button)));
+  showFacts();
   setState("connecting", "");
 
   return {
@@ -98,6 +103,7 @@ export function create(document, text) {
       if (changed.has("jobs")) showJobs();
       showName();
       showReason();
+      showState();
       if (changed.has("job")) askSummary();
     },
     take(news) {
@@ -105,6 +111,9 @@ export function create(document, text) {
       showName();
       showState();
     },
-    lost: (isTrying) => setState(isTrying ? "lost" : "gone", "lost"),
+    lost(isTrying) {
+      panel = null;
+      setState(isTrying ? "lost" : "gone", "lost");
+    },
   };
 }

@@ -1,7 +1,7 @@
 // A list of which only the items in sight are in the page. Items have heights of their own, which
 // are known once they were shown.
 
-const kMore = 3;  ///< items above and below those in sight
+const kMore = 3;  // items above and below those in sight
 
 /** `scroller` scrolls and holds `list`. `render(index)` makes an item, `shown(from, to)` is told which
  * are in the page; `estimate` is the height of an item in pixels that was not shown yet. */

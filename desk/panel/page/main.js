@@ -55,9 +55,10 @@ subscribe((changed) => {
 function takeJobs(jobs, isFirst) {
   const find = (id) => jobs.find((one) => one.id === id);
   const sought = find(goal.job);
-  const job = sought ?? find(state.job?.id) ?? jobs[0] ?? null;
+  const same = find(state.job?.id);
   if (isFirst) state.job = null;  // another run may count its versions alike
-  change({ jobs, job, selection: sought ? goal.selection : state.selection });
+  const selection = sought ? goal.selection : same && state.selection;
+  change({ jobs, job: sought ?? same ?? jobs[0] ?? null, selection: selection ?? "" });
   if (sought || isFirst) goal = { job: null };
 }
 

@@ -1,4 +1,5 @@
 // The panel: shows its picture and output, and hands on clicks and page keys.
+import { element } from "/element.js";
 import { panelClick, panelTurn, pictureAddress } from "/engine.js";
 import { state } from "/state.js";
 
@@ -42,9 +43,8 @@ export function create(root, text, refused) {
     const list = $("lines");
     const atEnd = list.scrollHeight - list.scrollTop - list.clientHeight < 8;
     for (const [speaker, words] of lines) {
-      const item = document.createElement("li");
+      const item = element("li", { textContent: words });
       item.dataset.speaker = speaker;
-      item.textContent = words;
       list.append(item);
     }
     while (list.childElementCount > kMostLines) list.firstElementChild.remove();

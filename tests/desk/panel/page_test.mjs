@@ -108,9 +108,11 @@ async function dropped(page, { address }) {
   });
   await showsText(page, "#reason", "notes.txt");
   await showsText(page, "#view-findings mark", "no");
-  assert.equal(await page.locator("#facts li").count(), 0);
+  await showsText(page, "#state", "Not loading");
+  assert.equal(await page.locator("#facts li:visible").count(), 0);
   await page.locator("#jobs").selectOption("0");
   await showsText(page, "#facts", "21 pieces");
+  await showsText(page, "#state", "Following");
 }
 
 /** Texts of a job are texts on the page, wherever they stand; what is long is not in it whole. */
