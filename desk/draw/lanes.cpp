@@ -12,6 +12,7 @@ namespace desk::draw {
 namespace {
 
 constexpr double kNoSide = 1e9;  ///< behind all sides
+constexpr double kLeast = 0.5;   ///< from the middle of a sign to the edge of the lane, mm
 constexpr double kStep = 0.15;   ///< in which room is looked for, mm
 
 double sideOf(const WorkPlace& place) {
@@ -29,8 +30,8 @@ class Lane {
   bool place(Point& at) {
     const auto isBehind = [&](const Point& sign) { return sign.x <= at.x - kSign; };
     near_.erase(std::remove_if(near_.begin(), near_.end(), isBehind), near_.end());
-    const double highest = std::max(height_ - kSign / 2.0, height_ / 2.0);
-    const double wanted = std::clamp(at.y, std::min(kSign / 2.0, height_ / 2.0), highest);
+    const double highest = std::max(height_ - kLeast, height_ / 2.0);
+    const double wanted = std::clamp(at.y, height_ - highest, highest);
     const int steps = static_cast<int>(height_ / kStep);
     for (int step = 0; step <= steps; ++step) {
       const double off = step * kStep;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kLane = 9.0;          ///< of the widest profile, mm on paper, when drawn higher
 constexpr double kHighestLane = 30.0;  ///< when drawn as it is
-constexpr double kLanes = 27.0;        ///< the same of all lanes of a bar together
+constexpr double kLanes = 28.0;        ///< the same of all lanes of a bar together
 constexpr double kHighestLanes = 40.0;
 constexpr double kBrokenRest = 16.0;  ///< what is left over of a broken bar
 
