@@ -25,10 +25,6 @@ constexpr std::size_t kChunkBytes = std::size_t{64} << 10;
 
 constexpr int kOpenFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 
-std::string sizeReason() {
-  return "larger than " + std::to_string(settings().maxDocumentBytes) + " bytes; " + kOnlyHere;
-}
-
 /// What keeps the open file from being read, or an empty text. Sets `size` to what it holds now.
 std::string fileFault(int number, std::size_t& size) {
   struct stat status {};
@@ -36,7 +32,7 @@ std::string fileFault(int number, std::size_t& size) {
   if (S_ISDIR(status.st_mode)) return systemReason(EISDIR);
   if (!S_ISREG(status.st_mode)) return "not a regular file";
   size = static_cast<std::size_t>(status.st_size);
-  return size > settings().maxDocumentBytes ? sizeReason() : std::string();
+  return size > settings().maxDocumentBytes ? tooLargeReason() : std::string();
 }
 
 std::string readAll(int number, std::size_t expected, std::string& text) {
@@ -50,7 +46,7 @@ std::string readAll(int number, std::size_t expected, std::string& text) {
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) return systemReason(errno);
     filled += static_cast<std::size_t>(got);
-    if (filled > most) return sizeReason();
+    if (filled > most) return tooLargeReason();
     if (got == 0) break;
   }
   text.resize(filled);
@@ -91,6 +87,10 @@ bool readStandardInput(std::string& text, std::string& reason) {
 }
 
 }  // namespace
+
+std::string tooLargeReason() {
+  return "larger than " + std::to_string(settings().maxDocumentBytes) + " bytes; " + kOnlyHere;
+}
 
 bool readDocumentFile(const std::string& file, std::string& text, std::string& reason) {
   if (file == desk::kStandardStream) return readStandardInput(text, reason);

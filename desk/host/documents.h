@@ -30,6 +30,9 @@ constexpr char kOnlyHere[] = "a panel would load it: only cusdesk refuses";
 /// The reason that a document without any text is refused for.
 constexpr char kEmptyDocument[] = "the document is empty";
 
+/// The reason that a document of more than `maxDocumentBytes` of the settings is refused for.
+std::string tooLargeReason();
+
 /// The fault at an offset of a document, from 0. A byte order mark counts for no column, and a byte
 /// that is no UTF-8 for one.
 DocumentFault faultAt(std::string_view text, std::size_t offset, const std::string& reason);

@@ -18,8 +18,14 @@ MHD_Result addField(void* form, MHD_ValueKind, const char* key, const char*, con
   return MHD_YES;
 }
 
+constexpr char kText[] = "text/plain; charset=utf-8";
+
 HttpAnswer wentWrong() {
-  return {MHD_HTTP_INTERNAL_SERVER_ERROR, "that went wrong\n", "text/plain; charset=utf-8"};
+  return {MHD_HTTP_INTERNAL_SERVER_ERROR, "that went wrong\n", kText};
+}
+
+HttpAnswer tooLarge(const BodyBounds& bounds) {
+  return {MHD_HTTP_CONTENT_TOO_LARGE, bounds.tooLarge, kText};
 }
 
 }  // namespace
@@ -67,7 +73,7 @@ int HttpServer::receiveHead(Exchange& exchange) {
   request.bounds_ = std::get<BodyBounds>(std::move(admitted));
   const std::size_t length = std::strtoull(request.header("Content-Length").c_str(), nullptr, 10);
   if (length > request.bounds_.bytes) {
-    return send(request.connection_, {MHD_HTTP_CONTENT_TOO_LARGE, {}, {}});
+    return send(request.connection_, tooLarge(request.bounds_));
   }
   grantTime(request.connection_, request.bounds_.time);
   if (request.header("Content-Type").rfind(MHD_HTTP_POST_ENCODING_FORM_URLENCODED, 0) == 0) {
@@ -99,7 +105,7 @@ int HttpServer::reply(Exchange& exchange) {
     peerOf(connection).hasAsked = true;
   }
   if (exchange.received > exchange.request.bounds_.bytes) {
-    return send(connection, {MHD_HTTP_CONTENT_TOO_LARGE, {}, {}});
+    return send(connection, tooLarge(exchange.request.bounds_));
   }
   if (exchange.form != nullptr) MHD_destroy_post_processor(std::exchange(exchange.form, nullptr));
   HttpReply reply = handlers_.answer(exchange.request);

@@ -19,6 +19,7 @@ namespace desk::server {
 struct BodyBounds {
   std::size_t bytes = 1024;
   std::chrono::seconds time{5};
+  std::string tooLarge{};        ///< what is said of more bytes
   std::shared_ptr<void> held{};  ///< for as long as the server has the request
 };
 

@@ -6,6 +6,7 @@
 
 #include "desk/base/files.h"
 #include "desk/base/text.h"
+#include "desk/host/documents.h"
 #include "desk/host/settings.h"
 #include "desk/server/page_files.h"
 #include "desk/show/cut_list.h"
@@ -156,12 +157,14 @@ std::variant<BodyBounds, HttpAnswer> PageServer::admit(const HttpRequest& reques
 }
 
 std::variant<BodyBounds, HttpAnswer> PageServer::admitDrop(const HttpRequest& request) const {
-  if (!isFileName(request.field("name"))) return HttpAnswer{400, "name=FILE expected\n", kText};
+  const std::string name = request.field("name");
+  if (!isFileName(name)) return HttpAnswer{400, "name=FILE expected\n", kText};
   const std::shared_ptr<void> slot(nullptr, [uploads = uploads_](void*) { --*uploads; });
   if (++*uploads_ > kMostUploads) {
     return HttpAnswer{503, "other jobs are still being sent\n", kText};
   }
-  return BodyBounds{deskhost::settings().maxDocumentBytes, kUploadTime, slot};
+  const std::string tooLarge = cannotRead(escapeControls(name), deskhost::tooLargeReason()).what();
+  return BodyBounds{deskhost::settings().maxDocumentBytes, kUploadTime, tooLarge + "\n", slot};
 }
 
 HttpReply PageServer::answer(HttpRequest& request) {

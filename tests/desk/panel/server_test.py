@@ -230,9 +230,11 @@ class Jobs(Folder):
             def begin(size):
                 begun = others.enter_context(socket.create_connection(("127.0.0.1", page.port), timeout=20))
                 begun.sendall(f"{head}{size}\r\nExpect: 100-continue\r\n\r\n".encode())
-                return begun.recv(12)[9:].decode()
-            self.assertEqual([begin(size) for size in (64 << 20 | 1, 64 << 20, 1, 1)],
-                             ["413", "100", "100", "503"])
+                return begun.recv(12)[9:].decode(), begun
+            refused, *_ = begun = [begin(size) for size in (64 << 20 | 1, 64 << 20, 1, 1)]
+            self.assertEqual([status for status, _ in begun], ["413", "100", "100", "503"])
+            self.assertTrue(refused[1].makefile().read().endswith(
+                "cannot read a.json: larger than 67108864 bytes; a panel would load it: only cusdesk refuses\n"))
             others.close()
             end = time.monotonic() + 60
             while page.drop("a.json", job)[0] != 200 and time.monotonic() < end:
