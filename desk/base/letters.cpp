@@ -1,4 +1,3 @@
-#include "desk/base/letters.h"
 
 #include <utf8.h>
 

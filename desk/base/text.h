@@ -63,4 +63,12 @@ bool contains(const Texts& texts, std::string_view text) {
   return std::find(std::begin(texts), std::end(texts), text) != std::end(texts);
 }
 
+/// `text` in UTF-8 with small letters for capitals: of Latin, Greek, Cyrillic, Armenian and of the
+/// wide letters of East Asian fonts. Bytes that are no UTF-8 stay.
+std::string withoutCase(std::string_view text);
+
+/// Sorts as people do: "P65-9" stands before "P65-11". Below zero where `a` goes before `b`, 0 for
+/// equal texts.
+int comparedByPeople(const std::string& a, const std::string& b);
+
 }  // namespace desk

@@ -14,7 +14,7 @@
 #include "desk/commands/show_job.h"
 #include "desk/job/job_file.h"
 #include "desk/script/script_engine.h"
-#include "desk/show/cause.h"
+#include "desk/show/answers.h"
 #include "desk/show/job_rows.h"
 #include "desk/show/script_answers.h"
 

@@ -48,4 +48,11 @@ std::vector<Cell> barRow(const std::vector<Cell>& cut, const std::vector<Cell>& 
 /// without pieces is not among them, as for a script.
 TextTable barsOf(const TextTable& cuts, const TextTable& labels);
 
+/// What check says of the value in `file` that makes a command raise: "; FILE:LINE:COLUMN: ...".
+/// Empty when it says nothing.
+std::string causeOf(const Raised& raised, const std::string& file);
+
+/// The same of the content of a file.
+std::string causeOf(const Raised& raised, const std::string& file, const std::string& bytes);
+
 }  // namespace desk::show

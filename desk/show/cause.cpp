@@ -1,4 +1,4 @@
-#include "desk/show/cause.h"
+#include "desk/show/answers.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,7 +1,7 @@
 #include "desk/show/job_summary.h"
 
-#include "desk/base/letters.h"
 #include "desk/base/numbers.h"
+#include "desk/base/text.h"
 #include "desk/check/reports.h"
 
 namespace desk::show {

@@ -10,7 +10,6 @@
 #include "desk/check/check_session.h"
 #include "desk/job/job_file.h"
 #include "desk/show/answers.h"
-#include "desk/show/cause.h"
 #include "desk/show/cut_list.h"
 #include "desk/show/job_summary.h"
 #include "desk/show/pieces.h"

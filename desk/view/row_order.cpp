@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "desk/base/letters.h"
 #include "desk/base/numbers.h"
+#include "desk/base/text.h"
 #include "desk/view/query.h"
 
 namespace desk::view {
