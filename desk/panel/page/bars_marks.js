@@ -27,7 +27,7 @@ export class Marks {
   }
 }
 
-/** Those of a job; as far as they have come when another one is shown meanwhile. */
+/** Those of a job; some of them when another one is shown meanwhile. */
 export async function askMarks(job) {
   const marks = new Marks();
   for (const severity of kMarked) {

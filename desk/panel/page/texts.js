@@ -29,6 +29,7 @@ export const kTexts = {
   "state.live": ["Live", "运行中"],
 
   "bars.title": ["Bars", "型材"],
+  "bars.none": ["No bars", "无型材"],
   "bars.tools": ["Drawing", "图纸"],
   "bars.zoomIn": ["Zoom in", "放大"],
   "bars.zoomInHint": ["Zoom in (+, Ctrl and wheel)", "放大（+，Ctrl 加滚轮）"],
