@@ -17,6 +17,7 @@
 #   make growth   what the commands do with documents of many shapes grows with their size, memory too
 #   make robustness   the figures of docs/robustness.md anew
 #   make pictures the drawing in README.md anew
+#   make web      the desk as WebAssembly, into build/web; make test-web runs sessions and jobs through it
 #   make lint     clang-tidy over everything
 #   make subjects the form of commit subjects
 #   make format   format the sources
@@ -24,7 +25,8 @@
 #
 # JOBS is how many processes build and test side by side; default: one for each processor.
 .PHONY: run test build sanitize clang arm armhf arm64 sdk userlands packages fuzz threads soak \
-        coverage bench peers cost growth robustness pictures lint subjects format browser setup setup-arm clean
+        coverage bench peers cost growth robustness pictures web test-web lint subjects format \
+        browser setup setup-arm clean
 
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 60
@@ -103,6 +105,15 @@ cost: build armhf arm64
 growth: setup-arm build
 	python3 bench/growth.py build/cusdesk build/bin/view_documents build/bin/libcount_instructions.so $(JOBS)
 
+web:
+	@tools/install-missing-packages.sh packages.txt packages-web.txt
+	tools/fetch-sources.sh build/web-sources web/sources.txt
+	cmake --preset web
+	cmake --build --preset web -j $(JOBS)
+
+test-web: build web
+	ctest --preset web -j$(JOBS)
+
 # Half of the processors: the other half is for what the tests start.
 robustness: setup-arm build
 	ctest --preset release --output-on-failure -j$$((($(JOBS) + 1) / 2)) \
@@ -117,7 +128,7 @@ pictures: build
 
 lint: setup
 	cmake --preset clang
-	git ls-files '*.cpp' ':!tests' ':!bench' ':!examples' | python3 tools/lint.py build/clang $(JOBS)
+	git ls-files '*.cpp' ':!tests' ':!bench' ':!examples' ':!web' | python3 tools/lint.py build/clang $(JOBS)
 
 subjects:
 	python3 tools/check_subjects.py

@@ -8,9 +8,11 @@ if(CUS_WERROR)
   add_compile_options(-Werror)
 endif()
 
-# Only what needs no newer runtime than the controllers have.
-add_compile_options(-fstack-protector-strong)
-add_link_options(-Wl,-z,relro,-z,now)
+# Only what needs no newer runtime than the controllers have. WebAssembly has a stack of its own kind.
+if(NOT EMSCRIPTEN)
+  add_compile_options(-fstack-protector-strong)
+  add_link_options(-Wl,-z,relro,-z,now)
+endif()
 
 if(CUS_SANITIZE)
   # -g1: the stack of a finding needs lines, and no more

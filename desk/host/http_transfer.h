@@ -21,6 +21,7 @@ enum class DownloadCode : int {
   TooManyRedirects = -109,
   NotADocument = -110,  ///< the target ends in .json or .xml and what came does not load as such
   Internal = -111,      ///< out of memory, or the transfer library is unusable
+  InBrowser = -112,     ///< this is the desk for browsers, which connects to nothing
 };
 
 struct DownloadResult {
