@@ -29,14 +29,25 @@ async function fetched(address) {
 
 /** A document of a job: an object where it is JSON, else its text. */
 export async function ask(job, what, query = {}) {
-  const words = new URLSearchParams({ version: job.version, ...query });
-  const response = await fetched(`/job/${job.id}/${what}?${words}`);
+  const response = await fetched(documentAddress(job, what, query));
   const isJson = (response.headers.get("Content-Type") ?? "").startsWith("application/json");
   return isJson ? response.json() : response.text();
 }
 
+/** The text of a document of a job; null for one of more bytes. */
+export async function askShort(job, what, most) {
+  const response = await fetched(documentAddress(job, what));
+  if (Number(response.headers.get("Content-Length") ?? Infinity) <= most) return response.text();
+  await response.body.cancel();
+  return null;
+}
+
+/** The text of a file of the page. */
+export const pageFile = async (path) => (await fetched(path)).text();
+
 /** Where a browser can show a document of a job by itself. */
-export const documentAddress = (job, what) => `/job/${job.id}/${what}?version=${job.version}`;
+export const documentAddress = (job, what, query = {}) =>
+  `/job/${job.id}/${what}?${new URLSearchParams({ version: job.version, ...query })}`;
 
 /** Follows the jobs and the panel: `news` gets each event, `lost` whether there will be a new try
  * after the connection broke. */

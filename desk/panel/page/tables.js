@@ -4,6 +4,7 @@ import { ask, documentAddress } from "/engine.js";
 import { Grid } from "/grid.js";
 import { kWindow, RowWindows } from "/row_windows.js";
 import { change, isWithin, state } from "/state.js";
+import { createPrinting } from "/tables_print.js";
 
 const kTables = ["bars", "pieces", "cuts", "works", "labels", "holes"];
 
@@ -46,10 +47,10 @@ class Tables {
     this.note = element("p", { id: "cell-note" });
     root.append(
       this.tools(),
-      element("p", { id: "print-hint", textContent: text("tables.printHint") }),
       this.raised, this.place,
       element("footer", {}, this.note,
         element("p", { id: "carried-legend", textContent: text("tables.legend") })));
+    this.printing = createPrinting(root, text);
     this.grid = new Grid(this.place, {
       onSort: (column) => this.sort(column),
       onSelect: (record) => record.id !== "" && this.select(record.id),
@@ -91,6 +92,7 @@ class Tables {
     }
     this.ownSelection = null;
     this.grid.render();
+    this.printing.prepare();
   }
 
   // What is asked
@@ -240,10 +242,11 @@ class Tables {
     this.grid.render();
   }
 
-  /** The cut list in a window of its own, which then asks for the printer. */
+  /** The cut list; in a window of its own, which then asks for the printer, where it is not here. */
   printList(event) {
     if (!(state.job?.version > 0)) return;
     event.preventDefault();
+    if (this.printing.has()) return window.print();
     const list = window.open(documentAddress(state.job, "cuts"), "_blank");
     list?.addEventListener("load", () => list.print());
   }

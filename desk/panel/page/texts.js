@@ -66,8 +66,9 @@ export const kTexts = {
   "tables.carried": ["carried over from line {0}, {1}", "沿用第 {0} 行 {1} 的值"],
   "tables.legend": ["* carried over from an earlier element", "* 沿用前面元素的值"],
   "tables.print": ["Print", "打印"],
-  "tables.printHint": ["Print in the view Tables prints the cut list",
-    "“表格”视图中的“打印”按钮打印切割清单"],
+  "tables.printHint": ["Print the cut list (Ctrl+P)", "打印切割清单（Ctrl+P）"],
+  "tables.notHere": ["The cut list is not on this sheet: the button Print of the view Tables prints it.",
+    "此页不含切割清单：请使用“表格”视图中的“打印”按钮打印。"],
 
   "findings.title": ["Findings", "检查"],
   "findings.severity": ["Severity", "级别"],

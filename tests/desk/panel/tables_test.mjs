@@ -7,7 +7,7 @@ const kPieces = 8000;
 const code = (number) => `T-${String(number).padStart(4, "0")}`;
 
 /** Bars of eight; the second piece of each has no left angle of its own. */
-function longJob(longest = "1500.0") {
+function longJob(longest = "1500.0", pieces = kPieces) {
   const piece = (number) => ({
     PieceNumber: number, BarCode: code(number),
     cut: {
@@ -16,7 +16,7 @@ function longJob(longest = "1500.0") {
     },
     work: [{ Name: "slot", ProfiLav: 1, PositionX: 50 }, { Name: "hole", ProfiLav: 1, PositionX: 60 }],
   });
-  const bars = Array.from({ length: kPieces / 8 }, (_, i) => ({
+  const bars = Array.from({ length: pieces / 8 }, (_, i) => ({
     BarNumber: i + 1, BarName: "Frame", length: 6500, MaxY: 60, MaxZ: 50,
     piece: Array.from({ length: 8 }, (_, k) => piece(8 * i + k + 1)),
   }));
@@ -115,6 +115,28 @@ async function printed(page) {
   await list.close();
 }
 
+/** The browser's own print command has the whole list, or none of it. */
+async function printedByBrowser(page, file) {
+  const paper = () => page.evaluate(async () => {
+    await new Promise((done) => setTimeout(done, 200));
+    dispatchEvent(new Event("beforeprint"));
+    const list = document.getElementById("cut-list").firstChild.shadowRoot?.firstChild.innerText ?? "";
+    const printed = document.body.innerText.trim() + list;
+    dispatchEvent(new Event("afterprint"));
+    return printed;
+  });
+  await page.keyboard.press("Escape");  // what is selected will be gone
+  await page.emulateMedia({ media: "print" });
+  assert.match(await paper(), /^The cut list is not on this sheet: .*$/);
+  const [list] = await Promise.all([page.waitForResponse(/\/cuts\?/),
+    writeFileSync(file, longJob("1500.0", 96))]);
+  await list.finished();
+  const rows = await paper();
+  for (let i = 1; i <= 96; ++i) assert.ok(rows.includes(code(i)), code(i));
+  const pdf = await page.pdf({ preferCSSPageSize: true });
+  assert.ok(/MediaBox \[0 0 594\.\d+ 841\.\d+\]/.test(pdf.toString("latin1")), "sheets of A4");
+}
+
 /** `open` and `start` as testPage has them. */
 export async function testTables({ folder, open, start }) {
   const file = join(folder, "long.json");
@@ -130,6 +152,7 @@ export async function testTables({ folder, open, start }) {
     await carried(page);
     await saved(page, file);
     await printed(page);
+    await printedByBrowser(page, file);
     assert.deepEqual(page.faults.filter((fault) => !/409/.test(fault)), []);
     await page.close();
   } finally {
