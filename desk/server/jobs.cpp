@@ -63,7 +63,7 @@ HttpAnswer Jobs::answer(const JobQuestion& question) {
   const auto known = view.documents.find(question.what);
   if (question.query.empty() && known != view.documents.end()) return known->second;
   view::Answer made = view.view->answer(question.what, question.query);
-  const HttpAnswer answer = {
+  HttpAnswer answer = {
       made.status, {}, std::move(made.type), std::make_shared<std::string>(std::move(made.body))};
   if (question.query.empty() && answer.status == 200) view.documents[question.what] = answer;
   return answer;
