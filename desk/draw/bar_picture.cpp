@@ -33,7 +33,7 @@ std::string titleOf(const BarGroup& group, const std::string& name) {
 }
 
 std::string valuesOf(const WORK_T& work) {
-  return work.Name + ": side " + shortestText(work.ProfiLav) + ", X " +
+  return workName(work.Name) + ": side " + shortestText(work.ProfiLav) + ", X " +
          shortestText(work.PositionX) + ", Y " + shortestText(work.PositionY) + ", Z " +
          shortestText(work.PositionZ);
 }

@@ -6,6 +6,7 @@
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
 #include "desk/draw/lanes.h"
+#include "desk/draw/summary.h"
 #include "part/cell_text.h"
 
 namespace desk::draw {
@@ -110,7 +111,7 @@ Legend::Legend(const WorkMarks& marks, double width) : marks_(marks), others_(ma
   double x = 0.0;
   int line = 0;
   for (const std::string& name : marks.names()) {
-    const std::string text = truncatedToMm(xmlText(name), kLongestEntry, kLabel);
+    const std::string text = truncatedToMm(xmlText(workName(name)), kLongestEntry, kLabel);
     const double needed = kExtra + widthInMm(text, kLabel);
     if (x + needed > width) {
       x = 0.0;

@@ -68,6 +68,10 @@ std::string pieceName(const BAR_T& bar, int place) {
   return number.empty() ? "(" + std::to_string(place) + ")" : number;
 }
 
+std::string workName(const std::string& name) {
+  return name.empty() ? "no name" : name;
+}
+
 std::string lengthText(const PiecePlace& piece) {
   return piece.isLengthKnown ? hundredthsText(piece.length) : piece.piece->Length;
 }

@@ -17,6 +17,9 @@ std::string summaryText(const BarPlace& bar);
 /// What a piece is called: its number, else its place on the bar in brackets.
 std::string pieceName(const BAR_T& bar, int place);
 
+/// What a work is called: its name, else "no name".
+std::string workName(const std::string& name);
+
 /// A piece's length, or the job's own text where that is no plain number.
 std::string lengthText(const PiecePlace& piece);
 
