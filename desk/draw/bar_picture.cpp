@@ -20,6 +20,7 @@ constexpr double kGap = 5.0;            ///< to the next bar
 constexpr double kBesideTitle = 3.0;    ///< between title and sum
 constexpr double kBreak = 4.0;          ///< from the gap in a broken bar to its end
 constexpr double kAround = 0.7;         ///< from the pieces to the frame of a bar of unknown length
+constexpr double kFine = 1.0;           ///< pieces below that are thinly outlined
 constexpr std::size_t kMostInTip = 20;  ///< works that are told with their piece
 
 /// "3 x  Bars 1, 2, 5  ·  outer frame  ·  P65"
@@ -167,13 +168,15 @@ void BarPicture::drawOutline(SvgCanvas& canvas, double top, const PiecePlace& pi
     const double x = kBarLeft + length(piece.start);
     return canvas.line({x, top - 1.0}, {x, top + band() + 0.4}, "end");
   }
+  std::string kind = piece.fits ? "piece" : "over";
+  if (length(piece.length) < kFine) kind += " fine";
   for (std::size_t i = 0; i < lanes_.count(); ++i) {
     std::vector<Point> corners;
     for (const Point& corner : piece.outline) {
       corners.push_back(
           {kBarLeft + length(corner.x), laneBottom(i, top) - corner.y / drawn_.scale.across});
     }
-    canvas.polygon(corners, piece.fits ? "piece" : "over");
+    canvas.polygon(corners, kind);
   }
 }
 

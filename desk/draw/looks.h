@@ -48,6 +48,7 @@ constexpr Look kLooks[] = {
     {"break", "fill:#fff;stroke:#777;stroke-width:.2"},
     {"piece", "fill:#cfe0f0;stroke:#22394f;stroke-width:.25"},
     {"over", "fill:#f6c6c6;stroke:#b00020;stroke-width:.25"},
+    {"fine", "stroke-width:.06"},
     {"leader", "stroke:#777;stroke-width:.15"},
     {"end", "stroke:#b00020;stroke-width:.7"},
     {"w", "stroke:#fff;stroke-width:.12"},

@@ -1,5 +1,7 @@
 #include "desk/draw/svg_canvas.h"
 
+#include <map>
+
 #include "desk/base/numbers.h"
 #include "desk/base/text.h"
 
@@ -73,7 +75,7 @@ void SvgCanvas::line(const Point& from, const Point& to, const char* kind) {
   printer_.CloseElement();
 }
 
-void SvgCanvas::polygon(const std::vector<Point>& corners, const char* kind) {
+void SvgCanvas::polygon(const std::vector<Point>& corners, const std::string& kind) {
   std::string points;
   for (const Point& corner : corners) points += (points.empty() ? "" : " ") + pair(corner);
   open("polygon", kind);
@@ -115,8 +117,15 @@ void SvgCanvas::open(const char* name, const std::string& kind) {
   printer_.OpenElement(name);
   printer_.PushAttribute("class", kind.c_str());
   if (target_ == For::Paper) return;
+  std::map<std::string, std::string> properties;  // later looks go before earlier ones
   for (const Look& look : kLooks) {
-    if (hasWord(kind, look.kind)) pushLook(look);
+    if (!hasWord(kind, look.kind)) continue;
+    eachProperty(propertiesOf(look), [&](const std::string& property, const std::string& value) {
+      properties[property] = value;
+    });
+  }
+  for (const auto& [property, value] : properties) {
+    printer_.PushAttribute(property.c_str(), value.c_str());
   }
 }
 

@@ -34,7 +34,7 @@ class SvgCanvas {
 
   void rectangle(double x, double y, double width, double height, const char* kind);
   void line(const Point& from, const Point& to, const char* kind);
-  void polygon(const std::vector<Point>& corners, const char* kind);
+  void polygon(const std::vector<Point>& corners, const std::string& kind);
   /// `relative` is path data that starts from `at`.
   void path(const Point& at, const char* relative, const std::string& kind,
             const Subject* subject = nullptr);
