@@ -11,7 +11,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 COLUMNS = 72
-AREA = r"[A-Za-z0-9_./-]+( [a-z0-9_./-]+)*"
+AREA = r"[A-Za-z0-9_./-]+(\{[a-z0-9_,]+\})?( [a-z0-9_./-]+)*"  # desk/show, desk/{show,draw}
 FORM = re.compile(rf"{AREA}(, {AREA})*: \S.*[^.]")
 
 
