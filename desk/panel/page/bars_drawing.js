@@ -1,5 +1,6 @@
 // Drawings of bars as elements of the page: taken over from the engine's SVG after a check, fitted
 // to the zoom, marked.
+import { Texts } from "/bars_texts.js";
 
 const kSvg = "http://www.w3.org/2000/svg";
 const kElements = new Set(["svg", "g", "title", "text", "tspan", "rect", "line", "polyline", "polygon",
@@ -8,10 +9,10 @@ const kAttributes = new Set(["xmlns", "class", "width", "height", "viewBox", "x"
   "x2", "y2", "dx", "dy", "cx", "cy", "r", "rx", "ry", "d", "points", "transform", "fill", "stroke",
   "stroke-width", "stroke-dasharray", "text-anchor", "font-family", "font-size", "font-weight",
   "font-style", "data-bar", "data-piece", "data-work"]);
-const kGap = 1.2;         // between texts of a line, in the drawing's units
-const kAround = 1.7;      // radius of the circle around a selected sign, in these units
-const kNarrowest = 0.75;  // how far a text beside the pieces may be narrowed
-const kFlag = 14;         // px that a flag takes
+const kAround = 1.7;  // radius of the circle around a selected sign, in the drawing's units
+const kFlag = 14;     // px that a flag takes
+const kMore = "M-3.5 3h0m3.5 0h0m3.5 0h0";  // three dots below a point, in px
+const kMoreWidth = 12;
 const kSigns = {   // in px around a point
   error: ["M-3.3-8h6.6l4.7 4.7v6.6l-4.7 4.7h-6.6l-4.7-4.7v-6.6z", "M-3-3l6 6m0-6l-6 6"],
   warning: ["M0-8l9 16h-18z", "M0-2.5v4.5m0 2v2"],
@@ -70,26 +71,8 @@ function outlineOf(shape, kind) {
   return outline;
 }
 
-/** The texts of a piece, line by line, with what they take and the room that they have. */
-function linesOf(piece) {
-  const lines = new Map();
-  for (const text of piece.texts) {
-    const y = text.getAttribute("y");
-    lines.set(y, [...(lines.get(y) ?? []), { text, length: text.getComputedTextLength() }]);
-  }
-  return [...lines.values()].map((texts) => ({
-    texts, room: piece.place.width, length: texts.reduce((sum, one) => sum + one.length + kGap, 0), least: 1,
-  }));
-}
-
-/** The same of a text beside the pieces; `end` is where the bar ends. */
-function lineOf(text, end) {
-  const x = Number(text.getAttribute("x"));
-  const width = text.ownerSVGElement.viewBox.baseVal.width;
-  const room = { end: x, middle: 2 * (end - x) }[getComputedStyle(text).textAnchor] ?? width - x;
-  const length = text.getComputedTextLength();
-  return { texts: [{ text, length }], room, length: length + kGap, least: kNarrowest };
-}
+/** What is drawn in px, whatever the zoom. */
+const inPx = (x, y) => `translate(${x}px, ${y}px) scale(calc(1 / var(--along)), calc(1 / var(--across)))`;
 
 /** A sign in the middle above a piece. */
 function flagOf(place, severity) {
@@ -97,8 +80,7 @@ function flagOf(place, severity) {
   flag.append(...kSigns[severity].map((d) => svg("path", { d })));
   flag.severity = severity;
   flag.x = place.x + place.width / 2;
-  flag.style.transform = `translate(${flag.x}px, ${place.y}px) ` +
-    "scale(calc(1 / var(--along)), calc(1 / var(--across)))";
+  flag.style.transform = inPx(flag.x, place.y);
   return flag;
 }
 
@@ -130,6 +112,7 @@ export class Drawing {
     this.texts = svg("g", { "aria-hidden": "true" });  // at the pieces: their labels say the same
     for (const piece of this.pieces) {
       piece.texts = [...piece.querySelectorAll("text")];
+      piece.leaders = [...piece.querySelectorAll(".leader")];
       const works = svg("g", { role: "group" });
       works.append(...piece.querySelectorAll("[data-work]"));
       if (works.firstChild !== null) piece.append(works);
@@ -139,9 +122,10 @@ export class Drawing {
     this.bar = this.root.querySelector("[data-bar]");
     for (const one of [this.root, this.bar]) takeValues(one);
     this.flags = svg("g", { class: "flags" });
-    this.root.append(this.texts, this.flags);
+    this.more = svg("g", { "aria-hidden": "true" });  // where numbers are left out
+    this.root.append(this.texts, this.more, this.flags);
     this.along = 1;    // px of a unit
-    this.lines = [];   // texts with the room that they have
+    this.fitted = null;
     this.chosen = [];  // elements that show the selection
   }
 
@@ -150,12 +134,14 @@ export class Drawing {
   measure() {
     const bar = this.root.querySelector(".bar, .open").getBBox();
     const free = [...this.root.querySelectorAll("text")].filter((one) => !one.closest("[data-piece]"));
-    this.lines = free.map((text) => lineOf(text, bar.x + bar.width));
     for (const piece of this.pieces) {
-      piece.place = shapesOf(piece)[0].getBBox();
+      const shapes = shapesOf(piece);
+      piece.place = shapes[0].getBBox();
+      const last = shapes.length === 1 ? piece.place : shapes.at(-1).getBBox();
+      piece.bottom = last.y + last.height;
       piece.all = piece.getBBox();
-      this.lines.push(...linesOf(piece));
     }
+    this.fitted = new Texts(this.pieces, free, bar.x + bar.width);
     for (const piece of this.pieces) this.open(piece);
     for (const text of this.root.querySelectorAll("text")) {
       text.style.transformOrigin = `${text.getAttribute("x")}px 0`;
@@ -177,20 +163,19 @@ export class Drawing {
     return this.items.find((item) => (item.dataset.work ?? item.dataset.piece) === id) ?? null;
   }
 
-  /** Narrows or leaves out what has no room where a unit takes so many px along and across; the number
-   * of a piece goes last. */
+  /** Makes texts fit where a unit takes so many px along and across. Three dots are below a piece whose
+   * number has no room. */
   fit(along, across) {
-    const squeeze = across / along;
     this.along = along;
     this.thinOut();
-    for (const { texts, room, length, least } of this.lines) {
-      const fits = squeeze <= 1 ? 1 : Math.min(room / (length * squeeze), 1);
-      for (const { text, length: own } of texts) {
-        const stays = fits >= least || (text.matches(".number") && own * squeeze <= room);
-        text.classList.toggle("left-out", !stays);
-        text.style.setProperty("--narrowed", least < 1 ? fits : 1);
-      }
-    }
+    let end = -Infinity;
+    this.more.replaceChildren(...this.fitted.fit(across / along).flatMap(({ piece, x }) => {
+      if ((x - end) * along < kMoreWidth) return [];
+      end = x;
+      const dots = svg("path", { class: "more", d: kMore });
+      dots.style.transform = inPx(x, piece.bottom);
+      return [dots];
+    }));
   }
 
   /** Shows that the piece or work of that id is selected; "" or a bar's: none is. */

@@ -99,6 +99,28 @@ async function printed(page, file) {
   assert.equal(pages.length, sheets);
 }
 
+/** What is written on paper is on the page where it can be read; else dots say that there is more. */
+async function written(page, file) {
+  const piece = (length, i) => ({ PieceNumber: i + 1, cut: { Length: `${length}`, sxB: "90", dxB: "90" }, work: [] });
+  for (const [lengths, width, height, areLeft] of [
+    [[1000, 9, 60, 6000], 1024, 600, false], [[1000, 9, 60, 6000], 390, 844, false],
+    [Array.from({ length: 60 }, (_, i) => 60 + i), 390, 844, true]]) {
+    await page.setViewportSize({ width, height });
+    const bar = { BarNumber: 1, length: 7100, piece: lengths.map(piece) };
+    writeFileSync(file, JSON.stringify({ success: true, Version: "1.0", Bar: [bar] }));
+    await page.waitForFunction((count) =>
+      document.querySelectorAll("#view-bars [data-piece]").length === count, lengths.length);
+    await page.locator(".bar-tools button").nth(3).click();  // fit the width
+    const [left, dots, covered] = await page.evaluate(() => {
+      const all = [...document.querySelectorAll(".drawing [aria-hidden] text")];
+      const boxes = all.filter((one) => !one.matches(".left-out")).map((one) => one.getBoundingClientRect());
+      return [all.length - boxes.length, document.querySelectorAll(".drawing .more").length,
+        boxes.filter((a) => boxes.some((b) => a !== b && a.top === b.top && a.left < b.right && b.left < a.right)).length];
+    });
+    assert.deepEqual([left > 0, dots > 0, covered], [areLeft, areLeft, 0], `${lengths.length} at ${width}`);
+  }
+}
+
 /** A drawing that holds more than shapes and texts does not get into the page. */
 async function refused(page) {
   const taken = await page.evaluate(async () => {
@@ -125,7 +147,7 @@ export async function testBars({ folder, open, start }) {
     const page = await open("en");
     await page.setViewportSize({ width: 1280, height: 800 });
     await page.goto(new URL("#bars/0", server.address).href);
-    for (const test of [scrolled, selected, byKeyboard, kept, printed]) await test(page, file);
+    for (const test of [scrolled, selected, byKeyboard, kept, printed, written]) await test(page, file);
     assert.deepEqual(page.faults.filter((fault) => !/409/.test(fault)), []);
     await refused(page);
     await page.close();
