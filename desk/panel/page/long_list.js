@@ -26,6 +26,14 @@ export function create(scroller, list, { render, shown, estimate }) {
     return Math.min(index, Math.max(heights.length - 1, 0));
   }
 
+  /** Those that stay are not taken out: they would lose the focus. */
+  function putIn(wanted) {
+    for (const child of [...list.children]) if (!wanted.includes(child)) child.remove();
+    wanted.forEach((item, index) => {
+      if (item !== list.children[index]) list.insertBefore(item, list.children[index] ?? null);
+    });
+  }
+
   function place(from, to) {
     const old = items;
     items = new Map();
@@ -34,9 +42,7 @@ export function create(scroller, list, { render, shown, estimate }) {
       ![...items.values()].some((item) => item.contains(document.activeElement));
     list.style.paddingTop = `${offsetOf(from)}px`;
     list.style.paddingBottom = `${offsetOf(heights.length) - offsetOf(to)}px`;
-    const isSame = list.childElementCount === items.size &&
-      [...items.values()].every((item, index) => item === list.children[index]);
-    if (!isSame) list.replaceChildren(...items.values());
+    putIn([...items.values()]);
     if (isFocusLost) scroller.focus();
   }
 
