@@ -71,7 +71,7 @@ int HttpServer::receiveHead(Exchange& exchange) {
     return send(request.connection_, std::move(*refusal));
   }
   request.bounds_ = std::get<BodyBounds>(std::move(admitted));
-  const std::size_t length = std::strtoull(request.header("Content-Length").c_str(), nullptr, 10);
+  const auto length = std::strtoull(request.header("Content-Length").c_str(), nullptr, 10);
   if (length > request.bounds_.bytes) {
     return send(request.connection_, tooLarge(request.bounds_));
   }
@@ -80,7 +80,7 @@ int HttpServer::receiveHead(Exchange& exchange) {
     exchange.form =
         MHD_create_post_processor(request.connection_, kMostForm, &addField, &request.form_);
   } else {
-    request.body_.reserve(length);
+    request.body_.reserve(static_cast<std::size_t>(length));
   }
   return MHD_YES;
 }
