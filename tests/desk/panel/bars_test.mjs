@@ -101,7 +101,9 @@ async function printed(page, file) {
 
 /** What is written on paper is on the page where it can be read; else dots say that there is more. */
 async function written(page, file) {
-  const piece = (length, i) => ({ PieceNumber: i + 1, cut: { Length: `${length}`, sxB: "90", dxB: "90" }, work: [] });
+  const piece = (length, i) => ({
+    PieceNumber: i + 1, cut: { Length: `${length}`, sxB: "90", dxB: "90" }, work: [],
+  });
   for (const [lengths, width, height, areLeft] of [
     [[1000, 9, 60, 6000], 1024, 600, false], [[1000, 9, 60, 6000], 390, 844, false],
     [Array.from({ length: 60 }, (_, i) => 60 + i), 390, 844, true]]) {
@@ -114,8 +116,9 @@ async function written(page, file) {
     const [left, dots, covered] = await page.evaluate(() => {
       const all = [...document.querySelectorAll(".drawing [aria-hidden] text")];
       const boxes = all.filter((one) => !one.matches(".left-out")).map((one) => one.getBoundingClientRect());
+      const isOn = (a, b) => a !== b && a.top === b.top && a.left < b.right && b.left < a.right;
       return [all.length - boxes.length, document.querySelectorAll(".drawing .more").length,
-        boxes.filter((a) => boxes.some((b) => a !== b && a.top === b.top && a.left < b.right && b.left < a.right)).length];
+        boxes.filter((a) => boxes.some((b) => isOn(a, b))).length];
     });
     assert.deepEqual([left > 0, dots > 0, covered], [areLeft, areLeft, 0], `${lengths.length} at ${width}`);
   }
