@@ -139,6 +139,9 @@ async function hostileAndLong(page, { address, file }) {
   await page.keyboard.press("End");
   await page.locator(`li[aria-posinset="${all}"] .message`).waitFor();
   assert.ok(await list.count() < 40);
+  await page.keyboard.press("Home");
+  await page.locator("li[aria-posinset='1'] .message").waitFor();
+  await tabTo(page, "li[aria-posinset='12'] *");
   await page.keyboard.press("Escape");
   writeFileSync(file, jobOf(21));
   await showsText(page, "#facts", "21 pieces");
