@@ -10,6 +10,7 @@ export class Refusal extends Error {
 }
 
 const kLongestPause = 3000;  // ms
+const kHiddenPause = 500;    // ms
 
 async function accepted(response) {
   if (!response.ok) {
@@ -50,11 +51,21 @@ export const documentAddress = (job, what, query = {}) =>
   `/job/${job.id}/${what}?${new URLSearchParams({ version: job.version, ...query })}`;
 
 /** Follows the jobs and the panel: `news` gets each event, `lost` whether there will be a new try
- * after the connection broke. */
+ * after the connection broke. Browsers have six connections for all pages of an address: one that
+ * nobody sees gives its own back, and goes on when it is seen again. */
 export function follow(news, lost) {
-  const events = new EventSource("/events");
-  events.onmessage = (event) => news(JSON.parse(event.data));
-  events.onerror = () => lost(events.readyState !== EventSource.CLOSED);
+  let events = null;
+  let rest;
+  const listen = () => {
+    clearTimeout(rest);
+    if (document.hidden) rest = setTimeout(() => { events?.close(); events = null; }, kHiddenPause);
+    if (document.hidden || (events && events.readyState !== EventSource.CLOSED)) return;
+    events = new EventSource("/events");
+    events.onmessage = (event) => news(JSON.parse(event.data));
+    events.onerror = () => lost(events.readyState !== EventSource.CLOSED);
+  };
+  document.addEventListener("visibilitychange", listen);
+  listen();
 }
 
 /** Hands over a file. Nothing is stored but in memory. @return the id of its job */

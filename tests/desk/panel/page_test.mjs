@@ -220,6 +220,21 @@ async function lostConnection(page, shop) {
   await showsText(page, "#details", "Frame 70-2");
 }
 
+/** A page that nobody sees takes no connection from those that are seen. */
+async function unseen(page, shop) {
+  await goTo(page, shop.address, "bars");
+  const setHidden = (isHidden) => page.evaluate((value) => {
+    Object.defineProperty(document, "hidden", { value, configurable: true });
+    document.dispatchEvent(new Event("visibilitychange"));
+  }, isHidden);
+  const ended = page.waitForEvent("requestfailed", (request) => /events$/.test(request.url()));
+  await setHidden(true);
+  await ended;
+  writeFileSync(shop.file, jobOf(6));
+  await setHidden(false);
+  await showsText(page, "#facts", "6 pieces");
+}
+
 /** Runs all on a page of its own each. `open(languages)` gives a page whose faults are gathered in
  * `page.faults`; `start(port, file)` starts the server and gives its address and how to stop it. */
 export async function testPage({ folder, open, start }) {
@@ -230,7 +245,7 @@ export async function testPage({ folder, open, start }) {
   await shop.start(0);
   try {
     for (const test of [keyboardAndSelection, brokenJob, dropped, everySize, chinese, hostileAndLong,
-      lostConnection]) {
+      unseen, lostConnection]) {
       const page = await open(test === chinese ? "zh-CN" : "en");
       await test(page, shop);
       const isExpected = (fault) => /409/.test(fault) ||  // asked of a version while another is saved
