@@ -20,7 +20,6 @@ const idOf = (item) => item.dataset.work ?? item.dataset.piece ?? item.dataset.b
 
 export function create(root, text, refused) {
   const scroller = document.createElement("div");
-  const none = document.createElement("p");
   let shown = null;            // the job whose groups are shown
   let groupOf = new Map();     // index of the group that a bar is drawn with
   let marks = new Marks();     // of the findings
@@ -37,9 +36,6 @@ export function create(root, text, refused) {
   });
   scroller.className = "bar-scroller";
   scroller.tabIndex = 0;
-  none.textContent = text("bars.none");
-  none.hidden = true;
-  scroller.append(none);
   root.append(scroller);
   const tip = createTip(root);
   const printing = createPrinting(root, text, refused);
@@ -188,7 +184,6 @@ export function create(root, text, refused) {
       tools.explain(legendItems(legend));
       canvas.show(groups);
       updateSelection(isOther);
-      none.hidden = groups.length > 0 || !(job?.version > 0);
       canvas.content.hidden = groups.length === 0;  // a tree without items is none
       if (groups.length === 0) return;
       printing.prepare(groups.length);

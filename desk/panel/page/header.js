@@ -7,6 +7,8 @@ import { change, state } from "/state.js";
 export function create(document, text) {
   const $ = (id) => document.getElementById(id);
   let summary = null;  // the job's part of its summary; null while there is none
+  let counts = null;   // of the findings
+  let shownJob;        // whose they are
   let asked = 0;       // counts what was asked for: only the last answer counts
   let panel = null;    // the latest news of the panel; null before any, or when the connection broke
 
@@ -24,24 +26,52 @@ export function create(document, text) {
       item.hidden = typeof summary?.[name] !== "number";
       item.textContent = item.hidden ? "" : text(`header.${name}`, summary[name]);
     }
-    $("severities").hidden = summary === null;
-    if (summary === null) return;
+    $("severities").hidden = counts === null;
+    if (counts === null) return;
     for (const { severity, button } of severities) {
-      label(button, severity, summary[`${severity}s`], text);
+      label(button, severity, counts[`${severity}s`], text);
     }
+  }
+
+  /** Shows what stands in the place of a view that has nothing to show of the job. */
+  function showAbsence() {
+    const key = isReading() ? "reading" : state.job?.version === 0 ? "notLoading"
+      : summary?.bars === 0 ? "noBars" : "";
+    const isShown = key !== "" && ["bars", "tables"].includes(state.view) ||
+      key === "reading" && state.view === "findings";
+    $("absence").hidden = !isShown;
+    $("absence-words").textContent = isShown ? text(`absence.${key}`) : "";
+    $("to-findings").hidden = key !== "notLoading";
+    for (const name of ["bars", "tables", "findings"]) $(`view-${name}`).inert = isShown;
+  }
+
+  function take(values) {
+    [summary, counts] = values;
+    showFacts();
+    showName();
+    showState();
+    showAbsence();
+  }
+
+  /** Also of a job that does not load there are findings. */
+  async function askCounts({ job } = state) {
+    if (job?.version > 0) {
+      const [answer] = (await ask(job, "summary")).jobs;
+      return [answer, answer];
+    }
+    return [null, job?.reason ? (await ask(job, "findings", { count: 1 })).summary : null];
   }
 
   async function askSummary() {
     const number = ++asked;
-    let answer = null;
+    if (shownJob !== state.job?.id) take([null, null]);
+    shownJob = state.job?.id;
     try {
-      if (state.job?.version > 0) answer = await ask(state.job, "summary");
+      const answer = await askCounts();
+      if (number === asked) take(answer);
     } catch {
       // An event will tell of another version or connection.
     }
-    if (number !== asked) return;
-    summary = answer?.jobs[0] ?? null;
-    showFacts();
   }
 
   /** The file's name; with its folder where two jobs are called the same. */
@@ -55,7 +85,10 @@ export function create(document, text) {
     const name = state.job === null ? (panel?.job ?? "") : nameOf(state.job);
     document.title = `${name || panel?.script || "cusdesk"} - ${text(`${state.view}.title`)}`;
     $("name").textContent = name || text("header.noJob");
-    $("name").title = $("jobs").title = state.job?.name ?? name;
+    const own = summary?.job ?? "";  // what the job calls itself
+    $("job-name").textContent = own === name ? "" : own;
+    $("name").title = $("jobs").title = $("job-name").title =
+      [state.job?.name ?? name, own].filter((one) => one !== "").join("\n");
     if (state.job !== null) $("jobs").value = state.job.id;
   }
 
@@ -65,6 +98,8 @@ export function create(document, text) {
     $("jobs").replaceChildren(...state.jobs.map((job) => new Option(nameOf(job), job.id)));
   }
 
+  const isReading = () => state.job !== null && !isNotLoading() &&
+    (!(state.job.version > 0) || summary === null);
   const isNotLoading = () => state.job !== null && !state.job.loads && state.job.reason !== "";
 
   function showReason() {
@@ -84,7 +119,7 @@ export function create(document, text) {
     if (panel === null) return;
     if (panel.failed) setState("scriptFailed", "failed");
     else if (isNotLoading()) setState("broken", "failed");
-    else if (state.job?.loads === false) setState("reading", "");
+    else if (isReading()) setState("reading", "");
     else if (state.job?.dropped) setState("dropped", "live");
     else setState(state.job === null ? "live" : "following", "live");
   }
@@ -95,6 +130,8 @@ export function create(document, text) {
   });
   $("facts").append(...facts.map(({ item }) => item));
   $("severities").append(...severities.map(({ button }) => element("li", {}, button)));
+  $("to-findings").addEventListener("click", () =>
+    change({ view: "findings", severity: "", onlySelected: false }));
   showFacts();
   setState("connecting", "");
 
@@ -104,6 +141,7 @@ export function create(document, text) {
       showName();
       showReason();
       showState();
+      showAbsence();
       if (changed.has("job")) askSummary();
     },
     take(news) {

@@ -28,8 +28,12 @@ export const kTexts = {
   "state.gone": ["Reload the page", "请重新加载页面"],
   "state.live": ["Live", "运行中"],
 
+  "absence.reading": ["Reading the job ...", "正在读取任务……"],
+  "absence.notLoading": ["There is nothing to show: this job has not loaded.", "没有可显示的内容：任务未能加载。"],
+  "absence.noBars": ["This job has no bars.", "此任务没有型材。"],
+  "absence.findings": ["Why: Findings", "查看检查结果"],
+
   "bars.title": ["Bars", "型材"],
-  "bars.none": ["No bars", "无型材"],
   "bars.tools": ["Drawing", "图纸"],
   "bars.zoomIn": ["Zoom in", "放大"],
   "bars.zoomInHint": ["Zoom in (+, Ctrl and wheel)", "放大（+，Ctrl 加滚轮）"],

@@ -110,6 +110,16 @@ async function dropped(page, { address }) {
   await showsText(page, "#view-findings mark", "no");
   await showsText(page, "#state", "Not loading");
   assert.equal(await page.locator("#facts li:visible").count(), 0);
+  await showsText(page, "#severities", "1 error");
+  await page.locator("#tab-bars").click();
+  await page.locator("#to-findings").click();
+  assert.equal(await viewOf(page), "view-findings");
+  await page.locator("#file").setInputFiles({
+    name: "none.json", mimeType: "", buffer: Buffer.from(jobOf(0, "Nothing")),
+  });
+  await showsText(page, "#job-name", "Nothing");
+  await page.locator("#tab-tables").click();
+  await showsText(page, "#absence", "no bars");
   await page.locator("#jobs").selectOption("0");
   await showsText(page, "#facts", "21 pieces");
   await showsText(page, "#state", "Following");
