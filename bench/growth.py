@@ -163,7 +163,7 @@ def measured(program, make, command):
     base, one, four = (program.instructions(command, each) for each in (none, small, large))
     document = encoded(make(SIZE * DOCUMENT // len(small)))
     memory = program.memory(command, document) / (MEMORY_PER_BYTE * len(document) + LEAST_MEMORY)
-    is_well = four - base <= MOST_GROWTH * (one - base) + NOISE and memory <= 1
+    is_well = four - base <= MOST_GROWTH * max(one - base, 0) + NOISE and memory <= 1
     return (four - base) / max(one - base, NOISE / 10), (four - base) / len(large), memory, is_well
 
 

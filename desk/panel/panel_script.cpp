@@ -47,6 +47,12 @@ void endWhenStopped(lua_State* L, lua_Debug*) {
   luaL_error(L, "the panel is closed");
 }
 
+/// To be called in protected mode, as finalisers may raise.
+int collectGarbage(lua_State* L) {
+  lua_gc(L, LUA_GCCOLLECT, 0);
+  return 0;
+}
+
 }  // namespace
 
 PanelScript::PanelScript(const script::Plugin& plugin, TablePart& part, Console& console,
@@ -94,6 +100,9 @@ bool PanelScript::turn(Turn direction) {
 bool PanelScript::jobChanged(bool& succeeded) {
   if (!pushHandler("on_job")) return false;
   succeeded = call(0);
+  // Garbage is what the script had of the job before, and there may be megabytes of it.
+  lua_pushcfunction(engine_.state(), collectGarbage);
+  succeeded = call(0) && succeeded;
   return true;
 }
 
