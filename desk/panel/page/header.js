@@ -35,10 +35,10 @@ export function create(document, text) {
 
   /** Shows what stands in the place of a view that has nothing to show of the job. */
   function showAbsence() {
-    const key = isReading() ? "reading" : state.job?.version === 0 ? "notLoading"
-      : summary?.bars === 0 ? "noBars" : "";
+    const key = state.job === null && panel !== null ? "noJob" : isReading() ? "reading"
+      : state.job?.version === 0 ? "notLoading" : summary?.bars === 0 ? "noBars" : "";
     const isShown = key !== "" && ["bars", "tables"].includes(state.view) ||
-      key === "reading" && state.view === "findings";
+      ["noJob", "reading"].includes(key) && state.view === "findings";
     $("absence").hidden = !isShown;
     $("absence-words").textContent = isShown ? text(`absence.${key}`) : "";
     $("to-findings").hidden = key !== "notLoading";
@@ -148,6 +148,7 @@ export function create(document, text) {
       panel = news;
       showName();
       showState();
+      showAbsence();
     },
     lost(isTrying) {
       panel = null;

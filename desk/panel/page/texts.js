@@ -28,6 +28,7 @@ export const kTexts = {
   "state.gone": ["Reload the page", "请重新加载页面"],
   "state.live": ["Live", "运行中"],
 
+  "absence.noJob": ["There is no job: open a file, or drop one here.", "没有任务：请打开文件或将其拖到此处。"],
   "absence.reading": ["Reading the job ...", "正在读取任务……"],
   "absence.notLoading": ["There is nothing to show: this job has not loaded.", "没有可显示的内容：任务未能加载。"],
   "absence.noBars": ["This job has no bars.", "此任务没有型材。"],
