@@ -105,7 +105,8 @@ std::string manPage() {
                  bold("cusdesk") + " " + italic("COMMAND") + " [" + italic("ARGUMENT") + "...]\n") +
          section("DESCRIPTION",
                  "Stands in for the panel: loads the cutting-job plug-in, runs the scripts of the\n"
-                 "machine with it, tells what its readers make of job files, and shows its table.\n"
+                 "machine with it, tells what its readers make of job files, draws them, and\n"
+                 "shows them and its table in a browser.\n"
                  "The options of all commands stand before or behind the command.\n") +
          section("OPTIONS", optionList(globalOptions())) + section("COMMANDS", list) +
          section("EXIT STATUS", escaped(kExitCodesHelp) + "\n") +
