@@ -145,6 +145,8 @@ bool steersMachine(Level level, const std::string& name) {
   return !otherSpelling(name, kNames.at(level)).empty();
 }
 
+namespace {
+
 Advice adviceFor(const std::string& unknown, Level level, JobFormat format) {
   std::string meant = otherSpelling(unknown, namesAt(level, format));
   const Aliases aliases = aliasesAt(level, format == JobFormat::Xml);
@@ -161,6 +163,17 @@ Advice adviceFor(const std::string& unknown, Level level, JobFormat format) {
   if (meant.empty()) return {Severity::Warning, ""};
   return {steersMachine(level, meant) ? Severity::Error : Severity::Warning,
           "; did you mean \"" + meant + "\"?", meant};
+}
+
+}  // namespace
+
+const Advice& Advisor::on(const std::string& unknown, Level level) {
+  constexpr std::size_t kMostKnown = 1000;
+  const auto name = std::make_pair(level, unknown);
+  const auto known = known_.find(name);
+  if (known != known_.end()) return known->second;
+  if (known_.size() >= kMostKnown) known_.clear();
+  return known_.emplace(name, adviceFor(unknown, level, format_)).first->second;
 }
 
 }  // namespace desk::check

@@ -2,7 +2,9 @@
 // says.
 #pragma once
 
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "desk/check/finding.h"
@@ -36,9 +38,20 @@ struct Advice {
   std::string meant{};  ///< the name of this level that it was likely meant for; may be empty
 };
 
-/// What an unknown name was likely meant for: another way to write a known one, the name that the
-/// other format has for it, a name of another level, or the nearest one.
-Advice adviceFor(const std::string& unknown, Level level, model::JobFormat format);
+/// Tells what unknown names were likely meant for: another way to write a known one, the name that
+/// the other format has for it, a name of another level, or the nearest one. It remembers what it
+/// was asked, as a job repeats its names in every piece.
+class Advisor {
+ public:
+  explicit Advisor(model::JobFormat format) : format_(format) {}
+
+  /// Good until the next call.
+  const Advice& on(const std::string& unknown, Level level);
+
+ private:
+  model::JobFormat format_;
+  std::map<std::pair<Level, std::string>, Advice> known_;
+};
 
 /// "UTF-16LE" or "UTF-16BE" for a text that starts as such: with a byte order mark, or with a
 /// character of ASCII. Empty for others.

@@ -76,7 +76,7 @@ void JsonWatcher::reportStrangers(const Json::Value& object, Level level) {
   if (!object.isObject()) return;
   for (const auto& [name, value] : membersAt(level).strangers()) {
     const std::string key(name);
-    const Advice advice = adviceFor(key, level, model::JobFormat::Json);
+    const Advice& advice = adviceFor(key, level);
     report(rules::kUnknownKey, advice.severity, placeOfKey(*value),
            quoted(key) + " is no key of " + nameOf(level) + " and is ignored" + advice.text, key)
         .loses = advice.meant;

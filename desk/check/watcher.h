@@ -32,13 +32,18 @@ class Watcher {
 
  protected:
   /// @param job the records of the reader, which must outlive the watcher
-  Watcher(const DATA_T& job, model::JobFormat format) : traced_(job), missing_(format) {}
+  Watcher(const DATA_T& job, model::JobFormat format)
+      : traced_(job), missing_(format), advisor_(format) {}
 
   /// Starts with the last one of `sources`. Both must outlive the read.
   void start(const Sources& sources, Findings& findings);
 
   /// Reports what is told of the file as a whole, once it is read.
   void finish() { missing_.report(*findings_); }
+
+  const Advice& adviceFor(const std::string& unknown, Level level) {
+    return advisor_.on(unknown, level);
+  }
 
   /// Steps to the next element of a level. A cut stays with its piece.
   void enter(Level level);
@@ -103,6 +108,7 @@ class Watcher {
 
   TracedJob traced_;
   MissingKeys missing_;
+  Advisor advisor_;
 
  private:
   void reportStayedOf(const std::vector<Stayed>& all, const Stayed& first, const Place& place);

@@ -109,7 +109,7 @@ void XmlWatcher::reportStrangers(const XMLElement& element, Level level) {
     const std::string_view name = inner->Name();
     const auto known = std::find(names.begin(), names.end(), name);
     if (known == names.end()) {
-      const Advice advice = adviceFor(inner->Name(), level, model::JobFormat::Xml);
+      const Advice& advice = adviceFor(inner->Name(), level);
       report(rules::kUnknownKey, advice.severity, placeOf(*inner),
              quoted(inner->Name()) + " is no element of " + nameOf(level) + " and is ignored" +
                  advice.text,

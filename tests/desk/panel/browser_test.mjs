@@ -113,7 +113,7 @@ async function test(page, address) {
   assert.deepEqual(page.faults, []);
 }
 
-const watchdog = setTimeout(() => process.exit(2), 220_000);
+const watchdog = setTimeout(() => process.exit(2), 570_000);
 writeJob(21, "Frame 70");
 const panel = await start("panel", "--no-open", "--job", job);
 const browser = await chromium.launch({
@@ -125,7 +125,7 @@ const browser = await chromium.launch({
 /** A page that notes whatever its console says. */
 async function open(locale) {
   const page = await browser.newPage({ locale });
-  page.setDefaultTimeout(20_000);
+  page.setDefaultTimeout(60_000);
   page.faults = [];
   page.on("pageerror", (error) => page.faults.push(String(error)));
   page.on("console", (message) => page.faults.push(message.text()));
