@@ -82,4 +82,17 @@ Excerpt excerptOf(const SourceText& source, const Position& place, std::size_t c
   return excerpt;
 }
 
+std::string partOf(const SourceText& source, const Position& from, int until) {
+  constexpr int kMost = 4000;
+  const std::string_view line = source.line(from.line, from.column);
+  const int last = std::clamp(until, from.column, from.column + kMost);
+  const std::string_view rest = source.line(from.line, last);
+  const std::size_t end = line.size() - rest.size() + wordBytes(rest.substr(0, kMost));
+  std::string part = from.column > 1 ? "…" : "";
+  for (std::size_t at = 0; at < end; at += bytesAt(line, at)) {
+    part += shown(line, at, bytesAt(line, at));
+  }
+  return end < line.size() ? part + "…" : part;
+}
+
 }  // namespace desk::job

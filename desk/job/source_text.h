@@ -71,6 +71,10 @@ struct Excerpt {
 /// in a job that is one line of many megabytes.
 Excerpt excerptOf(const SourceText& source, const Position& at, std::size_t columns);
 
+/// What stands in a line from a place on, up to the word at the column `until`: 4,000 characters
+/// and that word at most. What cannot be shown is spelled out.
+std::string partOf(const SourceText& source, const Position& from, int until);
+
 /// An element of a job, counted from 1 within its parent; 0 where the level is not reached.
 struct Element {
   int bar = 0;

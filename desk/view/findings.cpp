@@ -142,8 +142,11 @@ std::string sourceDocument(const job::SourceText& source, const Query& query) {
   document["from"] = Json::UInt64{from};
   document["lines"] = Json::arrayValue;
   job::Position at{static_cast<int>(from), static_cast<int>(wholeNumber(query, "column", 0))};
+  const int until = static_cast<int>(wholeNumber(query, "until", 0));
   for (; at.line <= source.lineCount() && document["lines"].size() < count; ++at.line) {
-    document["lines"].append(asUtf8(excerptOf(source, at, kColumns).text));
+    const bool isPart = at.column > 0 && until > at.column;
+    document["lines"].append(
+        asUtf8(isPart ? partOf(source, at, until) : excerptOf(source, at, kColumns).text));
     at.column = 0;
   }
   return compactJson(document);

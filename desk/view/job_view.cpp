@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 #include "desk/base/json_document.h"
@@ -114,15 +115,18 @@ Answer JobView::Answers::answer(const std::string& what, const Query& query) {
 
 namespace {
 
-/// The last line that holds a value of a piece.
-int lastLineOf(const job::TracedJob& job, const job::PieceTrace& trace,
-               const job::Element& element) {
-  int last = trace.place.at.line;
+/// Where the last value of a piece stands.
+job::Position lastOf(const job::TracedJob& job, const job::PieceTrace& trace,
+                     const job::Element& element) {
+  job::Position last = trace.place.at;
+  const auto isBehind = [](const job::Position& one, const job::Position& other) {
+    return std::tie(one.line, one.column) > std::tie(other.line, other.column);
+  };
   const auto look = [&](const auto& ids) {
     for (const job::OriginId id : ids) {
       const job::Origin& origin = job.origins[id];
       const bool isOwn = origin.element.bar == element.bar && origin.element.piece == element.piece;
-      if (id != 0 && isOwn) last = std::max(last, origin.place.at.line);
+      if (id != 0 && isOwn && isBehind(origin.place.at, last)) last = origin.place.at;
     }
   };
   look(trace.keys);
@@ -160,7 +164,9 @@ std::string JobView::Answers::piece(const Query& query) {
   escapeTexts(value);
   value["id"] = idOf(element);
   if (fact.at.column > 0) value["column"] = fact.at.column;
-  value["lastLine"] = lastLineOf(job(), bars[at(element.bar)].pieces[at(element.piece)], element);
+  const auto last = lastOf(job(), bars[at(element.bar)].pieces[at(element.piece)], element);
+  value["lastLine"] = last.line;
+  if (last.column > 0) value["lastColumn"] = last.column;
   value["group"] = Json::UInt64{this->bars().groupOf(element.bar)};
   value["findings"] = Json::UInt64{countAbout(checked_.report(), element)};
   return jsonDocument(value, show::pieceOrder());

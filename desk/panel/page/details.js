@@ -7,7 +7,8 @@ const kMostFindings = 20;
 const kMostLines = 200;
 const kLinesOfBar = 12;  // its own values, before those of its pieces
 const kCopiedTime = 2000;  // ms
-const kApart = ["id", "group", "findings", "lastLine", "column", "label", "works"];  // shown elsewhere, or not
+const kApart = ["id", "group", "findings", "lastLine", "column", "lastColumn",
+  "label", "works"];  // shown elsewhere, or not
 
 export function create(root, text) {
   let shown = "";       // the bar or piece that stands in the pane
@@ -115,18 +116,18 @@ export function create(root, text) {
 
   async function pieceValues(job, id) {
     const document = await ask(job, "piece", { id });
-    const { line, column = 0, lastLine = line } = document;
-    return { document, line, column, lastLine };
+    const { line, column = 0, lastLine = line, lastColumn = 0 } = document;
+    return { document, line, column, lastLine, until: lastLine === line ? lastColumn : 0 };
   }
 
   /** The parts of the pane. */
   async function contents(job, id) {
     const isPiece = id.includes(".");
-    const { document, line, column, lastLine } = await (isPiece ? pieceValues : barValues)(job, id);
+    const { document, line, column, lastLine, until = 0 } = await (isPiece ? pieceValues : barValues)(job, id);
     const count = Math.min(lastLine - line + 1, kMostLines);
     const [found, lines] = await Promise.all([
       ask(job, "findings", { id, count: kMostFindings }),
-      line > 0 ? ask(job, "source", { line, column, count }) : null,
+      line > 0 ? ask(job, "source", { line, column, until, count }) : null,
     ]);
     const parts = [head(id, document.barcode ?? document.BarName ?? ""), values(document)];
     if (document.works?.length > 0) parts.push(part("details.works", works(id, document.works)));

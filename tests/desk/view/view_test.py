@@ -112,6 +112,13 @@ class View(Folder):
         self.assertEqual("<b>\ufffd\\x01", json.loads(piece[1])["works"][1]["Name"])
         self.assertEqual([400, 400, 404, 400, 400, 404, 404], [status for status, _ in refused])
 
+    def test_a_piece_within_a_line_is_shown_to_its_last_word(self):
+        self.write("job.json", ODD)
+        [piece] = documents("job.json", "piece?id=1.2", folder=self.folder)
+        part = "source?line={line}&column={column}&until={lastColumn}&count=1".format(**piece)
+        [got] = documents("job.json", part, folder=self.folder)
+        self.assertEqual(['…{"BarCode": "P-11", "cut": {"Length": "9.5"…'], got["lines"])
+
     def test_a_query_that_raises_says_so_as_show_does(self):
         self.write("job.json", '{"Version": "1.0", "Bar": [{"piece": [{"work": [{}]}]}]}')
         for table in ("bars", "holes"):
