@@ -5,7 +5,6 @@
 
 #include "desk/base/text.h"
 #include "desk/diff/matching.h"
-#include "desk/diff/work_diff.h"
 #include "desk/job/traced_job.h"
 #include "xml/xml_elements.h"
 

@@ -77,4 +77,9 @@ struct Side {
 /// order.
 JobDiff compare(const Side& before, const Side& after);
 
+/// What differs between the works of a piece. They have no names of their own: equal ones are the
+/// same, then those of one operation in their order.
+std::vector<Change> compareWorks(const std::vector<WORK_T>& before,
+                                 const std::vector<WORK_T>& after);
+
 }  // namespace desk::diff

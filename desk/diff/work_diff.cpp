@@ -1,4 +1,4 @@
-#include "desk/diff/work_diff.h"
+#include "desk/diff/job_diff.h"
 
 #include "desk/base/text.h"
 #include "desk/diff/matching.h"

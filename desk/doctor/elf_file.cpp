@@ -13,8 +13,6 @@
 #include <regex>
 
 #include "desk/base/errors.h"
-#include "desk/doctor/elf_soundness.h"
-#include "desk/script/elf_image.h"
 
 namespace desk::doctor {
 

@@ -7,6 +7,7 @@
 
 #include "desk/doctor/arm_attributes.h"
 #include "desk/doctor/build_note.h"
+#include "desk/script/elf_image.h"
 
 namespace desk::doctor {
 
@@ -46,5 +47,12 @@ struct ElfFile {
 /// read, is no ELF file, lacks its end or its section headers, or is far larger than such files
 /// are.
 ElfFile readElf(const std::string& path, const std::vector<std::string>& texts = {});
+
+/// Throws Error with one sentence where headers contradict themselves or each other, and where the
+/// sections are missing that say what the file needs and offers: it would pass for one that needs
+/// and offers nothing. `path` is for the sentence.
+///
+/// What the headers do not show, such as damaged code, only a checksum finds.
+void requireSound(const script::ElfImage& image, const std::string& path);
 
 }  // namespace desk::doctor

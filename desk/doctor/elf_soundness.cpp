@@ -1,4 +1,4 @@
-#include "desk/doctor/elf_soundness.h"
+#include "desk/doctor/elf_file.h"
 
 #include <algorithm>
 #include <cstdint>

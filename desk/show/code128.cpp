@@ -1,4 +1,4 @@
-#include "desk/show/code128.h"
+#include "desk/show/cut_pictures.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,6 @@
 #include "desk/show/cut_pictures.h"
 
 #include "desk/base/numbers.h"
-#include "desk/show/code128.h"
 
 namespace desk::show {
 
