@@ -63,7 +63,7 @@ export function create(root, text) {
       return item;
     });
     const all = button(text("details.allFindings", found.rows), "findings", () =>
-      change({ view: "findings", severity: "", onlySelected: true }));
+      change({ view: "findings", selection: id, severity: "", onlySelected: true }));
     return [element("ul", { className: "found" }, ...items), all];
   }
 
@@ -72,7 +72,7 @@ export function create(root, text) {
     const rows = lines.lines.map((line, index) => {
       const row = element("li", { textContent: line });
       row.value = lines.from + index;
-      row.classList.toggle("faulty", faulty.has(lines.from + index));
+      row.classList.toggle("faulty", lines.all > 1 && faulty.has(lines.from + index));
       return row;
     });
     const list = element("ol", { className: "source", tabIndex: 0, lang: "en" }, ...rows);
